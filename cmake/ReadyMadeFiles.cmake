@@ -1,0 +1,4 @@
+# Makes the ready-made pair of data files in FOLDER with TOOL, unless one of them is there.
+if(NOT EXISTS ${FOLDER}/data.ddb AND NOT EXISTS ${FOLDER}/pictures.ddb)
+    execute_process(COMMAND ${TOOL} create ${FOLDER} COMMAND_ERROR_IS_FATAL ANY)
+endif()
