@@ -1,0 +1,24 @@
+#include "platform/Outside.h"
+
+#include "platform/errors.h"
+
+namespace {
+Outside* inUse = nullptr;
+}
+
+Outside::Outside() : former_(inUse) {
+    inUse = this;
+}
+
+Outside::~Outside() {
+    inUse = former_;
+}
+
+Outside& Outside::current() {
+    if (inUse == nullptr) throw RuntimeError(errors::objectNotSet);
+    return *inUse;
+}
+
+BoxAnswer MsgBox(const QString& text, int style, const QString& title) {
+    return Outside::current().messageBox(text, style, title, nullptr);
+}

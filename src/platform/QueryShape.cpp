@@ -1,0 +1,97 @@
+#include "platform/QueryShape.h"
+
+#include <algorithm>
+
+#include "platform/errors.h"
+
+namespace {
+
+using namespace ado;
+
+ColumnKind kindOf(const char* declaredType) {
+    const QByteArray type = QByteArray(declaredType).toUpper();
+    if (type.contains("INT")) return ColumnKind::number;
+    if (type.contains("DATE")) return ColumnKind::date;
+    if (type.contains("BLOB")) return ColumnKind::bytes;
+    return ColumnKind::text;
+}
+
+QByteArray keyOf(const sqlite::Database& database, const QByteArray& table) {
+    const sqlite::Statement info(
+        database, "SELECT name FROM pragma_table_info(?1) WHERE pk=1 AND type='INTEGER' COLLATE NOCASE");
+    info.bind(1, QString::fromUtf8(table));
+    if (!info.step()) throw RuntimeError(errors::databaseSql);
+    return info.text(0).toUtf8();
+}
+
+int tableIndex(QueryShape& shape, const sqlite::Database& database, const QByteArray& name) {
+    const auto found = std::find_if(shape.tables.begin(), shape.tables.end(),
+                                    [&](const Table& table) { return table.name == name; });
+    if (found != shape.tables.end()) return static_cast<int>(found - shape.tables.begin());
+    shape.tables.push_back({name, keyOf(database, name), {}, {}});
+    return static_cast<int>(shape.tables.size()) - 1;
+}
+
+int placeInTable(Table& table, const QByteArray& column, ColumnKind kind) {
+    const auto found = std::find(table.columns.begin(), table.columns.end(), column);
+    if (found != table.columns.end()) return static_cast<int>(found - table.columns.begin());
+    table.columns.push_back(column);
+    table.kinds.push_back(kind);
+    return static_cast<int>(table.columns.size()) - 1;
+}
+
+bool isWordCharacter(char c) {
+    return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
+}
+
+/// Where the word FROM of the outermost SELECT begins, so that the select list in front of it can be
+/// replaced.
+qsizetype outerFrom(const QByteArray& sql) {
+    int depth = 0;
+    for (qsizetype at = 0; at < sql.size(); ++at) {
+        const char c = sql[at];
+        if (c == '(') ++depth;
+        if (c == ')') --depth;
+        if (c == '\'' || c == '"') {
+            at = sql.indexOf(c, at + 1);
+            if (at < 0) break;
+        }
+        if (depth != 0 || !isWordCharacter(c)) continue;
+        const qsizetype begin = at;
+        while (at + 1 < sql.size() && isWordCharacter(sql[at + 1]))
+            ++at;
+        if (qstrnicmp(sql.constData() + begin, "from", 4) == 0 && at + 1 - begin == 4) return begin;
+    }
+    throw RuntimeError(errors::databaseSql);
+}
+
+}  // namespace
+
+QByteArray ado::quoted(const QByteArray& name) {
+    return '"' + QByteArray(name).replace('"', "\"\"") + '"';
+}
+
+QueryShape ado::QueryShape::of(const sqlite::Database& database, const QString& sql) {
+    const QByteArray text = sql.toUtf8();
+    const sqlite::Statement statement(database, text);
+    QueryShape shape;
+    const int count = sqlite3_column_count(statement.handle());
+    for (int at = 0; at < count; ++at) {
+        const char* table = sqlite3_column_table_name(statement.handle(), at);
+        const char* origin = sqlite3_column_origin_name(statement.handle(), at);
+        if (table == nullptr || origin == nullptr) throw RuntimeError(errors::databaseSql);
+        const ColumnKind kind = kindOf(sqlite3_column_decltype(statement.handle(), at));
+        const int index = tableIndex(shape, database, table);
+        const int place = placeInTable(shape.tables[static_cast<std::size_t>(index)], origin, kind);
+        shape.columns.push_back(
+            {QString::fromUtf8(sqlite3_column_name(statement.handle(), at)), index, kind, place});
+    }
+    if (shape.tables.empty()) throw RuntimeError(errors::databaseSql);
+
+    QByteArray keys;
+    for (const Table& table : shape.tables) {
+        keys += (keys.isEmpty() ? "" : ",") + quoted(table.name) + '.' + quoted(table.key);
+    }
+    shape.keysSql = "SELECT " + keys + ' ' + text.sliced(outerFrom(text));
+    return shape;
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <vector>
+
+#include "platform/sqlite.h"
+
+namespace ado {
+
+/// What a column can hold, by the type that its table declares.
+enum class ColumnKind { text, number, date, bytes };
+
+/// One column of a select list and where it comes from.
+struct Column {
+    QString name;  ///< without the table
+    int table;     ///< index into QueryShape::tables
+    ColumnKind kind;
+    int placeInTable;  ///< index into Table::columns
+};
+
+/// One table met in a select list.
+struct Table {
+    QByteArray name;
+    QByteArray key;                   ///< its INTEGER PRIMARY KEY
+    std::vector<QByteArray> columns;  ///< those in the select list, without repetition
+    std::vector<ColumnKind> kinds;    ///< of these columns
+};
+
+/// What a recordset has to know of its SELECT to fetch and change single rows: the columns, the tables behind
+/// them, and a SELECT of the tables' keys alone that gives the same rows in the same order.
+struct QueryShape {
+    std::vector<Column> columns;
+    std::vector<Table> tables;
+    QByteArray keysSql;
+
+    /// @throws RuntimeError when the text does not compile, is no SELECT, has a column that belongs to no
+    ///         table, or meets a table without an INTEGER PRIMARY KEY.
+    static QueryShape of(const sqlite::Database& database, const QString& sql);
+};
+
+/// `name` in double quotes, as an identifier in SQL.
+QByteArray quoted(const QByteArray& name);
+
+}  // namespace ado

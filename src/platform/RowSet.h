@@ -1,0 +1,105 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "platform/ChunkSpool.h"
+#include "platform/DbValue.h"
+#include "platform/QueryShape.h"
+#include "platform/sqlite.h"
+
+namespace ado {
+
+class RowSet;
+
+namespace detail {
+/// The open file of a connection. Recordsets share it, and find `database` empty once it has been closed.
+class Session {
+ public:
+    std::unique_ptr<sqlite::Database> database;
+    std::vector<RowSet*> open;
+};
+}  // namespace detail
+
+/// The keys of one row, one for each table of its query.
+using RowKeys = std::vector<qint64>;
+
+/// The rows behind an open recordset: the keyset, the current row, and what has been set in it. The public
+/// classes in ado.h tell what each operation does and throws.
+class RowSet final {
+ public:
+    RowSet(std::shared_ptr<detail::Session> session, const QString& sql);
+    ~RowSet();
+    RowSet(const RowSet&) = delete;
+    RowSet& operator=(const RowSet&) = delete;
+
+    bool alive() const noexcept { return session_->database != nullptr; }
+    /// Lets go of everything that keeps the file open.
+    void release() noexcept;
+
+    int columnIndex(QStringView name) const;
+    bool atEnd() const noexcept { return place_ == Place::end; }
+    void moveNext();
+    qint32 count();
+
+    DbValue value(int column);
+    void setValue(int column, const DbValue& value);
+    QByteArray getChunk(int column, qint64 length);
+    void appendChunk(int column, QByteArrayView bytes);
+
+    void addNew();
+    void update();
+    void remove();
+
+ private:
+    enum class Place { end, found, added, fresh };
+
+    struct BlobCloser {
+        void operator()(sqlite3_blob* blob) const noexcept { sqlite3_blob_close(blob); }
+    };
+    using Blob = std::unique_ptr<sqlite3_blob, BlobCloser>;
+    struct OpenBlob {
+        Blob handle;
+        qint64 offset = 0;
+    };
+
+    const sqlite::Database& database() const;
+    const Table& tableOf(int column) const;
+    const Column& columnAt(int column) const { return shape_.columns[static_cast<std::size_t>(column)]; }
+    void expectOneTable() const;
+    void expectRow() const;
+
+    bool loadNextKey();
+    bool loadKeys(std::size_t wanted);
+    void settle(Place place);
+    const sqlite::Statement& fetched(int table);
+
+    bool dirty() const noexcept { return !pending_.empty() || !spools_.empty() || place_ == Place::fresh; }
+    DbValue fitting(const Column& column, const DbValue& value) const;
+    void bindPending(const sqlite::Statement& statement, const std::vector<int>& columns) const;
+    std::vector<int> pendingColumns(int table) const;
+    void insertRow();
+    void updateRow(int table);
+    void writeSpools(int table);
+    Blob openBlob(int column, qint64 key, bool writable) const;
+
+    std::shared_ptr<detail::Session> session_;
+    QueryShape shape_;
+
+    std::unique_ptr<sqlite::Statement> keyStatement_;  // gone once every key is known
+    std::vector<qint64> keys_;                         // of the rows found, flat: tables.size() for each row
+    std::vector<qint64> added_;                        // keys of the rows added here; one table then
+    Place place_ = Place::end;
+    std::size_t position_ = 0;  // in keys_ or added_, as place_ tells
+    RowKeys current_;
+
+    std::vector<std::unique_ptr<sqlite::Statement>> rowStatements_;
+    std::vector<bool> fetched_;
+    std::map<int, DbValue> pending_;
+    std::map<int, ChunkSpool> spools_;
+    std::map<int, OpenBlob> blobs_;
+};
+
+}  // namespace ado

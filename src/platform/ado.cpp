@@ -1,0 +1,138 @@
+#include "platform/ado.h"
+
+#include "platform/RowSet.h"
+#include "platform/password.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct ConnectionParts {
+    QString path;
+    QString password;
+};
+
+ConnectionParts parse(const QString& connectionString) {
+    const QString sourceKey = u"Data Source="_s;
+    const QString passwordKey = u";Jet OLEDB:Database Password="_s;
+    const qsizetype source = connectionString.indexOf(sourceKey, 0, Qt::CaseInsensitive);
+    // From the end, as a folder's name may hold anything, a semicolon included.
+    const qsizetype password = connectionString.lastIndexOf(passwordKey, -1, Qt::CaseInsensitive);
+    if (source < 0 || password < source) throw RuntimeError(errors::invalidCall);
+    const qsizetype path = source + sourceKey.size();
+    return {connectionString.mid(path, password - path), connectionString.mid(password + passwordKey.size())};
+}
+
+}  // namespace
+
+namespace ado {
+
+Connection::Connection() = default;
+
+Connection::~Connection() {
+    if (isOpen()) Close();
+}
+
+void Connection::Open(const QString& connectionString, const QString&, const QString&, int) {
+    if (isOpen()) throw RuntimeError(errors::objectOpen);
+    try {
+        const ConnectionParts parts = parse(connectionString);
+        password::checkHeader(parts.path, parts.password);
+        auto session = std::make_shared<detail::Session>();
+        session->database = std::make_unique<sqlite::Database>(parts.path, sqlite::Database::Mode::readWrite);
+        // The engine opens lazily; reading the schema shows a cut or locked file now rather than later.
+        session->database->number("SELECT count(*) FROM sqlite_master");
+        session_ = std::move(session);
+        refusal_.reset();
+    } catch (const RuntimeError& failure) {
+        refusal_ = failure;
+        throw;
+    }
+}
+
+void Connection::Close() {
+    if (!isOpen()) throw RuntimeError(errors::objectClosed);
+    for (RowSet* rows : session_->open)
+        rows->release();
+    session_->database.reset();
+    session_.reset();
+}
+
+DbValue Field::Value() const {
+    return rows_->value(column_);
+}
+
+void Field::setValue(const DbValue& value) const {
+    rows_->setValue(column_, value);
+}
+
+QByteArray Field::GetChunk(qint64 length) const {
+    return rows_->getChunk(column_, length);
+}
+
+void Field::AppendChunk(QByteArrayView bytes) const {
+    rows_->appendChunk(column_, bytes);
+}
+
+Recordset::Recordset() = default;
+
+Recordset::~Recordset() = default;
+
+void Recordset::Open(const QString& sql, Connection& connection, int, int, int) {
+    if (isOpen()) throw RuntimeError(errors::objectOpen);
+    rows_.reset();
+    try {
+        if (!connection.isOpen()) throw connection.refusal_.value_or(RuntimeError(errors::objectClosed));
+        rows_ = std::make_unique<RowSet>(connection.session_, sql);
+        refusal_.reset();
+    } catch (const RuntimeError& failure) {
+        refusal_ = failure;
+        throw;
+    }
+}
+
+RowSet& Recordset::rows() const {
+    if (!isOpen()) throw refusal_.value_or(RuntimeError(errors::objectClosed));
+    return *rows_;
+}
+
+void Recordset::Close() {
+    rows();
+    rows_.reset();
+}
+
+bool Recordset::isOpen() const noexcept {
+    return rows_ != nullptr && rows_->alive();
+}
+
+bool Recordset::Eof() const {
+    return rows().atEnd();
+}
+
+void Recordset::MoveNext() {
+    rows().moveNext();
+}
+
+qint32 Recordset::RecordCount() const {
+    return rows().count();
+}
+
+Field Recordset::Fields(QStringView name) const {
+    RowSet& rows = this->rows();
+    return {rows, rows.columnIndex(name)};
+}
+
+void Recordset::AddNew() {
+    rows().addNew();
+}
+
+void Recordset::Update() {
+    rows().update();
+}
+
+void Recordset::Delete(int affected) {
+    if (affected != 1) throw RuntimeError(errors::invalidCall);
+    rows().remove();
+}
+
+}  // namespace ado

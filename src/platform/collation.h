@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QStringView>
+
+/// Czech alphabetical order with letter case ignored: č after c, ch after h, ř after r, š after s, ž after z.
+namespace collation {
+
+/// The name under which a connection knows this order.
+inline constexpr const char* name = "CZECH";
+
+/// Less than, equal to or greater than 0, as `left` stands before, with or behind `right`.
+int compare(QStringView left, QStringView right);
+
+}  // namespace collation

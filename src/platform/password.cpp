@@ -1,0 +1,72 @@
+#include "platform/password.h"
+
+#include <QCryptographicHash>
+#include <QFile>
+#include <QtEndian>
+
+#include "platform/errors.h"
+
+namespace {
+
+constexpr qint32 mark = 0x4B764444;  // "KvDD"
+
+// Offsets and values: the file format of SQLite 3, "The Database Header".
+constexpr qsizetype headerLength = 100;
+constexpr qsizetype markOffset = 68;
+constexpr qsizetype verifierOffset = 60;
+constexpr qsizetype pageSizeOffset = 16;
+constexpr qsizetype schemaFormatOffset = 44;
+constexpr qsizetype encodingOffset = 56;
+constexpr qsizetype journalModeOffset = 18;
+constexpr char rollbackJournal[] = {1, 1};  // to write, to read
+constexpr qsizetype reservedOffset = 20;
+constexpr char appleReserve = 12;  // the engine that comes with macOS keeps so many bytes of each page
+constexpr qsizetype fractionsOffset = 21;
+constexpr char fractions[] = {64, 32, 32};
+
+qint32 verifier(const QString& password) {
+    const QByteArray digest = QCryptographicHash::hash(password.toUtf8(), QCryptographicHash::Sha256);
+    // The field is signed, and 0 is what a file without a password would hold.
+    return static_cast<qint32>(qFromBigEndian<quint32>(digest.constData()) & 0x7FFFFFFF) | 1;
+}
+
+template <typename Number>
+Number numberAt(const QByteArray& header, qsizetype offset) {
+    return qFromBigEndian<Number>(header.constData() + offset);
+}
+
+template <std::size_t Length>
+bool holds(const QByteArray& header, qsizetype offset, const char (&bytes)[Length]) {
+    return QByteArrayView(header).sliced(offset, Length) == QByteArrayView(bytes, Length);
+}
+
+[[noreturn]] void refuse(int resultCode) {
+    throw RuntimeError(errors::database, sqlite::description(resultCode));
+}
+
+}  // namespace
+
+void password::stamp(const sqlite::Database& database, const QString& password) {
+    database.exec(("PRAGMA application_id=" + QByteArray::number(mark)).constData());
+    database.exec(("PRAGMA user_version=" + QByteArray::number(verifier(password))).constData());
+}
+
+void password::checkHeader(const QString& path, const QString& password) {
+    QFile file(path);
+    if (!file.open(QFile::ReadOnly)) refuse(SQLITE_CANTOPEN);
+    const QByteArray header = file.read(headerLength);
+    if (header.size() < headerLength || !header.startsWith(QByteArray("SQLite format 3\0", 16)))
+        refuse(SQLITE_NOTADB);
+    if (numberAt<qint32>(header, markOffset) != mark) refuse(SQLITE_NOTADB);
+    const auto pageSize = numberAt<quint16>(header, pageSizeOffset);
+    const bool powerOfTwo = pageSize != 0 && (pageSize & (pageSize - 1)) == 0;
+    // The engine would take some of these as an order to work in another way, and change the file for it.
+    if (!(pageSize == 1 || (powerOfTwo && pageSize >= 512)) ||
+        !holds(header, journalModeOffset, rollbackJournal) || !holds(header, fractionsOffset, fractions) ||
+        (header[reservedOffset] != 0 && header[reservedOffset] != appleReserve) ||
+        numberAt<qint32>(header, schemaFormatOffset) != 4 || numberAt<qint32>(header, encodingOffset) != 1) {
+        refuse(SQLITE_CORRUPT);
+    }
+    if (numberAt<qint32>(header, verifierOffset) != verifier(password))
+        throw RuntimeError(errors::databasePassword);
+}

@@ -1,0 +1,201 @@
+#include "platform/sqlite.h"
+
+#include <QDebug>
+#include <QFile>
+#include <QFileInfo>
+#include <QStringDecoder>
+#include <QVarLengthArray>
+
+#include "platform/collation.h"
+#include "platform/errors.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int busyTimeout = 5000;  // milliseconds
+
+using Utf16 = QVarLengthArray<QChar, 256>;
+
+QStringView decode(int length, const void* bytes, Utf16& buffer) {
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    buffer.resize(decoder.requiredSpace(length));
+    const QChar* end =
+        decoder.appendToBuffer(buffer.data(), QByteArrayView(static_cast<const char*>(bytes), length));
+    return {buffer.data(), end};
+}
+
+int compareCzech(void*, int leftLength, const void* left, int rightLength, const void* right) {
+    if (leftLength == rightLength && std::memcmp(left, right, static_cast<std::size_t>(leftLength)) == 0)
+        return 0;
+    Utf16 leftBuffer;
+    Utf16 rightBuffer;
+    return collation::compare(decode(leftLength, left, leftBuffer), decode(rightLength, right, rightBuffer));
+}
+
+qint32 number(int resultCode) {
+    switch (resultCode & 0xFF) {
+        case SQLITE_READONLY:
+        case SQLITE_PERM:
+            return errors::databaseReadOnly;
+        case SQLITE_ERROR:
+            return errors::databaseSql;
+        case SQLITE_CONSTRAINT:
+            return errors::databaseConstraint;
+        case SQLITE_NOMEM:
+            return errors::outOfMemory;
+        default:
+            return errors::database;
+    }
+}
+
+}  // namespace
+
+QString sqlite::description(int resultCode) {
+    switch (resultCode & 0xFF) {
+        case SQLITE_BUSY:
+            return u"Soubor databáze právě používá jiný program. Zkuste to znovu později."_s;
+        case SQLITE_LOCKED:
+            return u"Tabulka databáze je právě používána."_s;
+        case SQLITE_FULL:
+            return u"Disk je plný, změny nebylo možné zapsat."_s;
+        case SQLITE_READONLY:
+            return u"Soubor databáze je pouze pro čtení, změny nelze zapsat."_s;
+        case SQLITE_PERM:
+        case SQLITE_AUTH:
+            return u"K souboru databáze nemáte oprávnění."_s;
+        case SQLITE_CANTOPEN:
+            return u"Soubor databáze nelze otevřít."_s;
+        case SQLITE_IOERR:
+            return u"Soubor databáze nelze číst nebo zapisovat."_s;
+        case SQLITE_CORRUPT:
+            return u"Soubor databáze je poškozený."_s;
+        case SQLITE_NOTADB:
+            return u"Soubor není databází programu."_s;
+        case SQLITE_CONSTRAINT:
+            return errors::description(errors::databaseConstraint);
+        case SQLITE_NOMEM:
+            return errors::description(errors::outOfMemory);
+        case SQLITE_TOOBIG:
+            return u"Hodnota je pro databázi příliš velká."_s;
+        case SQLITE_INTERRUPT:
+        case SQLITE_ABORT:
+            return u"Operace databáze byla přerušena."_s;
+        case SQLITE_ERROR:
+            return errors::description(errors::databaseSql);
+        default:
+            return errors::description(errors::database);
+    }
+}
+
+void sqlite::throwFailure(sqlite3* handle, int resultCode) {
+    qWarning("SQLite %d: %s", resultCode,
+             handle != nullptr ? sqlite3_errmsg(handle) : sqlite3_errstr(resultCode));
+    throw RuntimeError(number(resultCode), description(resultCode));
+}
+
+sqlite::Database::Database(const QString& path, Mode mode) {
+    // An absolute path, as a relative one could be taken for a file: address with options.
+    const QString absolute = QFileInfo(path).absoluteFilePath();
+    if (mode == Mode::create) {
+        QFile file(absolute);
+        if (!file.open(QFile::NewOnly | QFile::WriteOnly))
+            throw RuntimeError(errors::database, description(SQLITE_CANTOPEN));
+        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    }
+    sqlite3* opened = nullptr;
+    const int result = sqlite3_open_v2(absolute.toUtf8().constData(), &opened,
+                                       SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+    handle_.reset(opened);
+    if (result != SQLITE_OK) throwFailure(opened, result);
+    sqlite3_extended_result_codes(opened, 1);
+    sqlite3_busy_timeout(opened, busyTimeout);
+    const int registered =
+        sqlite3_create_collation_v2(opened, collation::name, SQLITE_UTF8, nullptr, compareCzech, nullptr);
+    if (registered != SQLITE_OK) throwFailure(opened, registered);
+}
+
+void sqlite::Database::exec(const char* sql) const {
+    const int result = sqlite3_exec(handle(), sql, nullptr, nullptr, nullptr);
+    if (result != SQLITE_OK) throwFailure(handle(), result);
+}
+
+qint64 sqlite::Database::number(const char* sql) const {
+    const Statement statement(*this, sql);
+    if (!statement.step()) throw RuntimeError(errors::noCurrentRecord);
+    return statement.number(0);
+}
+
+sqlite::Statement::Statement(const Database& database, const QByteArray& sql) {
+    sqlite3_stmt* prepared = nullptr;
+    const int result = sqlite3_prepare_v2(database.handle(), sql.constData(), static_cast<int>(sql.size()),
+                                          &prepared, nullptr);
+    handle_.reset(prepared);
+    if (result != SQLITE_OK) throwFailure(database.handle(), result);
+    if (prepared == nullptr) throw RuntimeError(errors::databaseSql);
+}
+
+void sqlite::Statement::check(int resultCode) const {
+    if (resultCode != SQLITE_OK) throwFailure(sqlite3_db_handle(handle()), resultCode);
+}
+
+void sqlite::Statement::bind(int parameter, qint64 number) const {
+    check(sqlite3_bind_int64(handle(), parameter, number));
+}
+
+void sqlite::Statement::bind(int parameter, double number) const {
+    check(sqlite3_bind_double(handle(), parameter, number));
+}
+
+void sqlite::Statement::bind(int parameter, const QString& text) const {
+    const QByteArray utf8 = text.toUtf8();
+    check(sqlite3_bind_text64(handle(), parameter, utf8.constData(), static_cast<sqlite3_uint64>(utf8.size()),
+                              SQLITE_TRANSIENT, SQLITE_UTF8));
+}
+
+void sqlite::Statement::bindBytes(int parameter, QByteArrayView bytes) const {
+    check(sqlite3_bind_blob64(handle(), parameter, bytes.isEmpty() ? "" : bytes.data(),
+                              static_cast<sqlite3_uint64>(bytes.size()), SQLITE_TRANSIENT));
+}
+
+void sqlite::Statement::bindZeros(int parameter, qint64 length) const {
+    check(sqlite3_bind_zeroblob64(handle(), parameter, static_cast<sqlite3_uint64>(length)));
+}
+
+void sqlite::Statement::bindNull(int parameter) const {
+    check(sqlite3_bind_null(handle(), parameter));
+}
+
+bool sqlite::Statement::step() const {
+    const int result = sqlite3_step(handle());
+    if (result == SQLITE_ROW) return true;
+    if (result == SQLITE_DONE) return false;
+    // The engine's message has to be read before the reset that makes the statement usable again.
+    try {
+        throwFailure(sqlite3_db_handle(handle()), result);
+    } catch (...) {
+        sqlite3_reset(handle());
+        throw;
+    }
+}
+
+QString sqlite::Statement::text(int column) const {
+    const auto* utf8 = reinterpret_cast<const char*>(sqlite3_column_text(handle(), column));
+    return QString::fromUtf8(utf8, sqlite3_column_bytes(handle(), column));
+}
+
+sqlite::Transaction::Transaction(const Database& database) : database_(database) {
+    database_.exec("BEGIN IMMEDIATE");
+}
+
+sqlite::Transaction::~Transaction() {
+    // Some failures (a full disk, say) have the engine roll back by itself; a second time would be an error.
+    if (open_ && sqlite3_get_autocommit(database_.handle()) == 0) {
+        sqlite3_exec(database_.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+    }
+}
+
+void sqlite::Transaction::commit() {
+    database_.exec("COMMIT");
+    open_ = false;
+}

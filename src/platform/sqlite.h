@@ -1,0 +1,92 @@
+#pragma once
+
+#include <sqlite3.h>
+
+#include <QByteArrayView>
+#include <QString>
+#include <memory>
+
+/// SQLite's C interface with every result looked at. All failures are thrown as RuntimeError with a Czech
+/// description; the engine's own words go to standard error.
+namespace sqlite {
+
+/// The Czech description of a result code of the engine (primary or extended).
+QString description(int resultCode);
+
+/// @throws RuntimeError always: the failure that the last call on `handle` ended with.
+[[noreturn]] void throwFailure(sqlite3* handle, int resultCode);
+
+/// One open database file with the collation CZECH and a busy time-out of 5 seconds.
+class Database final {
+ public:
+    enum class Mode { readWrite, create };
+
+    /// Opens the file. Mode `create` makes it, for the owner only, and refuses a file that is there.
+    /// @throws RuntimeError when it cannot be opened. As the engine reads nothing yet, damage shows later.
+    Database(const QString& path, Mode mode);
+
+    sqlite3* handle() const noexcept { return handle_.get(); }
+
+    /// Runs statements that give no rows, separated by semicolons.
+    void exec(const char* sql) const;
+    /// The first column of the first row that a statement gives.
+    /// @throws RuntimeError when it gives none.
+    qint64 number(const char* sql) const;
+
+ private:
+    struct Close {
+        void operator()(sqlite3* handle) const noexcept { sqlite3_close_v2(handle); }
+    };
+    std::unique_ptr<sqlite3, Close> handle_;
+};
+
+/// One prepared statement. Columns and parameters are counted as the engine counts them: columns from 0,
+/// parameters from 1.
+class Statement final {
+ public:
+    /// @throws RuntimeError when the text does not compile or is empty.
+    Statement(const Database& database, const QByteArray& sql);
+
+    sqlite3_stmt* handle() const noexcept { return handle_.get(); }
+
+    void bind(int parameter, qint64 number) const;
+    void bind(int parameter, double number) const;
+    void bind(int parameter, const QString& text) const;
+    void bindBytes(int parameter, QByteArrayView bytes) const;
+    void bindZeros(int parameter, qint64 length) const;
+    void bindNull(int parameter) const;
+
+    /// Moves to the next row; false when there is none.
+    bool step() const;
+    /// Makes the statement ready to run again; its parameters keep their values.
+    void reset() const noexcept { sqlite3_reset(handle_.get()); }
+
+    bool isNull(int column) const { return sqlite3_column_type(handle_.get(), column) == SQLITE_NULL; }
+    qint64 number(int column) const { return sqlite3_column_int64(handle_.get(), column); }
+    QString text(int column) const;
+
+ private:
+    void check(int resultCode) const;
+
+    struct Finalize {
+        void operator()(sqlite3_stmt* handle) const noexcept { sqlite3_finalize(handle); }
+    };
+    std::unique_ptr<sqlite3_stmt, Finalize> handle_;
+};
+
+/// A write transaction: everything is undone unless `commit` returned.
+class Transaction final {
+ public:
+    explicit Transaction(const Database& database);
+    ~Transaction();
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+
+    void commit();
+
+ private:
+    const Database& database_;
+    bool open_ = true;
+};
+
+}  // namespace sqlite

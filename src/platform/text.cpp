@@ -1,0 +1,152 @@
+#include "platform/text.h"
+
+#include <QLocale>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+#include "platform/errors.h"
+
+namespace {
+
+constexpr QChar blank(u' ');
+
+template <typename Convert>
+QString letterByLetter(QStringView text, Convert&& convert) {
+    QString whole = convert(text.toString());
+    if (whole.size() == text.size()) return whole;
+    // Some letter grew or shrank: go through the letters and keep those that do.
+    QString result;
+    result.reserve(text.size());
+    for (qsizetype at = 0; at < text.size();) {
+        const qsizetype length =
+            text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate() ? 2 : 1;
+        const QString letter = text.mid(at, length).toString();
+        const QString changed = convert(letter);
+        result += changed.size() == length ? changed : letter;
+        at += length;
+    }
+    return result;
+}
+
+/// Sign, digits and point of a number as the C locale writes it; empty when the text is not numeric.
+QByteArray plainNumber(QStringView text) {
+    const QString decimal = QLocale().decimalPoint();
+    const QString trimmed = text::trim(text);
+    QByteArray plain;
+    bool digits = false;
+    bool point = false;
+    for (qsizetype at = 0; at < trimmed.size(); ++at) {
+        const QChar c = trimmed[at];
+        if (c >= u'0' && c <= u'9') {
+            digits = true;
+            plain += c.toLatin1();
+        } else if (at == 0 && (c == u'+' || c == u'-')) {
+            plain += c.toLatin1();
+        } else if (!point && QStringView(trimmed).mid(at).startsWith(decimal)) {
+            point = true;
+            plain += '.';
+            at += decimal.size() - 1;
+        } else {
+            return {};
+        }
+    }
+    return digits ? plain : QByteArray();
+}
+
+}  // namespace
+
+QString text::trim(QStringView text) {
+    qsizetype first = 0;
+    qsizetype end = text.size();
+    while (first < end && text[first] == blank)
+        ++first;
+    while (end > first && text[end - 1] == blank)
+        --end;
+    return text.mid(first, end - first).toString();
+}
+
+QString text::upperCase(QStringView text) {
+    return letterByLetter(text, [locale = QLocale()](const QString& part) { return locale.toUpper(part); });
+}
+
+QString text::lowerCase(QStringView text) {
+    return letterByLetter(text, [locale = QLocale()](const QString& part) { return locale.toLower(part); });
+}
+
+qsizetype text::inStr(QStringView text, QStringView needle, qsizetype start) {
+    if (start < 1) throw RuntimeError(errors::invalidCall);
+    if (start > text.size()) return 0;
+    return text.indexOf(needle, start - 1) + 1;
+}
+
+qsizetype text::inStrIgnoringCase(QStringView text, QStringView needle, qsizetype start) {
+    return inStr(upperCase(text), upperCase(needle), start);
+}
+
+QString text::mid(QStringView text, qsizetype start) {
+    return mid(text, start, text.size());
+}
+
+QString text::mid(QStringView text, qsizetype start, qsizetype length) {
+    if (start < 1 || length < 0) throw RuntimeError(errors::invalidCall);
+    if (start > text.size()) return {};
+    return text.mid(start - 1, std::min(length, text.size() - start + 1)).toString();
+}
+
+QStringList text::split(const QString& text, QChar separator) {
+    return text.isEmpty() ? QStringList() : text.split(separator);
+}
+
+bool text::isNumeric(QStringView text) {
+    return !plainNumber(text).isEmpty();
+}
+
+double text::Val(QStringView text) {
+    QByteArray number;
+    bool digits = false;
+    bool point = false;
+    bool exponent = false;
+    for (const QChar c : text) {
+        if (c == u' ' || c == u'\t' || c == u'\n' || c == u'\r') continue;
+        const bool afterExponent = !number.isEmpty() && number.back() == 'e';
+        if (c >= u'0' && c <= u'9') {
+            digits = digits || !exponent;
+        } else if ((c == u'+' || c == u'-') && (number.isEmpty() || afterExponent)) {
+        } else if (c == u'.' && !point && !exponent) {
+            point = true;
+        } else if ((c == u'e' || c == u'E' || c == u'd' || c == u'D') && digits && !exponent) {
+            exponent = true;
+            number += 'e';
+            continue;
+        } else {
+            break;
+        }
+        number += c.toLatin1();
+    }
+    if (!digits) return 0;
+    while (!number.isEmpty() && (number.back() == 'e' || number.back() == '+' || number.back() == '-')) {
+        number.chop(1);
+    }
+    // QByteArray reads by the C locale, which is what this rule asks for; a number too large reads as
+    // infinite.
+    return number.toDouble();
+}
+
+qint32 text::toLong(QStringView text) {
+    const QByteArray plain = plainNumber(text);
+    if (plain.isEmpty()) throw RuntimeError(errors::typeMismatch);
+    const double number = roundToEven(plain.toDouble());
+    if (!(number >= std::numeric_limits<qint32>::min() && number <= std::numeric_limits<qint32>::max())) {
+        throw RuntimeError(errors::overflow);
+    }
+    return static_cast<qint32>(number);
+}
+
+double text::roundToEven(double number) {
+    const double below = std::floor(number);
+    const double rest = number - below;
+    if (rest < 0.5) return below;
+    if (rest > 0.5) return below + 1;
+    return std::fmod(below, 2) == 0 ? below : below + 1;
+}
