@@ -1,0 +1,61 @@
+-- The catalogue file data.ddb. CZECH is the alphabetical order that the program registers with its connections.
+-- Keys are never given twice: loans and pictures of a deleted film stay and must not pass to another one.
+
+CREATE TABLE tDVD (
+    DVDID INTEGER PRIMARY KEY AUTOINCREMENT,
+    KatCisl TEXT COLLATE CZECH,
+    CZJm TEXT COLLATE CZECH,
+    PuvJm TEXT COLLATE CZECH,
+    Zanr TEXT COLLATE CZECH,
+    DiskPocet INTEGER,
+    Obsah TEXT COLLATE CZECH,
+    Jazyk INTEGER,
+    Stat TEXT COLLATE CZECH,
+    Rezie TEXT COLLATE CZECH,
+    Delka TEXT COLLATE CZECH,
+    Rok TEXT COLLATE CZECH,
+    Oddel_ID INTEGER,
+    Herci TEXT COLLATE CZECH,
+    Poznamka TEXT COLLATE CZECH,
+    Nabidka TEXT COLLATE CZECH,
+    JazykDetail TEXT COLLATE CZECH,
+    Titulky TEXT COLLATE CZECH,
+    Obal_ID INTEGER,
+    Nahled_ID INTEGER
+);
+CREATE INDEX tDVD_CZJm ON tDVD (CZJm);
+CREATE INDEX tDVD_KatCisl ON tDVD (KatCisl);
+
+CREATE TABLE tZanr (
+    ZID INTEGER PRIMARY KEY AUTOINCREMENT,
+    ZNAME TEXT COLLATE CZECH,
+    ZCOLOR INTEGER DEFAULT 0
+);
+
+CREATE TABLE tOddeleni (
+    ODID INTEGER PRIMARY KEY AUTOINCREMENT,
+    OdJm TEXT COLLATE CZECH
+);
+
+CREATE TABLE tUser (
+    USID INTEGER PRIMARY KEY AUTOINCREMENT,
+    USNAME TEXT COLLATE CZECH,
+    USADR TEXT COLLATE CZECH,
+    USPHONE TEXT COLLATE CZECH,
+    USMAIL TEXT COLLATE CZECH,
+    USPOZN TEXT COLLATE CZECH,
+    USREGNUM TEXT COLLATE CZECH
+);
+CREATE INDEX tUser_USNAME ON tUser (USNAME);
+
+-- P_ID is for the data layer alone, which finds a row again by it.
+CREATE TABLE tPujcky (
+    P_ID INTEGER PRIMARY KEY AUTOINCREMENT,
+    P_UID INTEGER,
+    P_DVDID INTEGER,
+    PDatPujcky DATETIME,
+    PDatVraceni DATETIME
+);
+CREATE INDEX tPujcky_P_DVDID ON tPujcky (P_DVDID);
+CREATE INDEX tPujcky_P_UID ON tPujcky (P_UID);
+CREATE INDEX tPujcky_open ON tPujcky (P_DVDID) WHERE PDatVraceni IS NULL;

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+
+#include "platform/ado.h"
+
+/// The shared database access. Every operation on the catalogue is OpenDB, OpenRS, work through a copy of
+/// `RsDB`, that copy dropped, CloseRS, CloseDB; nothing stays open between two operations.
+
+/// Path of the catalogue file, set once at start.
+extern QString ActDBPath;
+/// The connection string that OpenDB built last.
+extern QString ConnStr;
+/// The one connection; null outside an operation.
+extern std::shared_ptr<ado::Connection> ConnDB;
+/// The one recordset; null outside an operation.
+extern std::shared_ptr<ado::Recordset> RsDB;
+
+/// The password of both data files.
+QString databasePassword();
+
+/// The connection string for a data file.
+QString connectionString(const QString& path);
+
+/// A number of records that is counted when it is first looked at. Counting at once would make every added
+/// loan read all loans. It reads 0 once the recordset it was taken from has gone or been closed.
+class OpenedCount final {
+ public:
+    explicit OpenedCount(std::weak_ptr<ado::Recordset> opened) : opened_(std::move(opened)) {}
+    operator qint32() const;
+
+ private:
+    std::weak_ptr<ado::Recordset> opened_;
+};
+
+/// Makes the shared connection and recordset anew and opens the catalogue, after taking NUL characters out of
+/// ActDBPath. A failure that is still pending in `Err` is shown in a box afterwards.
+/// @throws RuntimeError when the catalogue cannot be opened.
+void OpenDB();
+
+/// Opens the shared recordset on a SELECT and, with `addNew`, starts a new row in it. Failures are skipped;
+/// they show when the recordset is used.
+/// @return the number of records, 0 at the end of the records.
+OpenedCount OpenRS(const QString& sql, bool addNew);
+
+/// Closes the shared recordset.
+/// @throws RuntimeError 91 when there is none, 3704 when it is not open.
+void CloseRS();
+
+/// Closes the shared connection, skipping any failure, and drops connection and recordset.
+void CloseDB();
+
+/// "" for Null, else the value as text.
+QString NullNaText(const DbValue& value);

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+/// The ready-made pair of data files.
+namespace dataFiles {
+
+QString cataloguePath(const QString& folder);
+QString picturesPath(const QString& folder);
+
+/// Makes `data.ddb` and `pictures.ddb` in `folder` (made when missing), readable for the owner only, with the
+/// usual genres and departments. Either both files stand afterwards or none.
+/// @throws RuntimeError when one of them is there already, or when they cannot be written.
+void create(const QString& folder);
+
+}  // namespace dataFiles
