@@ -1,0 +1,154 @@
+#include "catalogue/frmMaster.h"
+
+#include <QCloseEvent>
+#include <QToolButton>
+
+#include "core/mChyba.h"
+#include "core/mFunction.h"
+#include "core/mVerze.h"
+#include "platform/text.h"
+#include "toolkit/appTitle.h"
+#include "toolkit/twips.h"
+#include "ui_frmMaster.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Twips.
+constexpr int left = 165;
+constexpr int top = 855;
+constexpr int clientWidth = 10770;
+constexpr int clientHeight = 6915;
+constexpr int listLeft = 50;
+constexpr int listSides = 100;
+constexpr int listBottom = 10;
+
+QString byCzechTitle() {
+    return u"CZJM"_s;
+}
+
+QString byCatalogueNumber() {
+    return u"KatCisl"_s;
+}
+
+/// A button whose face does one thing and whose arrow opens a menu of related ones.
+void addMenuButton(QToolBar* bar, QAction* before, QAction* face, const QList<QAction*>& entries) {
+    auto* button = new QToolButton(bar);
+    button->setObjectName(face->objectName() + u"Button"_s);
+    button->setDefaultAction(face);
+    button->setToolButtonStyle(bar->toolButtonStyle());
+    button->setPopupMode(QToolButton::MenuButtonPopup);
+    auto* menu = new QMenu(button);
+    menu->addActions(entries);
+    button->setMenu(menu);
+    bar->insertWidget(before, button);
+}
+
+}  // namespace
+
+frmMaster::frmMaster(QWidget* parent) : QMainWindow(parent), ui_(std::make_unique<Ui::frmMaster>()) {
+    ui_->setupUi(this);
+    lvwList_ = ui_->lvwList;
+    buildList();
+    buildStatusBar();
+    buildToolBars();
+    connectCommands();
+    // The given height is that of the area below the menu.
+    setGeometry(twips::toPixels(left), twips::toPixels(top), twips::toPixels(clientWidth),
+                twips::toPixels(clientHeight) + ui_->menuBar->sizeHint().height());
+    ui_->centralWidget->installEventFilter(this);
+
+    setWindowTitle(appTitle() + u' ' + verze::text());
+    NactiSeznam(byCzechTitle());
+    SetColSizeStr();
+    lvwList_->setFocus();
+}
+
+frmMaster::~frmMaster() = default;
+
+void frmMaster::buildList() {
+    lvwList_->setColumns({{u"Ev. číslo"_s, 900},
+                          {u"CZ Název"_s, 2500},
+                          {u"Žánr"_s, 1200},
+                          {u"Půjčeno Komu"_s, 1200},
+                          {u"Půjčeno kdy"_s, 1000},
+                          {u"Původní název"_s, 1440},
+                          {u"Jazyk"_s, 1440}});
+    lvwList_->setAccessibleName(u"Seznam filmů"_s);
+    hidMenuListItem_.addActions({ui_->mnuListItem_0, ui_->mnuListItem_1, ui_->mnuListItem_2});
+    hidMenuListItem_.addSeparator();
+    hidMenuListItem_.addAction(ui_->mnuListItem_4);
+    connect(lvwList_, &ListView::contextMenuAsked, this,
+            [this](const QPoint& position) { hidMenuListItem_.popup(position); });
+}
+
+void frmMaster::buildStatusBar() {
+    using Kind = StatusBar::Kind;
+    ui_->sbMain->addPanel(Kind::date, 1000);
+    ui_->sbMain->addPanel(Kind::time, 900);
+    ui_->sbMain->addPanel(Kind::capsLock, 600);
+    ui_->sbMain->addPanel(Kind::numLock, 550);
+    ui_->sbMain->addPanel(Kind::text, 1440);
+    ui_->sbMain->addPanel(Kind::text, 1440);
+    ui_->sbMain->addPanel(Kind::text, 1440);
+}
+
+void frmMaster::buildToolBars() {
+    addMenuButton(ui_->Toolbar1, ui_->keyPrint, ui_->keyFind,
+                  {ui_->KeyFindCZ, ui_->KeyFindPUV, ui_->KeyFindKATNUM});
+    addMenuButton(ui_->Toolbar1, ui_->keyPrint, ui_->SortCZName, {ui_->SortCZNameEntry, ui_->SortKatNum});
+}
+
+void frmMaster::connectCommands() {
+    for (QAction* action : {ui_->smnuDB_0, ui_->SortCZName, ui_->SortCZNameEntry}) {
+        connect(action, &QAction::triggered, this, [this] { NactiSeznam(byCzechTitle()); });
+    }
+    connect(ui_->SortKatNum, &QAction::triggered, this, [this] { NactiSeznam(byCatalogueNumber()); });
+    connect(ui_->smnuDB_5, &QAction::triggered, this, &QWidget::close);
+    // The two entries of "Zálohovat" do nothing: what is done with the files is done from outside, where both
+    // can be copied at any moment that the program waits.
+}
+
+void frmMaster::SetColSizeStr() {
+    Err.Clear();
+    const QString stored = CtiNastaveni(u"ColSie"_s, QString());
+    if (stored.isEmpty()) return;
+    const QStringList widths = text::split(stored, u'|');
+    for (int column = 0; column < lvwList_->columns(); ++column) {
+        skipFailure([&] {
+            if (column >= widths.size()) throw RuntimeError(errors::subscriptOutOfRange);
+            lvwList_->setColumnWidthInTwips(column, text::toLong(widths[column]));
+        });
+        if (!Err.pending()) continue;
+        ChybaAplikace(u"Chyba :"_s + Err.Description(), u"frmMaster/Sub:SetColSizeStr"_s);
+        break;
+    }
+}
+
+QString frmMaster::GetColSizeStr() const {
+    QString widths;
+    for (int column = 0; column < lvwList_->columns(); ++column) {
+        widths += QString::number(lvwList_->columnWidthInTwips(column)) + u'|';
+    }
+    return widths;
+}
+
+void frmMaster::closeEvent(QCloseEvent* event) {
+    UlozNastaveni(u"ColSie"_s, GetColSizeStr());
+    event->accept();
+}
+
+bool frmMaster::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == ui_->centralWidget && event->type() == QEvent::Resize) placeList();
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void frmMaster::placeList() {
+    // The central widget is what tool bars and status bar leave of the window.
+    const QSize inner = ui_->centralWidget->size();
+    const int width = inner.width() - twips::toPixels(listSides);
+    const int height = inner.height() - lvwList_->y() - twips::toPixels(listBottom);
+    if (width < 0 || height < 0) return;
+    lvwList_->setGeometry(twips::toPixels(listLeft), lvwList_->y(), width, height);
+}

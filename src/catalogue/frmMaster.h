@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QMainWindow>
+#include <QMenu>
+#include <memory>
+
+#include "platform/ado.h"
+#include "toolkit/ListView.h"
+
+namespace Ui {
+class frmMaster;
+}
+
+/// The main window: the list of all films and every command on it. It edits nothing itself; it hands the key
+/// of a film to another window and brings the list up to date afterwards.
+class frmMaster final : public QMainWindow {
+    Q_OBJECT
+
+ public:
+    /// Sets the caption, fills the list by Czech title and gives the columns their stored widths.
+    explicit frmMaster(QWidget* parent = nullptr);
+    ~frmMaster() override;
+
+    /// Fills the list anew with all films in the order of a column of `tDVD`, paints those on loan and counts
+    /// both. A failure is told in a box once; the rows read so far stay.
+    void NactiSeznam(const QString& sortColumn);
+
+    /// Brings the row of one film up to date, or adds it at the end, and paints all films on loan anew. Panel
+    /// 5 keeps its count. Failures are skipped.
+    void ObnovZaznam(qint32 id);
+
+    /// Paints every row black, also those on loan.
+    void Recolor();
+
+    /// Gives the columns the widths stored under `ColSie`. A damaged text is told in a box; the columns
+    /// before the damage have their new widths then.
+    void SetColSizeStr();
+
+    /// The widths of all columns in twips, each followed by "|".
+    QString GetColSizeStr() const;
+
+ protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+    void buildList();
+    void buildStatusBar();
+    void buildToolBars();
+    void connectCommands();
+
+    void fillRow(const ado::Recordset& films);
+    void renewRow(const ado::Recordset& films);
+    void paintLoans();
+    void placeList();
+
+    std::unique_ptr<Ui::frmMaster> ui_;
+    QMenu hidMenuListItem_;
+    ListView* lvwList_;
+};

@@ -1,0 +1,34 @@
+#include "mMain.h"
+
+#include <QCoreApplication>
+
+#include "catalogue/frmMaster.h"
+#include "core/mDatabase.h"
+#include "core/mFunction.h"
+#include "platform/Outside.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Only the name is looked at: whatever is called a "ddb" passes here, and opening it tells the rest.
+bool catalogueFileStands() {
+    const QString name = text::lowerCase(text::trim(paths::Dir(ActDBPath)));
+    return text::inStr(name, u"ddb") > 0;
+}
+
+}  // namespace
+
+std::unique_ptr<frmMaster> Main() {
+    ActDBPath = CtiNastaveni(u"ActDB"_s, paths::inProgramFolder(u"\\data\\data.ddb"));
+    if (!catalogueFileStands()) {
+        MsgBox(u"Nenalezen soubor databáze!"_s, boxStyle::critical, u"Chyba:"_s);
+        return nullptr;
+    }
+    auto master = std::make_unique<frmMaster>();
+    master->show();
+    QCoreApplication::processEvents();
+    return master;
+}

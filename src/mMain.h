@@ -1,0 +1,10 @@
+#pragma once
+
+#include <memory>
+
+class frmMaster;
+
+/// The entry routine: the order in which the program starts. It returns once the windows stand; the program
+/// then runs on their events and ends with the last visible window.
+/// @return the main window; null when there is no catalogue file, which a box has told.
+std::unique_ptr<frmMaster> Main();

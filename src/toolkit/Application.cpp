@@ -1,0 +1,55 @@
+#include "toolkit/Application.h"
+
+#include <QFont>
+#include <QIcon>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <cstdlib>
+
+#include "toolkit/appTitle.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The windows are laid out for this size and for letters of this width, on every system.
+QFont windowFont() {
+    QFont font;
+    font.setFamilies({u"Microsoft Sans Serif"_s, u"Liberation Sans"_s, u"Arial"_s, u"Helvetica"_s});
+    font.setPointSizeF(8.25);
+    return font;
+}
+
+}  // namespace
+
+Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
+    setApplicationName(u"BremDVDKalvera"_s);
+    setWindowIcon(QIcon(u":/icons/app.svg"_s));
+    setFont(windowFont());
+    // A system without regional settings of its own: its users are Czech.
+    if (QLocale().language() == QLocale::C)
+        QLocale::setDefault(QLocale(QLocale::Czech, QLocale::CzechRepublic));
+    const QString name = u"qtbase_cs"_s;
+    if (qtTexts_.load(name, QLibraryInfo::path(QLibraryInfo::TranslationsPath)) ||
+        qtTexts_.load(name, applicationDirPath() + u"/translations"_s)) {
+        installTranslator(&qtTexts_);
+    }
+}
+
+bool Application::notify(QObject* receiver, QEvent* event) {
+    bool handled = false;
+    guarded([&] { handled = QApplication::notify(receiver, event); });
+    return handled;
+}
+
+void Application::endProgram(const RuntimeError& failure) {
+    // While the box is up, other handlers could run and fail in turn; the first failure is the one to tell.
+    static bool ending = false;
+    if (!ending) {
+        ending = true;
+        Outside::current().messageBox(u"Chyba číslo %1:\n%2\n\nProgram bude ukončen."_s.arg(failure.number())
+                                          .arg(failure.description()),
+                                      boxStyle::critical, appTitle(), nullptr);
+    }
+    std::_Exit(EXIT_FAILURE);
+}

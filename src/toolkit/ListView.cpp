@@ -1,0 +1,132 @@
+#include "toolkit/ListView.h"
+
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QMouseEvent>
+#include <QStyledItemDelegate>
+#include <QToolTip>
+
+#include "platform/errors.h"
+#include "toolkit/twips.h"
+
+namespace {
+
+/// Rows with a little air above and below the text.
+class RowDelegate final : public QStyledItemDelegate {
+ public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, air);
+    }
+
+ private:
+    static constexpr int air = 4;  // pixels
+};
+
+}  // namespace
+
+void ListItem::expectColumn(int column) const {
+    if (column < 1 || column >= model_->columnCount()) throw RuntimeError(errors::invalidPropertyValue);
+}
+
+QString ListItem::subItem(int column) const {
+    expectColumn(column);
+    return model_->text(row_, column);
+}
+
+void ListItem::setSubItem(int column, const QString& text) const {
+    expectColumn(column);
+    model_->setText(row_, column, text);
+}
+
+ListView::ListView(QWidget* parent) : QTreeView(parent) {
+    setModel(&model_);
+    setItemDelegate(new RowDelegate(this));
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setEditTriggers(NoEditTriggers);
+    setTextElideMode(Qt::ElideRight);
+    header()->setStretchLastSection(false);
+    header()->setSectionsMovable(false);
+    header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+void ListView::setColumns(const std::vector<ListColumn>& columns) {
+    QStringList captions;
+    for (const ListColumn& column : columns)
+        captions += column.caption;
+    model_.setCaptions(captions);
+    widths_.assign(columns.size(), {});
+    for (int column = 0; column < this->columns(); ++column) {
+        setColumnWidthInTwips(column, columns[static_cast<std::size_t>(column)].width);
+    }
+}
+
+int ListView::columnWidthInTwips(int column) const {
+    const Width& width = widths_[static_cast<std::size_t>(column)];
+    const int shown = columnWidth(column);
+    return shown == width.pixels ? width.twips : shown * twips::perPixel;
+}
+
+void ListView::setColumnWidthInTwips(int column, int width) {
+    if (width < 0) throw RuntimeError(errors::invalidPropertyValue);
+    setColumnWidth(column, twips::toPixels(width));
+    widths_[static_cast<std::size_t>(column)] = {width, columnWidth(column)};
+}
+
+ListItem ListView::itemAt(int row) {
+    if (row < 0 || row >= count()) throw RuntimeError(errors::subscriptOutOfRange);
+    return {model_, row};
+}
+
+ListItem ListView::selectedItem() {
+    if (!hasSelectedItem()) throw RuntimeError(errors::objectNotSet);
+    return {model_, currentIndex().row()};
+}
+
+void ListView::select(const ListItem& item) {
+    setCurrentIndex(model_.index(item.row(), 0));
+}
+
+void ListView::ensureVisible(const ListItem& item) {
+    scrollTo(model_.index(item.row(), 0));
+}
+
+void ListView::endFill() {
+    model_.endFill();
+    if (model_.rowCount() > 0) setCurrentIndex(model_.index(0, 0));
+    emit selectionMoved();
+}
+
+void ListView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTreeView::currentChanged(current, previous);
+    emit selectionMoved();
+}
+
+void ListView::mouseReleaseEvent(QMouseEvent* event) {
+    QTreeView::mouseReleaseEvent(event);
+    if (event->button() == Qt::RightButton) emit contextMenuAsked(event->globalPosition().toPoint());
+}
+
+void ListView::contextMenuEvent(QContextMenuEvent* event) {
+    // The mouse has its own rule: the menu comes at the release, on every system.
+    if (event->reason() == QContextMenuEvent::Keyboard) emit contextMenuAsked(event->globalPos());
+    event->accept();
+}
+
+bool ListView::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) return QTreeView::viewportEvent(event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    const QModelIndex index = indexAt(help->pos());
+    const bool cut = index.isValid() && sizeHintForIndex(index).width() > columnWidth(index.column());
+    // The tip is rich text if it looks like it; escaping keeps a title a title.
+    const QString text = cut ? model_.text(index.row(), index.column()).toHtmlEscaped() : QString();
+    QToolTip::showText(help->globalPos(), text.isEmpty() ? text : QStringLiteral("<span>%1</span>").arg(text),
+                       this);
+    return true;
+}

@@ -1,0 +1,105 @@
+#pragma once
+
+#include <QTreeView>
+#include <vector>
+
+#include "toolkit/ListModel.h"
+
+class ListView;
+
+/// One row of a ListView, to be used at once: it means whatever stands at its place.
+class ListItem final {
+ public:
+    ListItem(ListModel& model, int row) : model_(&model), row_(row) {}
+
+    int row() const noexcept { return row_; }
+    QString key() const { return model_->key(row_); }
+    QString text() const { return model_->text(row_, 0); }
+    void setText(const QString& text) const { model_->setText(row_, 0, text); }
+    /// The text of a further column, from 1.
+    /// @throws RuntimeError 380 when the list has no such column.
+    QString subItem(int column) const;
+    void setSubItem(int column, const QString& text) const;
+    quint32 foreColor() const { return model_->colour(row_); }
+    /// The colour (0xBBGGRR) of the row with all its sub-items.
+    void setForeColor(quint32 colour) const { model_->setColour(row_, colour); }
+
+ private:
+    void expectColumn(int column) const;
+
+    ListModel* model_;
+    int row_;
+};
+
+/// A column header: its caption and its width in twips.
+struct ListColumn {
+    QString caption;
+    int width;
+};
+
+/// A list in report view with keyed rows.
+class ListView final : public QTreeView {
+    Q_OBJECT
+
+ public:
+    explicit ListView(QWidget* parent = nullptr);
+
+    void setColumns(const std::vector<ListColumn>& columns);
+    int columns() const { return static_cast<int>(widths_.size()); }
+    /// Width of a column, from 0, in twips; as it was set, unless the user has dragged it since.
+    int columnWidthInTwips(int column) const;
+    /// @throws RuntimeError 380 for a negative width.
+    void setColumnWidthInTwips(int column, int width);
+
+    void clear() { model_.clear(); }
+    int count() const { return model_.count(); }
+    /// Adds a row at the end. @throws RuntimeError 457 when the key is taken.
+    ListItem add(const QString& key, const QString& text) { return {model_, model_.add(key, text)}; }
+    /// @throws RuntimeError 35601 when no row has the key.
+    ListItem item(const QString& key) { return {model_, model_.indexOf(key)}; }
+    /// The row at an index from 0 in the list's order. @throws RuntimeError 9 outside the list.
+    ListItem itemAt(int row);
+
+    bool hasSelectedItem() const { return currentIndex().isValid(); }
+    /// @throws RuntimeError 91 when no row is selected.
+    ListItem selectedItem();
+    void select(const ListItem& item);
+    void ensureVisible(const ListItem& item);
+
+    /// Fills the list without a signal per row for as long as it lives. Afterwards the first row is the
+    /// selected one.
+    class Fill final {
+     public:
+        explicit Fill(ListView& list) : list_(list) { list_.model_.beginFill(); }
+        ~Fill() { list_.endFill(); }
+        Fill(const Fill&) = delete;
+        Fill& operator=(const Fill&) = delete;
+
+     private:
+        ListView& list_;
+    };
+
+ signals:
+    /// Another row, or none, is the selected one now.
+    void selectionMoved();
+    /// The user asks for a context menu: by a release of the right button, or by the keyboard.
+    void contextMenuAsked(const QPoint& globalPosition);
+
+ protected:
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    /// Tells the whole text of a cell that its column is too narrow for.
+    bool viewportEvent(QEvent* event) override;
+
+ private:
+    struct Width {
+        int twips = 0;   // as set
+        int pixels = 0;  // what the header made of it
+    };
+
+    void endFill();
+
+    ListModel model_;
+    std::vector<Width> widths_;
+};

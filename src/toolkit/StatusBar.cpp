@@ -1,0 +1,56 @@
+#include "toolkit/StatusBar.h"
+
+#include <QLocale>
+
+#include "platform/Outside.h"
+#include "platform/dates.h"
+#include "toolkit/twips.h"
+
+using namespace Qt::StringLiterals;
+
+StatusBar::StatusBar(QWidget* parent) : QStatusBar(parent), locks_(this) {
+    connect(&locks_, &LockKeys::changed, this, &StatusBar::showLocks);
+    connect(&second_, &QTimer::timeout, this, [this] {
+        showClock();
+        locks_.refresh();
+    });
+    second_.start(std::chrono::seconds(1));
+}
+
+void StatusBar::addPanel(Kind kind, int width) {
+    if (!panels_.empty()) {
+        // Only the last panel stretches.
+        QLabel* last = panels_.back().label;
+        removeWidget(last);
+        addWidget(last);
+        last->show();
+    }
+    auto* label = new QLabel(this);
+    label->setObjectName(u"%1Panel_%2"_s.arg(objectName()).arg(panels_.size() + 1));
+    label->setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
+    label->setTextFormat(Qt::PlainText);
+    label->setMinimumWidth(twips::toPixels(width));
+    if (kind != Kind::text) label->setAlignment(Qt::AlignCenter);
+    addWidget(label, 1);
+    panels_.push_back({kind, label});
+    if (kind == Kind::capsLock) label->setText(u"CAPS"_s);
+    if (kind == Kind::numLock) label->setText(u"NUM"_s);
+    showClock();
+    showLocks();
+}
+
+void StatusBar::showClock() {
+    const QDateTime now = Outside::current().now();
+    for (const Panel& panel : panels_) {
+        if (panel.kind == Kind::date) panel.label->setText(dates::toShown(now.date()));
+        if (panel.kind == Kind::time)
+            panel.label->setText(QLocale().toString(now.time(), QLocale::ShortFormat));
+    }
+}
+
+void StatusBar::showLocks() {
+    for (const Panel& panel : panels_) {
+        if (panel.kind == Kind::capsLock) panel.label->setEnabled(locks_.capsLock());
+        if (panel.kind == Kind::numLock) panel.label->setEnabled(locks_.numLock());
+    }
+}

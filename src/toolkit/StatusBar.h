@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QLabel>
+#include <QStatusBar>
+#include <QTimer>
+#include <vector>
+
+#include "toolkit/LockKeys.h"
+
+/// A status bar of panels, counted from 1. A panel is at least as wide as it was made and grows with its
+/// text; the last one takes the rest. Panels that show the date, the time or a lock key keep themselves up to
+/// date.
+class StatusBar final : public QStatusBar {
+    Q_OBJECT
+
+ public:
+    enum class Kind { text, date, time, capsLock, numLock };
+
+    explicit StatusBar(QWidget* parent = nullptr);
+
+    /// Adds a panel. @param width in twips.
+    void addPanel(Kind kind, int width);
+
+    QString panelText(int panel) const { return label(panel).text(); }
+    void setPanelText(int panel, const QString& text) { label(panel).setText(text); }
+
+ private:
+    struct Panel {
+        Kind kind;
+        QLabel* label;
+    };
+
+    QLabel& label(int panel) const { return *panels_[static_cast<std::size_t>(panel) - 1].label; }
+    void showClock();
+    void showLocks();
+
+    std::vector<Panel> panels_;
+    LockKeys locks_;
+    QTimer second_;
+};

@@ -1,0 +1,79 @@
+#include "toolkit/WindowOutside.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QMessageBox>
+
+#include "toolkit/appTitle.h"
+
+namespace {
+
+constexpr int iconMask = 0x70;
+constexpr int buttonsMask = 0x0F;
+
+QMessageBox::Icon iconOf(int style) {
+    switch (style & iconMask) {
+        case boxStyle::critical:
+            return QMessageBox::Critical;
+        case boxStyle::question:
+            return QMessageBox::Question;
+        case boxStyle::exclamation:
+            return QMessageBox::Warning;
+        case boxStyle::information:
+            return QMessageBox::Information;
+        default:
+            return QMessageBox::NoIcon;
+    }
+}
+
+QWidget* windowOf(QObject* owner) {
+    auto* widget = qobject_cast<QWidget*>(owner);
+    return widget != nullptr ? widget : QApplication::activeWindow();
+}
+
+/// Runs a file dialog; "" when cancelled.
+QString ask(QFileDialog& dialog, const FileDialogRequest& request) {
+    dialog.setNameFilter(request.filterName.contains(request.pattern)
+                             ? request.filterName
+                             : request.filterName + QStringLiteral(" (%1)").arg(request.pattern));
+    dialog.setDefaultSuffix(request.defaultExtension);
+    if (dialog.exec() != QDialog::Accepted) return {};
+    return QDir::toNativeSeparators(dialog.selectedFiles().value(0));
+}
+
+}  // namespace
+
+BoxAnswer WindowOutside::messageBox(const QString& text, int style, const QString& title, QObject* owner) {
+    const bool question = (style & buttonsMask) == boxStyle::yesNo;
+    QMessageBox box(iconOf(style), title.isEmpty() ? appTitle() : title, text,
+                    question ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok, windowOf(owner));
+    // Titles of films may hold what looks like markup.
+    box.setTextFormat(Qt::PlainText);
+    if (question) box.setEscapeButton(QMessageBox::No);
+    switch (box.exec()) {
+        case QMessageBox::Yes:
+            return BoxAnswer::yes;
+        case QMessageBox::No:
+            return BoxAnswer::no;
+        default:
+            return question ? BoxAnswer::no : BoxAnswer::ok;
+    }
+}
+
+QString WindowOutside::openFile(const FileDialogRequest& request, QObject* owner) {
+    QFileDialog dialog(windowOf(owner), request.title, request.folder);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    return ask(dialog, request);
+}
+
+QString WindowOutside::saveFile(const FileDialogRequest& request, QObject* owner) {
+    QFileDialog dialog(windowOf(owner), request.title, request.folder);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    return ask(dialog, request);
+}
+
+QDateTime WindowOutside::now() {
+    return QDateTime::currentDateTime();
+}

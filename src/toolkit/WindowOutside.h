@@ -1,0 +1,12 @@
+#pragma once
+
+#include "platform/Outside.h"
+
+/// The real world: Qt's message boxes, the desktop's file dialogs, the machine's clock.
+class WindowOutside final : public Outside {
+ public:
+    BoxAnswer messageBox(const QString& text, int style, const QString& title, QObject* owner) override;
+    QString openFile(const FileDialogRequest& request, QObject* owner) override;
+    QString saveFile(const FileDialogRequest& request, QObject* owner) override;
+    QDateTime now() override;
+};
