@@ -30,7 +30,8 @@ QString readText(const QString& path) {
         throw RuntimeError(errors::fileNotFound, u"Soubor nelze číst: %1"_s.arg(path));
     }
     const QByteArray bytes = file.readAll();
-    QStringDecoder decoder(QStringDecoder::Utf8);  // takes a byte order mark away by itself
+    // Without a state it also sees a character that is cut off at the end. It takes a byte order mark away.
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     QString text = decoder(bytes);
     if (decoder.hasError()) {
         throw RuntimeError(errors::invalidCall, u"Soubor není v kódování UTF-8: %1"_s.arg(path));

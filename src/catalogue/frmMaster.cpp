@@ -6,6 +6,7 @@
 #include "core/mChyba.h"
 #include "core/mFunction.h"
 #include "core/mVerze.h"
+#include "platform/errors.h"
 #include "platform/text.h"
 #include "toolkit/appTitle.h"
 #include "toolkit/twips.h"

@@ -4,7 +4,6 @@
 #include <QMenu>
 #include <memory>
 
-#include "platform/ado.h"
 #include "toolkit/ListView.h"
 
 namespace Ui {
@@ -49,8 +48,6 @@ class frmMaster final : public QMainWindow {
     void buildToolBars();
     void connectCommands();
 
-    void fillRow(const ado::Recordset& films);
-    void renewRow(const ado::Recordset& films);
     void paintLoans();
     void placeList();
 

@@ -1,5 +1,8 @@
 // How the main window's list is filled from the database and kept up to date.
 
+#include <array>
+#include <charconv>
+
 #include "catalogue/frmMaster.h"
 #include "core/mDatabase.h"
 #include "core/mFunction.h"
@@ -23,8 +26,61 @@ QString openLoansSql() {
            "tPujcky.P_DVDID) ON tUser.USID = tPujcky.P_UID WHERE (((tPujcky.PDatVraceni) Is Null));"_s;
 }
 
-QString rowKey(const ado::Recordset& films) {
-    return u'K' + films.Fields(u"DVDID").Value().toText();
+/// "K" and the id in decimal. Made for every row of every fill, so in one piece.
+QString rowKey(const DbValue& id) {
+    std::array<char, 12> key{'K'};
+    const auto end = std::to_chars(key.data() + 1, key.data() + key.size(), id.toLong()).ptr;
+    return QString::fromLatin1(key.data(), end - key.data());
+}
+
+/// The columns that a row of the list is made of. Looked up once for all rows.
+struct FilmFields {
+    explicit FilmFields(const ado::Recordset& films)
+        : id(films.Fields(u"DVDID")),
+          katCisl(films.Fields(u"KatCisl")),
+          czJm(films.Fields(u"CZJM")),
+          zanr(films.Fields(u"Zanr")),
+          puvJm(films.Fields(u"PuvJm")),
+          jazyk(films.Fields(u"Jazyk")) {}
+
+    ado::Field id;
+    ado::Field katCisl;
+    ado::Field czJm;
+    ado::Field zanr;
+    ado::Field puvJm;
+    ado::Field jazyk;
+};
+
+/// Adds the row of the current film, unless it has no number.
+void fillRow(ListView& list, const FilmFields& film) {
+    std::optional<ListItem> row;
+    skipFailure([&] {
+        DbValue katCisl = film.katCisl.Value();
+        if (!katCisl.isNull()) row = list.add(rowKey(film.id.Value()), NullNaText(std::move(katCisl)));
+    });
+    if (!row) return;  // not to be listed; or not readable, and then neither is the rest
+    skipFailure([&] { row->setSubItem(1, NullNaText(film.czJm.Value())); });
+    skipFailure([&] { row->setSubItem(2, NullNaText(film.zanr.Value())); });
+    skipFailure([&] { row->setSubItem(5, NullNaText(film.puvJm.Value())); });
+    skipFailure([&] { row->setSubItem(6, JazykText(film.jazyk.Value().toLong())); });
+}
+
+/// Adds the row of the current film, or brings the one it has up to date.
+void renewRow(ListView& list, const FilmFields& film) {
+    std::optional<ListItem> row;
+    skipFailure([&] { row = list.add(rowKey(film.id.Value()), film.katCisl.Value().toText()); });
+    if (!row) {
+        skipFailure([&] { row = list.item(rowKey(film.id.Value())); });
+        if (!row) return;  // a film without a number is not listed
+        skipFailure([&] { row->setText(film.katCisl.Value().toText()); });
+    }
+    skipFailure([&] { row->setSubItem(1, film.czJm.Value().toText()); });
+    skipFailure([&] { row->setSubItem(2, film.zanr.Value().toText()); });
+    skipFailure([&] { row->setSubItem(3, {}); });
+    skipFailure([&] { row->setSubItem(4, {}); });
+    skipFailure([&] { row->setSubItem(5, film.puvJm.Value().toText()); });
+    skipFailure([&] { row->setSubItem(6, JazykText(film.jazyk.Value().toLong())); });
+    skipFailure([&] { BarvaPolozky(list, row->key(), black); });
 }
 
 /// Where failures are skipped, an end test that fails does not end a loop: the body runs and sees the
@@ -56,6 +112,7 @@ void frmMaster::NactiSeznam(const QString& sortColumn) {
     OpenRS(u"SELECT * from tDVD Order by "_s + sortColumn, false);
     Err.Clear();
     auto films = RsDB;
+    std::optional<FilmFields> fields;
     while (notAtEnd(*films)) {
         if (Err.pending()) {
             MsgBox(u"Došlo k chybě:\n"_s + Err.Description(), boxStyle::plain,
@@ -63,7 +120,8 @@ void frmMaster::NactiSeznam(const QString& sortColumn) {
             Err.Clear();
             break;
         }
-        fillRow(*films);
+        if (!fields) skipFailure([&] { fields.emplace(*films); });
+        if (fields) fillRow(*lvwList_, *fields);
         skipFailure([&] { films->MoveNext(); });
     }
     skipFailure([&] {
@@ -75,26 +133,13 @@ void frmMaster::NactiSeznam(const QString& sortColumn) {
     closeCatalogue();
 }
 
-void frmMaster::fillRow(const ado::Recordset& films) {
-    bool listed = true;  // a test that fails lets the branch run
-    skipFailure([&] { listed = !films.Fields(u"KatCisl").Value().isNull(); });
-    if (!listed) return;
-    std::optional<ListItem> row;
-    skipFailure([&] { row = lvwList_->add(rowKey(films), NullNaText(films.Fields(u"KatCisl").Value())); });
-    if (!row) return;  // each of the statements below would fail on the missing row
-    skipFailure([&] { row->setSubItem(1, NullNaText(films.Fields(u"CZJM").Value())); });
-    skipFailure([&] { row->setSubItem(2, NullNaText(films.Fields(u"Zanr").Value())); });
-    skipFailure([&] { row->setSubItem(5, NullNaText(films.Fields(u"PuvJm").Value())); });
-    skipFailure([&] { row->setSubItem(6, JazykText(films.Fields(u"Jazyk").Value().toLong())); });
-}
-
 void frmMaster::paintLoans() {
     OpenRS(openLoansSql(), false);
     auto loans = RsDB;
     while (notAtEnd(*loans)) {
         if (Err.pending()) break;
         std::optional<ListItem> row;
-        skipFailure([&] { row = lvwList_->item(rowKey(*loans)); });
+        skipFailure([&] { row = lvwList_->item(rowKey(loans->Fields(u"DVDID").Value())); });
         if (row) {
             skipFailure([&] { BarvaPolozky(*lvwList_, row->key(), green); });
             skipFailure([&] { row->setSubItem(3, loans->Fields(u"USNAME").Value().toText()); });
@@ -112,31 +157,16 @@ void frmMaster::ObnovZaznam(qint32 id) {
     OpenRS(u"SELECT * from tDVD WHERE DVDID ="_s + QString::number(id), false);
     Err.Clear();
     auto films = RsDB;
-    bool found = false;
-    skipFailure([&] { found = !films->Eof(); });
-    if (found) renewRow(*films);
+    skipFailure([&] {
+        if (films->Eof()) return;
+        const FilmFields fields(*films);
+        Err.Clear();
+        renewRow(*lvwList_, fields);
+    });
     films.reset();
     skipFailure([] { CloseRS(); });
     paintLoans();
     closeCatalogue();
-}
-
-void frmMaster::renewRow(const ado::Recordset& films) {
-    Err.Clear();
-    std::optional<ListItem> row;
-    skipFailure([&] { row = lvwList_->add(rowKey(films), films.Fields(u"KatCisl").Value().toText()); });
-    if (!row) {
-        skipFailure([&] { row = lvwList_->item(rowKey(films)); });
-        if (!row) return;  // a film without a number is not listed
-        skipFailure([&] { row->setText(films.Fields(u"KatCisl").Value().toText()); });
-    }
-    skipFailure([&] { row->setSubItem(1, films.Fields(u"CZJM").Value().toText()); });
-    skipFailure([&] { row->setSubItem(2, films.Fields(u"Zanr").Value().toText()); });
-    skipFailure([&] { row->setSubItem(3, QString()); });
-    skipFailure([&] { row->setSubItem(4, QString()); });
-    skipFailure([&] { row->setSubItem(5, films.Fields(u"PuvJm").Value().toText()); });
-    skipFailure([&] { row->setSubItem(6, JazykText(films.Fields(u"Jazyk").Value().toLong())); });
-    skipFailure([&] { BarvaPolozky(*lvwList_, row->key(), black); });
 }
 
 void frmMaster::Recolor() {

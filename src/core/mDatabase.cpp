@@ -65,6 +65,6 @@ void CloseDB() {
     RsDB.reset();
 }
 
-QString NullNaText(const DbValue& value) {
-    return value.isNull() ? QString() : value.toText();
+QString NullNaText(DbValue value) {
+    return value.isNull() ? QString() : std::move(value).toText();
 }

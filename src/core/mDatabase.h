@@ -52,4 +52,4 @@ void CloseRS();
 void CloseDB();
 
 /// "" for Null, else the value as text.
-QString NullNaText(const DbValue& value);
+QString NullNaText(DbValue value);

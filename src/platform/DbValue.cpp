@@ -1,6 +1,7 @@
 #include "platform/DbValue.h"
 
 #include <QLocale>
+#include <cmath>
 #include <limits>
 
 #include "platform/dates.h"
@@ -19,13 +20,21 @@ const Wanted& expect(const Content& content) {
 
 }  // namespace
 
-QString DbValue::toText() const {
+QString DbValue::toText() && {
+    if (auto* text = std::get_if<QString>(&content_)) return std::move(*text);
+    return std::as_const(*this).toText();
+}
+
+QString DbValue::toText() const& {
     if (const auto* text = std::get_if<QString>(&content_)) return *text;
     if (const auto* number = std::get_if<qint64>(&content_)) return QString::number(*number);
     if (const auto* number = std::get_if<double>(&content_)) {
         QLocale locale;
         locale.setNumberOptions(QLocale::OmitGroupSeparator);
-        return locale.toString(*number, 'g', QLocale::FloatingPointShortest);
+        // As the Basic runtime writes them: with an exponent only beyond 15 digits.
+        const double size = std::abs(*number);
+        const bool plain = size == 0 || (size >= 1e-4 && size < 1e15);
+        return locale.toString(*number, plain ? 'f' : 'E', QLocale::FloatingPointShortest);
     }
     return dates::toShown(expect<QDateTime>(content_));
 }

@@ -22,7 +22,8 @@ class DbValue final {
 
     /// The value as text: numbers in decimal, dates as the user sees them, texts as they stand.
     /// @throws RuntimeError 94 on Null, 13 on bytes.
-    QString toText() const;
+    QString toText() const&;
+    QString toText() &&;
 
     /// The value as a 32-bit whole number, halves rounded to the even neighbour; texts by text::toLong.
     /// @throws RuntimeError 94 on Null, 13 on dates, bytes and texts that are not numeric, 6 when it does not

@@ -44,10 +44,15 @@ bool isWordCharacter(char c) {
     return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
 }
 
-/// Where the word FROM of the outermost SELECT begins, so that the select list in front of it can be
-/// replaced.
-qsizetype outerFrom(const QByteArray& sql) {
+/// Where parts of the outermost SELECT begin.
+struct Outer {
+    qsizetype list;  ///< behind the word SELECT
+    qsizetype from;  ///< at the word FROM
+};
+
+Outer outerWords(const QByteArray& sql) {
     int depth = 0;
+    qsizetype list = -1;
     for (qsizetype at = 0; at < sql.size(); ++at) {
         const char c = sql[at];
         if (c == '(') ++depth;
@@ -60,7 +65,10 @@ qsizetype outerFrom(const QByteArray& sql) {
         const qsizetype begin = at;
         while (at + 1 < sql.size() && isWordCharacter(sql[at + 1]))
             ++at;
-        if (qstrnicmp(sql.constData() + begin, "from", 4) == 0 && at + 1 - begin == 4) return begin;
+        const QByteArray word = sql.sliced(begin, at + 1 - begin).toLower();
+        if (list < 0 && word != "select") break;
+        if (list < 0) list = at + 1;
+        if (word == "from") return {list, begin};
     }
     throw RuntimeError(errors::databaseSql);
 }
@@ -92,6 +100,8 @@ QueryShape ado::QueryShape::of(const sqlite::Database& database, const QString& 
     for (const Table& table : shape.tables) {
         keys += (keys.isEmpty() ? "" : ",") + quoted(table.name) + '.' + quoted(table.key);
     }
-    shape.keysSql = "SELECT " + keys + ' ' + text.sliced(outerFrom(text));
+    const Outer outer = outerWords(text);
+    shape.keysSql = "SELECT " + keys + ' ' + text.sliced(outer.from);
+    shape.walkSql = "SELECT " + keys + ',' + text.sliced(outer.list);
     return shape;
 }

@@ -28,11 +28,12 @@ struct Table {
 };
 
 /// What a recordset has to know of its SELECT to fetch and change single rows: the columns, the tables behind
-/// them, and a SELECT of the tables' keys alone that gives the same rows in the same order.
+/// them, and two more forms of the SELECT that give the same rows in the same order.
 struct QueryShape {
     std::vector<Column> columns;
     std::vector<Table> tables;
-    QByteArray keysSql;
+    QByteArray keysSql;  ///< the tables' keys alone, one column for each table
+    QByteArray walkSql;  ///< the same keys, then all columns
 
     /// @throws RuntimeError when the text does not compile, is no SELECT, has a column that belongs to no
     ///         table, or meets a table without an INTEGER PRIMARY KEY.

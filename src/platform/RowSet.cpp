@@ -1,7 +1,6 @@
 #include "platform/RowSet.h"
 
 #include <algorithm>
-#include <limits>
 
 #include "platform/dates.h"
 #include "platform/errors.h"
@@ -11,17 +10,21 @@ using namespace ado;
 namespace {
 
 DbValue readValue(const sqlite::Statement& statement, int place, ColumnKind kind) {
-    switch (sqlite3_column_type(statement.handle(), place)) {
-        case SQLITE_NULL:
-            return {};
-        case SQLITE_INTEGER:
-            return statement.number(place);
-        case SQLITE_FLOAT:
-            return sqlite3_column_double(statement.handle(), place);
-        default:
-            break;
+    // The engine keeps nothing but text and Null in a text column, so its type need not be asked for.
+    if (kind != ColumnKind::text) {
+        switch (sqlite3_column_type(statement.handle(), place)) {
+            case SQLITE_NULL:
+                return {};
+            case SQLITE_INTEGER:
+                return statement.number(place);
+            case SQLITE_FLOAT:
+                return sqlite3_column_double(statement.handle(), place);
+            default:
+                break;
+        }
     }
     QString text = statement.text(place);
+    if (text.isNull()) return {};
     if (kind == ColumnKind::date) {
         const QDateTime moment = dates::fromStored(text);
         if (moment.isValid()) return moment;
@@ -50,10 +53,10 @@ void bindValue(const sqlite::Statement& statement, int parameter, const DbValue&
 
 RowSet::RowSet(std::shared_ptr<detail::Session> session, const QString& sql)
     : session_(std::move(session)), shape_(QueryShape::of(*session_->database, sql)) {
-    keyStatement_ = std::make_unique<sqlite::Statement>(*session_->database, shape_.keysSql);
+    found_ = std::make_unique<Keyset>(*session_->database, shape_);
     rowStatements_.resize(shape_.tables.size());
     fetched_.resize(shape_.tables.size());
-    settle(loadKeys(1) ? Place::found : Place::end);
+    settle(found_->atEnd() ? Place::end : Place::found);
     session_->open.push_back(this);
 }
 
@@ -64,7 +67,7 @@ RowSet::~RowSet() {
 void RowSet::release() noexcept {
     blobs_.clear();
     rowStatements_.clear();
-    keyStatement_.reset();
+    found_.reset();
 }
 
 const sqlite::Database& RowSet::database() const {
@@ -92,57 +95,39 @@ void RowSet::expectRow() const {
     if (place_ == Place::end) throw RuntimeError(errors::noCurrentRecord);
 }
 
-bool RowSet::loadNextKey() {
-    // A key added through this very recordset can turn up here too, as the statement is still running.
-    bool fresh = false;
-    while (keyStatement_ != nullptr && !fresh) {
-        if (!keyStatement_->step()) {
-            keyStatement_.reset();
-            return false;
-        }
-        fresh = std::find(added_.begin(), added_.end(), keyStatement_->number(0)) == added_.end();
-    }
-    if (!fresh) return false;
-    for (int table = 0; table < static_cast<int>(shape_.tables.size()); ++table) {
-        keys_.push_back(keyStatement_->number(table));
-    }
-    return true;
-}
-
-bool RowSet::loadKeys(std::size_t wanted) {
-    while (keys_.size() / shape_.tables.size() < wanted) {
-        if (!loadNextKey()) return false;
-    }
-    return true;
-}
-
 qint32 RowSet::count() {
-    loadKeys(std::numeric_limits<std::size_t>::max());
-    return static_cast<qint32>(keys_.size() / shape_.tables.size() + added_.size());
+    // Counting may end the running query, on which the current row is read.
+    const std::size_t count = found_->count() + added_.size();
+    return static_cast<qint32>(count);
 }
 
 void RowSet::settle(Place place) {
     place_ = place;
-    const auto width = shape_.tables.size();
-    if (place == Place::found) {
-        const auto first = keys_.begin() + static_cast<std::ptrdiff_t>(position_ * width);
-        current_.assign(first, first + static_cast<std::ptrdiff_t>(width));
-    } else if (place == Place::added) {
-        current_.assign(1, added_[position_]);
-    }
+    current_.clear();
+    stale_ = false;
     std::fill(fetched_.begin(), fetched_.end(), false);
-    pending_.clear();
-    spools_.clear();
-    blobs_.clear();
+    if (!pending_.empty()) pending_.clear();
+    if (!spools_.empty()) spools_.clear();
+    if (!blobs_.empty()) blobs_.clear();
+}
+
+const RowKeys& RowSet::currentKeys() {
+    if (current_.empty())
+        current_ = place_ == Place::added ? RowKeys{added_[addedPosition_]} : found_->keys();
+    return current_;
 }
 
 void RowSet::moveNext() {
     expectRow();
     if (dirty()) update();
-    ++position_;
-    if (place_ == Place::found && loadKeys(position_ + 1)) return settle(Place::found);
-    if (place_ == Place::found) position_ = 0;
-    settle(position_ < added_.size() ? Place::added : Place::end);
+    if (place_ == Place::found) {
+        found_->next();
+        if (!found_->atEnd()) return settle(Place::found);
+        addedPosition_ = 0;
+    } else {
+        ++addedPosition_;
+    }
+    settle(addedPosition_ < added_.size() ? Place::added : Place::end);
 }
 
 const sqlite::Statement& RowSet::fetched(int table) {
@@ -163,7 +148,7 @@ const sqlite::Statement& RowSet::fetched(int table) {
     }
     if (!fetched_[at]) {
         statement->reset();
-        statement->bind(1, current_[at]);
+        statement->bind(1, currentKeys()[at]);
         if (!statement->step()) throw RuntimeError(errors::rowGone);
         fetched_[at] = true;
     }
@@ -180,11 +165,14 @@ DbValue RowSet::value(int column) {
     if (const auto set = pending_.find(column); set != pending_.end()) return set->second;
     if (place_ == Place::fresh) return {};
     const Column& shape = columnAt(column);
+    if (place_ == Place::found && found_->row() != nullptr && !stale_) {
+        return readValue(*found_->row(), static_cast<int>(shape_.tables.size()) + column, shape.kind);
+    }
     const sqlite::Statement& row = fetched(shape.table);
     if (shape.kind != ColumnKind::bytes || row.isNull(shape.placeInTable)) {
         return readValue(row, shape.placeInTable, shape.kind);
     }
-    const Blob blob = openBlob(column, current_[static_cast<std::size_t>(shape.table)], false);
+    const Blob blob = openBlob(column, currentKeys()[static_cast<std::size_t>(shape.table)], false);
     QByteArray whole(sqlite3_blob_bytes(blob.get()), Qt::Uninitialized);
     const int result = sqlite3_blob_read(blob.get(), whole.data(), static_cast<int>(whole.size()), 0);
     if (result != SQLITE_OK) sqlite::throwFailure(database().handle(), result);
@@ -203,8 +191,8 @@ DbValue RowSet::fitting(const Column& column, const DbValue& value) const {
         case ColumnKind::date:
             break;
     }
-    if (!std::holds_alternative<QString>(value.content())) return value.toDate();
-    const QDateTime moment = dates::fromShown(value.toText());
+    const bool shown = std::holds_alternative<QString>(value.content());
+    const QDateTime moment = shown ? dates::fromShown(value.toText()) : value.toDate();
     if (!moment.isValid()) throw RuntimeError(errors::typeMismatch);
     return moment;
 }
@@ -229,7 +217,7 @@ QByteArray RowSet::getChunk(int column, qint64 length) {
     OpenBlob& blob = blobs_[column];
     if (blob.handle == nullptr) {
         if (fetched(shape.table).isNull(shape.placeInTable)) return {};
-        blob.handle = openBlob(column, current_[static_cast<std::size_t>(shape.table)], false);
+        blob.handle = openBlob(column, currentKeys()[static_cast<std::size_t>(shape.table)], false);
     }
     const qint64 rest = sqlite3_blob_bytes(blob.handle.get()) - blob.offset;
     QByteArray chunk(std::min(length, rest), Qt::Uninitialized);
@@ -284,8 +272,10 @@ void RowSet::update() {
         for (int table = 0; table < static_cast<int>(shape_.tables.size()); ++table)
             updateRow(table);
         transaction.commit();
+        found_->changed(currentKeys());
     }
     settle(place_);
+    stale_ = true;
 }
 
 void RowSet::insertRow() {
@@ -303,11 +293,11 @@ void RowSet::insertRow() {
     bindPending(insert, columns);
     insert.step();
     const qint64 key = sqlite3_last_insert_rowid(database().handle());
-    current_.assign(1, key);
-    writeSpools(0);
+    writeSpools(0, {key});
     transaction.commit();
     added_.push_back(key);
-    position_ = added_.size() - 1;
+    found_->changed({key});
+    addedPosition_ = added_.size() - 1;
     place_ = Place::added;
 }
 
@@ -325,16 +315,16 @@ void RowSet::updateRow(int table) {
                                                       assignments + " WHERE " +
                                                       quoted(shape_.tables[at].key) + "=?");
     bindPending(statement, columns);
-    statement.bind(static_cast<int>(columns.size()) + 1, current_[at]);
+    statement.bind(static_cast<int>(columns.size()) + 1, currentKeys()[at]);
     statement.step();
     if (sqlite3_changes(database().handle()) == 0) throw RuntimeError(errors::rowGone);
-    writeSpools(table);
+    writeSpools(table, currentKeys());
 }
 
-void RowSet::writeSpools(int table) {
+void RowSet::writeSpools(int table, const RowKeys& keys) {
     for (const auto& [column, spool] : spools_) {
         if (columnAt(column).table != table || spool.size() == 0) continue;
-        const Blob blob = openBlob(column, current_[static_cast<std::size_t>(table)], true);
+        const Blob blob = openBlob(column, keys[static_cast<std::size_t>(table)], true);
         spool.forEachPiece([&](const QByteArray& piece, qint64 at) {
             const int result = sqlite3_blob_write(blob.get(), piece.constData(),
                                                   static_cast<int>(piece.size()), static_cast<int>(at));
@@ -361,8 +351,9 @@ void RowSet::remove() {
     if (place_ == Place::fresh) throw RuntimeError(errors::noCurrentRecord);
     const sqlite::Statement statement(database(), "DELETE FROM " + quoted(shape_.tables[0].name) + " WHERE " +
                                                       quoted(shape_.tables[0].key) + "=?1");
-    statement.bind(1, current_[0]);
+    statement.bind(1, currentKeys()[0]);
     statement.step();
     if (sqlite3_changes(database().handle()) == 0) throw RuntimeError(errors::rowGone);
     settle(place_);
+    stale_ = true;
 }

@@ -7,6 +7,7 @@
 
 #include "platform/ChunkSpool.h"
 #include "platform/DbValue.h"
+#include "platform/Keyset.h"
 #include "platform/QueryShape.h"
 #include "platform/sqlite.h"
 
@@ -22,9 +23,6 @@ class Session {
     std::vector<RowSet*> open;
 };
 }  // namespace detail
-
-/// The keys of one row, one for each table of its query.
-using RowKeys = std::vector<qint64>;
 
 /// The rows behind an open recordset: the keyset, the current row, and what has been set in it. The public
 /// classes in ado.h tell what each operation does and throws.
@@ -71,9 +69,8 @@ class RowSet final {
     void expectOneTable() const;
     void expectRow() const;
 
-    bool loadNextKey();
-    bool loadKeys(std::size_t wanted);
     void settle(Place place);
+    const RowKeys& currentKeys();
     const sqlite::Statement& fetched(int table);
 
     bool dirty() const noexcept { return !pending_.empty() || !spools_.empty() || place_ == Place::fresh; }
@@ -82,18 +79,18 @@ class RowSet final {
     std::vector<int> pendingColumns(int table) const;
     void insertRow();
     void updateRow(int table);
-    void writeSpools(int table);
+    void writeSpools(int table, const RowKeys& keys);
     Blob openBlob(int column, qint64 key, bool writable) const;
 
     std::shared_ptr<detail::Session> session_;
     QueryShape shape_;
 
-    std::unique_ptr<sqlite::Statement> keyStatement_;  // gone once every key is known
-    std::vector<qint64> keys_;                         // of the rows found, flat: tables.size() for each row
-    std::vector<qint64> added_;                        // keys of the rows added here; one table then
+    std::unique_ptr<Keyset> found_;
+    std::vector<qint64> added_;  // keys of the rows added here; there is one table then
+    std::size_t addedPosition_ = 0;
     Place place_ = Place::end;
-    std::size_t position_ = 0;  // in keys_ or added_, as place_ tells
-    RowKeys current_;
+    RowKeys current_;     // of a row that is not fresh
+    bool stale_ = false;  // the running query no longer tells what the current row holds
 
     std::vector<std::unique_ptr<sqlite::Statement>> rowStatements_;
     std::vector<bool> fetched_;

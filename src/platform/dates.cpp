@@ -12,8 +12,8 @@ QString shortDateFormat() {
     return format;
 }
 
-QString shortDateTimeFormat() {
-    return shortDateFormat() + u" H:mm:ss"_s;
+QString timeFormat() {
+    return u"H:mm:ss"_s;
 }
 
 }  // namespace
@@ -43,7 +43,8 @@ QDateTime dates::fromStored(QStringView stored) {
 QString dates::toShown(const QDateTime& moment) {
     const bool midnight =
         moment.time().hour() == 0 && moment.time().minute() == 0 && moment.time().second() == 0;
-    return midnight ? toShown(moment.date()) : QLocale().toString(moment, shortDateTimeFormat());
+    return midnight ? toShown(moment.date())
+                    : QLocale().toString(moment, shortDateFormat() + u' ' + timeFormat());
 }
 
 QString dates::toShown(QDate date) {
@@ -51,8 +52,13 @@ QString dates::toShown(QDate date) {
 }
 
 QDateTime dates::fromShown(const QString& shown) {
-    const QDateTime moment = QLocale().toDateTime(shown, shortDateTimeFormat());
-    if (moment.isValid()) return QDateTime(moment.date(), moment.time(), Qt::UTC);
-    const QDate date = QLocale().toDate(shown, shortDateFormat());
-    return date.isValid() ? QDateTime(date, QTime(0, 0), Qt::UTC) : QDateTime();
+    // Date and time apart: as one local moment, the hour that a switch to summer time leaves out would be
+    // refused.
+    const QLocale locale;
+    const QDate date = locale.toDate(shown, shortDateFormat());
+    if (date.isValid()) return QDateTime(date, QTime(0, 0), Qt::UTC);
+    const qsizetype gap = shown.lastIndexOf(u' ');
+    const QDate day = locale.toDate(shown.left(gap), shortDateFormat());
+    const QTime time = QTime::fromString(shown.mid(gap + 1), timeFormat());
+    return gap > 0 && day.isValid() && time.isValid() ? QDateTime(day, time, Qt::UTC) : QDateTime();
 }

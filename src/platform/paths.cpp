@@ -41,9 +41,7 @@ void paths::setProgramFolder(const QString& folder) {
 }
 
 QString paths::inProgramFolder(QStringView tail) {
-    QString path = theProgramFolder + tail.toString();
-    path.replace(u'\\', QDir::separator());
-    return path;
+    return theProgramFolder + tail.toString().replace(u'\\', QDir::separator());
 }
 
 QString paths::Dir(const QString& path) {

@@ -9,7 +9,8 @@ namespace settings {
 QString GetSetting(const QString& application, const QString& section, const QString& key,
                    const QString& defaultValue);
 
-/// Stores a text. It is on disk when the call returns; a store that cannot be written changes nothing.
+/// Stores a text. It is on disk when the call returns; where the store cannot be written, the text holds
+/// until the program ends and the store stays as it was.
 void SaveSetting(const QString& application, const QString& section, const QString& key,
                  const QString& value);
 

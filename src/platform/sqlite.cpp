@@ -181,6 +181,7 @@ bool sqlite::Statement::step() const {
 
 QString sqlite::Statement::text(int column) const {
     const auto* utf8 = reinterpret_cast<const char*>(sqlite3_column_text(handle(), column));
+    if (utf8 == nullptr) return {};
     return QString::fromUtf8(utf8, sqlite3_column_bytes(handle(), column));
 }
 

@@ -63,6 +63,7 @@ class Statement final {
 
     bool isNull(int column) const { return sqlite3_column_type(handle_.get(), column) == SQLITE_NULL; }
     qint64 number(int column) const { return sqlite3_column_int64(handle_.get(), column); }
+    /// The column as text; a null string for Null.
     QString text(int column) const;
 
  private:

@@ -29,6 +29,12 @@ QString letterByLetter(QStringView text, Convert&& convert) {
     return result;
 }
 
+/// A number written as in C, in every locale. One too large is infinite, which the byte array's own
+/// conversion would turn into 0.
+double toDouble(const QByteArray& number) {
+    return QString::fromLatin1(number).toDouble();
+}
+
 /// Sign, digits and point of a number as the C locale writes it; empty when the text is not numeric.
 QByteArray plainNumber(QStringView text) {
     const QString decimal = QLocale().decimalPoint();
@@ -128,15 +134,13 @@ double text::Val(QStringView text) {
     while (!number.isEmpty() && (number.back() == 'e' || number.back() == '+' || number.back() == '-')) {
         number.chop(1);
     }
-    // QByteArray reads by the C locale, which is what this rule asks for; a number too large reads as
-    // infinite.
-    return number.toDouble();
+    return toDouble(number);
 }
 
 qint32 text::toLong(QStringView text) {
     const QByteArray plain = plainNumber(text);
     if (plain.isEmpty()) throw RuntimeError(errors::typeMismatch);
-    const double number = roundToEven(plain.toDouble());
+    const double number = roundToEven(toDouble(plain));
     if (!(number >= std::numeric_limits<qint32>::min() && number <= std::numeric_limits<qint32>::max())) {
         throw RuntimeError(errors::overflow);
     }

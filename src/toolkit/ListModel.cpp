@@ -7,16 +7,14 @@
 ListModel::ListModel(QObject* parent) : QAbstractTableModel(parent) {}
 
 void ListModel::setCaptions(const QStringList& captions) {
-    beginResetModel();
     captions_ = captions;
-    emptyRow_ = QStringList(captions.size(), QString());
-    endResetModel();
+    clear();
 }
 
 void ListModel::clear() {
     beginResetModel();
-    rows_.clear();
-    byKey_.clear();
+    texts_.reset(static_cast<int>(captions_.size()));
+    colours_.clear();
     shown_ = 0;
     endResetModel();
 }
@@ -34,38 +32,36 @@ void ListModel::endFill() {
     endResetModel();
 }
 
-int ListModel::add(const QString& key, const QString& text) {
+int ListModel::add(QStringView key, QStringView text) {
     const int row = count();
-    const qsizetype known = byKey_.size();
-    int& place = byKey_[key];
-    if (byKey_.size() == known) throw RuntimeError(errors::duplicateKey);
-    place = row;
-    if (!filling_) beginInsertRows({}, row, row);
-    rows_.push_back({key, emptyRow_, 0});
-    rows_.back().texts[0] = text;
+    if (!texts_.add(key)) throw RuntimeError(errors::duplicateKey);
+    texts_.setCell(row, 0, text);
+    colours_.push_back(0);
     if (!filling_) {
+        // Until the views are told, the row is there as a row of a fill is.
+        beginInsertRows({}, row, row);
         shown_ = count();
         endInsertRows();
     }
     return row;
 }
 
-int ListModel::indexOf(const QString& key) const {
-    const auto found = byKey_.constFind(key);
-    if (found == byKey_.constEnd()) throw RuntimeError(errors::elementNotFound);
-    return *found;
+int ListModel::indexOf(QStringView key) const {
+    const int row = texts_.find(key);
+    if (row < 0) throw RuntimeError(errors::elementNotFound);
+    return row;
 }
 
-void ListModel::setText(int row, int column, const QString& text) {
-    QString& cell = at(row).texts[column];
-    if (cell == text) return;
-    cell = text;
+void ListModel::setText(int row, int column, QStringView text) {
+    if (texts_.cell(row, column) == text) return;
+    texts_.setCell(row, column, text);
     tellChanged(row, column, column, Qt::DisplayRole);
 }
 
 void ListModel::setColour(int row, Colour colour) {
-    if (at(row).colour == colour) return;
-    at(row).colour = colour;
+    Colour& held = colours_[static_cast<std::size_t>(row)];
+    if (held == colour) return;
+    held = colour;
     tellChanged(row, 0, static_cast<int>(captions_.size()) - 1, Qt::ForegroundRole);
 }
 

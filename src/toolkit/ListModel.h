@@ -1,9 +1,10 @@
 #pragma once
 
 #include <QAbstractTableModel>
-#include <QHash>
 #include <QStringList>
 #include <vector>
+
+#include "toolkit/RowTexts.h"
 
 /// The flat model behind a list in report view: rows with a key, one text per column and one colour.
 ///
@@ -27,19 +28,19 @@ class ListModel final : public QAbstractTableModel {
     void endFill();
 
     /// Number of rows, those of a fill under way included.
-    int count() const noexcept { return static_cast<int>(rows_.size()); }
+    int count() const noexcept { return texts_.count(); }
 
     /// Adds a row at the end, with `text` in the first column, in black.
     /// @return its index. @throws RuntimeError 457 when the key is taken.
-    int add(const QString& key, const QString& text);
+    int add(QStringView key, QStringView text);
     /// @throws RuntimeError 35601 when no row has the key.
-    int indexOf(const QString& key) const;
+    int indexOf(QStringView key) const;
 
-    const QString& key(int row) const { return at(row).key; }
-    const QString& text(int row, int column) const { return at(row).texts[column]; }
+    QString key(int row) const { return texts_.key(row).toString(); }
+    QString text(int row, int column) const { return texts_.cell(row, column).toString(); }
     /// Setting what a cell holds already tells the views nothing, as does setColour.
-    void setText(int row, int column, const QString& text);
-    Colour colour(int row) const { return at(row).colour; }
+    void setText(int row, int column, QStringView text);
+    Colour colour(int row) const { return colours_[static_cast<std::size_t>(row)]; }
     void setColour(int row, Colour colour);
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -48,20 +49,11 @@ class ListModel final : public QAbstractTableModel {
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
  private:
-    struct Row {
-        QString key;
-        QStringList texts;
-        Colour colour = 0;
-    };
-
-    const Row& at(int row) const { return rows_[static_cast<std::size_t>(row)]; }
-    Row& at(int row) { return rows_[static_cast<std::size_t>(row)]; }
     void tellChanged(int row, int firstColumn, int lastColumn, int role);
 
     QStringList captions_;
-    QStringList emptyRow_;
-    std::vector<Row> rows_;
-    QHash<QString, int> byKey_;
+    RowTexts texts_;
+    std::vector<Colour> colours_;
     int shown_ = 0;  // rows that the views know of
     bool filling_ = false;
 };

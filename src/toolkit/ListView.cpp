@@ -35,7 +35,7 @@ QString ListItem::subItem(int column) const {
     return model_->text(row_, column);
 }
 
-void ListItem::setSubItem(int column, const QString& text) const {
+void ListItem::setSubItem(int column, QStringView text) const {
     expectColumn(column);
     model_->setText(row_, column, text);
 }

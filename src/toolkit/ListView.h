@@ -15,11 +15,11 @@ class ListItem final {
     int row() const noexcept { return row_; }
     QString key() const { return model_->key(row_); }
     QString text() const { return model_->text(row_, 0); }
-    void setText(const QString& text) const { model_->setText(row_, 0, text); }
+    void setText(QStringView text) const { model_->setText(row_, 0, text); }
     /// The text of a further column, from 1.
     /// @throws RuntimeError 380 when the list has no such column.
     QString subItem(int column) const;
-    void setSubItem(int column, const QString& text) const;
+    void setSubItem(int column, QStringView text) const;
     quint32 foreColor() const { return model_->colour(row_); }
     /// The colour (0xBBGGRR) of the row with all its sub-items.
     void setForeColor(quint32 colour) const { model_->setColour(row_, colour); }
@@ -54,9 +54,9 @@ class ListView final : public QTreeView {
     void clear() { model_.clear(); }
     int count() const { return model_.count(); }
     /// Adds a row at the end. @throws RuntimeError 457 when the key is taken.
-    ListItem add(const QString& key, const QString& text) { return {model_, model_.add(key, text)}; }
+    ListItem add(QStringView key, QStringView text) { return {model_, model_.add(key, text)}; }
     /// @throws RuntimeError 35601 when no row has the key.
-    ListItem item(const QString& key) { return {model_, model_.indexOf(key)}; }
+    ListItem item(QStringView key) { return {model_, model_.indexOf(key)}; }
     /// The row at an index from 0 in the list's order. @throws RuntimeError 9 outside the list.
     ListItem itemAt(int row);
 

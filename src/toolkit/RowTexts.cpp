@@ -1,0 +1,85 @@
+#include "toolkit/RowTexts.h"
+
+#include <QHashFunctions>
+#include <algorithm>
+#include <limits>
+
+#include "platform/errors.h"
+
+namespace {
+
+/// Keys mostly end in the number of a record. Numbers that follow each other then take buckets that follow
+/// each other, which a processor's cache likes far better than a hash that scatters them.
+std::size_t hashOf(QStringView key) {
+    std::size_t number = 0;
+    std::size_t scale = 1;
+    qsizetype at = key.size();
+    for (; at > 0 && key[at - 1] >= u'0' && key[at - 1] <= u'9'; --at) {
+        number += scale * (key[at - 1].unicode() - u'0');
+        scale *= 10;
+    }
+    return at < key.size() ? number : qHash(key);
+}
+
+}  // namespace
+
+void RowTexts::reset(int cells) {
+    width_ = cells + 1;
+    rows_ = 0;
+    // The memory is kept: a list is mostly filled again with about as much.
+    texts_.clear();
+    places_.clear();
+    buckets_.assign(buckets_.size(), none);
+}
+
+RowTexts::Place RowTexts::store(QStringView text) {
+    if (text.isEmpty()) return {};
+    const std::size_t begin = texts_.size();
+    const auto length = static_cast<std::size_t>(text.size());
+    if (begin + length > std::numeric_limits<quint32>::max()) throw RuntimeError(errors::outOfMemory);
+    texts_.append(text.utf16(), length);
+    return {static_cast<quint32>(begin), static_cast<quint32>(text.size())};
+}
+
+/// The bucket that holds the row with the key, else the free one where it belongs.
+std::size_t RowTexts::bucket(QStringView key) const {
+    const std::size_t mask = buckets_.size() - 1;
+    std::size_t at = hashOf(key) & mask;
+    while (buckets_[at] != none && this->key(buckets_[at]) != key)
+        at = (at + 1) & mask;
+    return at;
+}
+
+void RowTexts::grow() {
+    constexpr std::size_t fewest = 64;
+    buckets_.assign(std::max(fewest, buckets_.size() * 2), none);
+    for (int row = 0; row < count(); ++row)
+        buckets_[bucket(key(row))] = row;
+}
+
+bool RowTexts::add(QStringView key) {
+    if (2 * (rows_ + 1) > buckets_.size()) grow();
+    int& free = buckets_[bucket(key)];
+    if (free != none) return false;
+    const Place place = store(key);
+    free = count();
+    places_.resize(places_.size() + static_cast<std::size_t>(width_));
+    places_[index(count(), 0)] = place;
+    ++rows_;
+    return true;
+}
+
+int RowTexts::find(QStringView key) const {
+    return buckets_.empty() ? none : buckets_[bucket(key)];
+}
+
+void RowTexts::setCell(int row, int cell, QStringView text) {
+    Place& place = places_[index(row, cell + 1)];
+    if (text.size() <= place.length) {
+        // In the place of the former text, so that a row refreshed time and again does not grow the list.
+        std::copy_n(text.utf16(), text.size(), texts_.begin() + place.begin);
+        place.length = static_cast<quint32>(text.size());
+    } else {
+        place = store(text);
+    }
+}
