@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QAction>
+#include <QLabel>
+#include <optional>
+
+#include "catalogue/frmMaster.h"
+#include "support/TemporaryProgram.h"
+
+/// The main window over a catalogue of its own.
+class MasterTest : public TemporaryProgram {
+ protected:
+    void SetUp() override {
+        sql("INSERT INTO tDVD (DVDID, KatCisl, CZJm, PuvJm, Zanr, Jazyk) VALUES"
+            " (1, '10', 'Žena', 'Woman', 'Drama', 0), (2, '9', 'cesta', NULL, NULL, 1),"
+            " (3, NULL, 'Bez čísla', '', '', 0), (4, '12a', 'Čáp', 'Stork', 'Pohádka', 2),"
+            " (5, '100', 'Chata', 'Hut', 'Horor', -1);"
+            "INSERT INTO tUser (USID, USNAME) VALUES (7, 'Novák'), (12, 'Dvořák');"
+            "INSERT INTO tPujcky (P_UID, P_DVDID, PDatPujcky, PDatVraceni) VALUES"
+            " (7, 1, '2026-01-02 10:20:30', '2026-01-05 08:00:00'), (7, 2, '2026-02-03 00:00:00', NULL),"
+            " (12, 4, '2026-02-04 09:01:02', NULL), (99, 5, '2026-02-05 09:01:02', NULL);");
+    }
+
+    frmMaster& window() {
+        if (!window_) window_.emplace();
+        return *window_;
+    }
+    ListView& list() { return *window().findChild<ListView*>(QStringLiteral("lvwList")); }
+    QString panel(int number) {
+        return window().findChild<QLabel*>(QStringLiteral("sbMainPanel_%1").arg(number))->text();
+    }
+    QAction* action(const char* name) { return window().findChild<QAction*>(QString::fromLatin1(name)); }
+
+    /// The rows in order, cells joined by "|", with "*" in front of those painted green.
+    QStringList rows() {
+        QStringList result;
+        for (int row = 0; row < list().count(); ++row) {
+            QStringList cells;
+            for (int column = 0; column < list().columns(); ++column) {
+                cells += list().model()->index(row, column).data().toString();
+            }
+            result += (list().itemAt(row).foreColor() == 91137 ? u'*' : u' ') + cells.join(u'|');
+        }
+        return result;
+    }
+
+    void closeWindow() { window_.reset(); }
+
+ private:
+    std::optional<frmMaster> window_;
+};

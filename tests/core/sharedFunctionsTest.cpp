@@ -1,0 +1,76 @@
+#include <QComboBox>
+
+#include "core/mChyba.h"
+#include "core/mDialog.h"
+#include "core/mFunction.h"
+#include "core/mFunctionList.h"
+#include "platform/paths.h"
+#include "support/TemporaryProgram.h"
+#include "toolkit/ListView.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class SharedFunctionsTest : public TemporaryProgram {};
+
+}  // namespace
+
+TEST_F(SharedFunctionsTest, AnEntryIsFoundByItsItemData) {
+    QComboBox combo;
+    EXPECT_EQ(NajdiItemData(*combo.model(), 5, -1), -1);
+    combo.addItem(u"bez čísla"_s);
+    combo.addItem(u"pět"_s, 5);
+    combo.addItem(u"nula"_s, 0);
+    combo.addItem(u"znovu pět"_s, 5);
+    const struct {
+        DbValue value;
+        qint16 index;
+    } cases[] = {{5, 1}, {u"5"_s, 1}, {0, 2}, {6, 9}, {DbValue(), 9}};
+    for (const auto& [value, index] : cases)
+        EXPECT_EQ(NajdiItemData(*combo.model(), value, 9), index);
+    EXPECT_EQ(failureOf([&] { NajdiItemData(*combo.model(), u"pět"_s, 9); }), errors::typeMismatch);
+}
+
+TEST_F(SharedFunctionsTest, TheLanguageOfAFilmHasThreeWords) {
+    const struct {
+        qint32 jazyk;
+        QString word;
+    } cases[] = {{0, u"Česky"_s}, {1, u"CZ Titulky"_s}, {2, u"Neuvedeno"_s}, {-1, u"Neuvedeno"_s}};
+    for (const auto& [jazyk, word] : cases)
+        EXPECT_EQ(JazykText(jazyk), word);
+}
+
+TEST_F(SharedFunctionsTest, PictureDialogsStartWhereTheSettingsSay) {
+    outside.files = {u"/obrazky/a.jpg  "_s, QString(), u"  /b.jpg"_s};
+    UlozNastaveni(u"Nahled"_s, u"/nahledy"_s);
+    EXPECT_EQ(OtevritObal(nullptr), u"/obrazky/a.jpg"_s);
+    EXPECT_EQ(OtevritNahled(nullptr), u""_s);
+    EXPECT_EQ(UlozitObrazek(nullptr), u"/b.jpg"_s);
+    ASSERT_EQ(outside.fileDialogs.size(), 3);
+    const QStringList titles = {u"Načtení obrázku"_s, u"Načtení obrázku"_s, u"Uložení obrázku"_s};
+    const QStringList folders = {paths::programFolder(), u"/nahledy"_s, QDir::homePath()};
+    for (int dialog = 0; dialog < 3; ++dialog) {
+        const FileDialogRequest& request = outside.fileDialogs[dialog];
+        EXPECT_EQ(request.title, titles[dialog]);
+        EXPECT_EQ(request.folder, folders[dialog]);
+        EXPECT_EQ(request.filterName + request.pattern + request.defaultExtension,
+                  u"JPEG Obrazek (*.jpg)*.jpgjpg"_s);
+    }
+}
+
+TEST_F(SharedFunctionsTest, AnApplicationErrorTellsTextAndPlace) {
+    ChybaAplikace(u"Stalo se"_s, u"zde"_s);
+    EXPECT_EQ(outside.boxes.value(0), (ScriptedOutside::Box{u"Stalo se\n\nzde"_s, 16, u"Chyba aplikace:"_s}));
+}
+
+TEST_F(SharedFunctionsTest, AWholeRowTakesTheColour) {
+    ListView list;
+    list.setColumns({{u"a"_s, 900}, {u"b"_s, 900}});
+    list.add(u"K1"_s, u"x"_s);
+    BarvaPolozky(list, u"K1"_s, 91137);
+    for (int column = 0; column < 2; ++column) {
+        EXPECT_EQ(list.model()->index(0, column).data(Qt::ForegroundRole).value<QColor>(), QColor(1, 100, 1));
+    }
+    EXPECT_EQ(failureOf([&] { BarvaPolozky(list, u"K2"_s, 0); }), errors::elementNotFound);
+}

@@ -1,0 +1,58 @@
+#include "platform/errors.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "support/printers.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class Errors : public testing::Test {
+ protected:
+    Errors() { Err.Clear(); }
+    ~Errors() override { Err.Clear(); }
+};
+
+}  // namespace
+
+TEST_F(Errors, SkippedFailureStaysReadableUntilItIsCleared) {
+    EXPECT_FALSE(Err.pending());
+    EXPECT_FALSE(skipFailure([] { throw RuntimeError(errors::typeMismatch, u"Žádné číslo."_s); }));
+    EXPECT_TRUE(skipFailure([] {}));
+    EXPECT_TRUE(Err.pending());
+    EXPECT_EQ(Err.Number(), 13);
+    EXPECT_EQ(Err.Description(), u"Žádné číslo."_s);
+
+    EXPECT_FALSE(skipFailure([] { throw RuntimeError(errors::objectClosed); }));
+    EXPECT_EQ(Err.Number(), 3704);
+    EXPECT_EQ(Err.Description(), errors::description(3704));
+
+    Err.Clear();
+    EXPECT_FALSE(Err.pending());
+    EXPECT_EQ(Err.Description(), QString());
+}
+
+TEST_F(Errors, FaultsOfTheProgramItselfAreNotSkipped) {
+    EXPECT_THROW(skipFailure([] { throw std::logic_error("fault"); }), std::logic_error);
+    EXPECT_FALSE(Err.pending());
+}
+
+TEST_F(Errors, EveryKnownNumberHasADescriptionOfItsOwn) {
+    QStringList seen{errors::description(1)};
+    EXPECT_FALSE(seen.first().isEmpty());
+    for (const qint32 number :
+         {5,    6,    7,     9,           11,          13,          53,          61,          70,
+          75,   76,   91,    94,          380,         457,         3021,        3219,        3265,
+          3704, 3705, 35601, -2147467259, -2147217911, -2147217843, -2147217900, -2147217873, -2147217885}) {
+        const QString description = RuntimeError(number).description();
+        EXPECT_FALSE(seen.contains(description)) << number;
+        seen += description;
+    }
+}
+
+TEST_F(Errors, ReportIsInUtf8WithTheNumberInFront) {
+    EXPECT_STREQ(RuntimeError(-7, u"Špatně."_s).what(), "-7: \xC5\xA0patn\xC4\x9B.");
+}

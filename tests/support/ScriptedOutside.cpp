@@ -1,0 +1,16 @@
+#include "support/ScriptedOutside.h"
+
+BoxAnswer ScriptedOutside::messageBox(const QString& text, int style, const QString& title, QObject*) {
+    boxes.append({text, style, title});
+    if ((style & boxStyle::yesNo) == 0) return BoxAnswer::ok;
+    return answers.isEmpty() ? BoxAnswer::yes : answers.takeFirst();
+}
+
+QString ScriptedOutside::openFile(const FileDialogRequest& request, QObject*) {
+    fileDialogs.append(request);
+    return files.isEmpty() ? QString() : files.takeFirst();
+}
+
+QString ScriptedOutside::saveFile(const FileDialogRequest& request, QObject* owner) {
+    return openFile(request, owner);
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QList>
+#include <QStringList>
+
+#include "platform/Outside.h"
+
+/// A world that records what it is asked and answers from lists. In use as long as it lives.
+class ScriptedOutside final : public Outside {
+ public:
+    struct Box {
+        QString text;
+        int style;
+        QString title;
+
+        friend bool operator==(const Box&, const Box&) = default;
+    };
+
+    BoxAnswer messageBox(const QString& text, int style, const QString& title, QObject* owner) override;
+    QString openFile(const FileDialogRequest& request, QObject* owner) override;
+    QString saveFile(const FileDialogRequest& request, QObject* owner) override;
+    QDateTime now() override { return moment; }
+
+    QList<Box> boxes;
+    QList<FileDialogRequest> fileDialogs;
+
+    /// Taken from the front; a question without an answer here is answered with Yes.
+    QList<BoxAnswer> answers;
+    /// Taken from the front; a dialog without a file here is cancelled.
+    QStringList files;
+    QDateTime moment{QDate(2026, 3, 9), QTime(8, 5, 3)};
+};

@@ -1,0 +1,42 @@
+#include "support/TemporaryProgram.h"
+
+#include <QSettings>
+
+#include "DataFiles.h"
+#include "core/mDatabase.h"
+#include "platform/paths.h"
+
+TemporaryProgram::TemporaryProgram() {
+    QLocale::setDefault(QLocale(QLocale::Czech, QLocale::CzechRepublic));
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
+                       folder_.filePath(QStringLiteral("settings")));
+    dataFiles::create(folder_.filePath(QStringLiteral("data")));
+    paths::setProgramFolder(folder_.path());
+    ActDBPath = catalogue();
+    Err.Clear();
+}
+
+TemporaryProgram::~TemporaryProgram() {
+    CloseDB();
+    QLocale::setDefault(formerLocale_);
+}
+
+void TemporaryProgram::sql(const QString& file, const char* statements) {
+    sqlite::Database(file, sqlite::Database::Mode::readWrite).exec(statements);
+}
+
+qint64 TemporaryProgram::number(const char* query) const {
+    return sqlite::Database(catalogue(), sqlite::Database::Mode::readWrite).number(query);
+}
+
+QString TemporaryProgram::text(const char* query) const {
+    const sqlite::Database database(catalogue(), sqlite::Database::Mode::readWrite);
+    const sqlite::Statement statement(database, query);
+    if (!statement.step()) throw RuntimeError(errors::noCurrentRecord);
+    return statement.text(0);
+}
+
+ado::Connection& TemporaryProgram::connection() {
+    if (!connection_.isOpen()) connection_.Open(connectionString(catalogue()));
+    return connection_;
+}

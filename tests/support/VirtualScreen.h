@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QProcess>
+#include <QStringList>
+#include <memory>
+
+/// An X server without a screen, for as long as it lives, and the hands and eyes of somebody in front of it.
+/// No window manager runs on it, so a window has the keyboard only once it has been given it.
+class VirtualScreen final {
+ public:
+    VirtualScreen();
+    ~VirtualScreen();
+    VirtualScreen(const VirtualScreen&) = delete;
+    VirtualScreen& operator=(const VirtualScreen&) = delete;
+
+    bool isUp() const { return !display_.isEmpty(); }
+
+    /// Starts a program on the screen, with a home of its own in `home`.
+    std::unique_ptr<QProcess> start(const QString& program, const QString& home) const;
+
+    /// Waits for a visible window whose title matches a regular expression.
+    /// @return its number; "" when none came within a minute.
+    QString waitForWindow(const QString& title) const;
+    /// Whether such a window is visible now.
+    bool hasWindow(const QString& title) const;
+    /// Gives a window the keyboard and presses keys, each as xdotool names them.
+    void press(const QString& window, const QStringList& keys) const;
+
+ private:
+    QString xdotool(const QStringList& arguments, int milliseconds = 30000) const;
+    QProcessEnvironment environment() const;
+
+    QProcess server_;
+    QString display_;
+};
