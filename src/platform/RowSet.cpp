@@ -92,6 +92,7 @@ void RowSet::expectOneTable() const {
 }
 
 void RowSet::expectRow() const {
+    if (!alive()) throw RuntimeError(errors::objectClosed);
     if (place_ == Place::end) throw RuntimeError(errors::noCurrentRecord);
 }
 

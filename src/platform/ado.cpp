@@ -30,7 +30,14 @@ namespace ado {
 Connection::Connection() = default;
 
 Connection::~Connection() {
-    if (isOpen()) Close();
+    release();
+}
+
+void Connection::release() noexcept {
+    if (session_ == nullptr) return;
+    for (RowSet* rows : session_->open) rows->release();
+    session_->database.reset();
+    session_.reset();
 }
 
 void Connection::Open(const QString& connectionString, const QString&, const QString&, int) {
@@ -52,10 +59,7 @@ void Connection::Open(const QString& connectionString, const QString&, const QSt
 
 void Connection::Close() {
     if (!isOpen()) throw RuntimeError(errors::objectClosed);
-    for (RowSet* rows : session_->open)
-        rows->release();
-    session_->database.reset();
-    session_.reset();
+    release();
 }
 
 DbValue Field::Value() const {

@@ -43,12 +43,14 @@ class Connection final {
 
  private:
     friend class Recordset;
+    void release() noexcept;
+
     std::shared_ptr<detail::Session> session_;
     std::optional<RuntimeError> refusal_;
 };
 
 /// A column of a recordset. It always means the current row of its recordset, also after that has moved on,
-/// and must not outlive it.
+/// and must not be used once the recordset has been closed.
 class Field final {
  public:
     /// The value in the current row; one that has been set and not yet stored counts.

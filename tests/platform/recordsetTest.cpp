@@ -256,7 +256,9 @@ TEST_F(RecordsetTest, WhatIsNotOpenSaysSo) {
     EXPECT_EQ(number("SELECT count(*) FROM tDVD"), 4);
     open(u"SELECT * from tDVD"_s);
     EXPECT_EQ(failureOf([this] { open(u"SELECT * from tDVD"_s); }), errors::objectOpen);
+    const ado::Field title = rows.Fields(u"CZJm");
     connection().Close();
+    EXPECT_EQ(failureOf([&] { title.Value(); }), errors::objectClosed);
     EXPECT_EQ(failureOf([this] { rows.MoveNext(); }), errors::objectClosed);
     EXPECT_FALSE(rows.isOpen());
 }
