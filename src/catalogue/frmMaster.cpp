@@ -6,6 +6,7 @@
 #include "core/mChyba.h"
 #include "core/mFunction.h"
 #include "core/mVerze.h"
+#include "film/frmDVD.h"
 #include "platform/errors.h"
 #include "platform/text.h"
 #include "toolkit/appTitle.h"
@@ -106,9 +107,31 @@ void frmMaster::connectCommands() {
         connect(action, &QAction::triggered, this, [this] { NactiSeznam(byCzechTitle()); });
     }
     connect(ui_->SortKatNum, &QAction::triggered, this, [this] { NactiSeznam(byCatalogueNumber()); });
+    connect(ui_->KeyAddNew, &QAction::triggered, this, [this] { OtevritPridatZaznam(0); });
+    for (QAction* action : {ui_->KeyEdit, ui_->mnuListItem_0}) {
+        connect(action, &QAction::triggered, this, [this] { OtevritPridatZaznam(selectedFilm()); });
+    }
+    connect(lvwList_, &ListView::selectionMoved, this, &frmMaster::enableCommands);
     connect(ui_->smnuDB_5, &QAction::triggered, this, &QWidget::close);
     // The two entries of "Zálohovat" do nothing: what is done with the files is done from outside, where both
     // can be copied at any moment that the program waits.
+}
+
+void frmMaster::enableCommands() {
+    const bool selected = lvwList_->hasSelectedItem();
+    for (QAction* action : {ui_->KeyEdit, ui_->mnuListItem_0})
+        action->setEnabled(selected);
+}
+
+qint32 frmMaster::selectedFilm() const {
+    return text::toLong(text::trim(text::mid(lvwList_->selectedItem().key(), 2)));
+}
+
+void frmMaster::OtevritPridatZaznam(qint32 id) {
+    frmDVD editor(this);
+    editor.Inicializuj(id);
+    editor.exec();
+    if (editor.Vysledek == 1) ObnovZaznam(editor.IDFilmu);
 }
 
 void frmMaster::SetColSizeStr() {

@@ -28,6 +28,9 @@ class frmMaster final : public QMainWindow {
     /// 5 keeps its count. Failures are skipped.
     void ObnovZaznam(qint32 id);
 
+    /// Runs the film editor for one film, 0 for a new one, and brings its row up to date when it was saved.
+    void OtevritPridatZaznam(qint32 id);
+
     /// Paints every row black, also those on loan.
     void Recolor();
 
@@ -50,6 +53,10 @@ class frmMaster final : public QMainWindow {
 
     void paintLoans();
     void placeList();
+    /// Enables the commands that need a selected row while there is one.
+    void enableCommands();
+    /// Key of the selected film. @throws RuntimeError 91 when none is selected.
+    qint32 selectedFilm() const;
 
     std::unique_ptr<Ui::frmMaster> ui_;
     QMenu hidMenuListItem_;

@@ -31,13 +31,16 @@ void takeOut(const ado::Recordset& rs, const QString& path, QStringView dataColu
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
     const ado::Field data = rs.Fields(dataColumn);
     write(file, data.GetChunk(length % block));
-    for (qint64 piece = 1; piece <= length / block; ++piece) write(file, data.GetChunk(block));
+    for (qint64 piece = 1; piece <= length / block; ++piece)
+        write(file, data.GetChunk(block));
     if (!file.flush()) throw RuntimeError(errors::diskFull);
 }
 
 }  // namespace
 
-QString blob::letter(Group group) { return group == Group::cover ? u"O"_s : u"N"_s; }
+QString blob::letter(Group group) {
+    return group == Group::cover ? u"O"_s : u"N"_s;
+}
 
 void blob::SouborDoBlob(const ado::Recordset& rs, const QString& path, QStringView dataColumn,
                         QStringView sizeColumn, Group) {
@@ -63,8 +66,8 @@ void blob::SouborDoBlob(const ado::Recordset& rs, const QString& path, QStringVi
     rs.Fields(sizeColumn).setValue(length);
 }
 
-void blob::BlobDoSouboru(const ado::Recordset& rs, const QString&, QStringView dataColumn, QStringView sizeColumn,
-                         const QString& type, Group group) {
+void blob::BlobDoSouboru(const ado::Recordset& rs, const QString&, QStringView dataColumn,
+                         QStringView sizeColumn, const QString& type, Group group) {
     const QString name = group == Group::cover ? u"\\data\\obal."_s : u"\\data\\nahled."_s;
     takeOut(rs, paths::inProgramFolder(name + type), dataColumn, sizeColumn);
 }

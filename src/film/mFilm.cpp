@@ -18,7 +18,8 @@ constexpr qsizetype genresLeftAlone = 3;
 
 QString film::ZapisChk(const std::vector<BoxValue>& boxes) {
     QStringList tokens;
-    for (const BoxValue box : boxes) tokens += box == 1 ? u"A"_s : u"N"_s;
+    for (const BoxValue box : boxes)
+        tokens += box == 1 ? u"A"_s : u"N"_s;
     return tokens.join(u'|');
 }
 
@@ -50,11 +51,14 @@ QString film::cleanLength(const QString& length) {
     return text::isNumeric(rest) ? rest : u"0"_s;
 }
 
-QString film::storedDirector(const QString& director) { return director.left(longestDirector); }
+QString film::storedDirector(const QString& director) {
+    return director.left(longestDirector);
+}
 
 QString film::genreText(const QStringList& chosen) {
     QString text;
-    for (const QString& genre : chosen) text += u", "_s + genre;
+    for (const QString& genre : chosen)
+        text += u", "_s + genre;
     return text.size() > genresLeftAlone ? text.mid(2) : text;
 }
 

@@ -4,7 +4,8 @@
 #include <QStringList>
 #include <vector>
 
-/// What the film editor does to texts and choices on their way between its controls and the columns of `tDVD`.
+/// What the film editor does to texts and choices on their way between its controls and the columns of
+/// `tDVD`.
 namespace film {
 
 /// A check box as the editor stores it: 1 ticked, 0 not, 2 neither.

@@ -29,15 +29,25 @@ QString pictureOfFilm(qint32 film, Group group) {
            blob::letter(group) + u'\'';
 }
 
-void setType(const ado::Recordset& rows, const QString& path) { rows.Fields(u"PicTyp").setValue(path.right(3)); }
+void setType(const ado::Recordset& rows, const QString& path) {
+    rows.Fields(u"PicTyp").setValue(path.right(3));
+}
 
-void setGroup(const ado::Recordset& rows, Group group) { rows.Fields(u"PicSkup").setValue(blob::letter(group)); }
+void setGroup(const ado::Recordset& rows, Group group) {
+    rows.Fields(u"PicSkup").setValue(blob::letter(group));
+}
 
-void setFilm(const ado::Recordset& rows, qint32 film) { rows.Fields(u"PicDVDID").setValue(film); }
+void setFilm(const ado::Recordset& rows, qint32 film) {
+    rows.Fields(u"PicDVDID").setValue(film);
+}
 
-qint32 keyOf(const ado::Recordset& rows) { return rows.Fields(u"PicID").Value().toLong(); }
+qint32 keyOf(const ado::Recordset& rows) {
+    return rows.Fields(u"PicID").Value().toLong();
+}
 
-QString typeOf(const ado::Recordset& rows) { return rows.Fields(u"PicTyp").Value().toText(); }
+QString typeOf(const ado::Recordset& rows) {
+    return rows.Fields(u"PicTyp").Value().toText();
+}
 
 /// Tells a pending failure and leaves it pending, so that one failure is told at each check that follows.
 void check() {
@@ -50,9 +60,8 @@ QString show(qint32 id, Group group) {
     ado::Recordset rows;
     skipFailure([&] { openPictureFile(connection); });
     Err.Clear();
-    skipFailure([&] {
-        openRows(rows, connection, u"SELECT * FROM tPicture where PicID="_s + QString::number(id));
-    });
+    skipFailure(
+        [&] { openRows(rows, connection, u"SELECT * FROM tPicture where PicID="_s + QString::number(id)); });
     check();
     QString caption;
     skipFailure([&] { blob::BlobDoSouboru(rows, {}, data, size, text::lowerCase(typeOf(rows)), group); });
@@ -103,6 +112,10 @@ qint32 UlozNahled(qint32 film, const QString& path) {
     return keyOf(rows);
 }
 
-QString ZobrazObal(qint32 id) { return show(id, Group::cover); }
+QString ZobrazObal(qint32 id) {
+    return show(id, Group::cover);
+}
 
-QString ZobrazNahled(qint32 id) { return show(id, Group::preview); }
+QString ZobrazNahled(qint32 id) {
+    return show(id, Group::preview);
+}

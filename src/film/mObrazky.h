@@ -15,8 +15,8 @@ qint32 UlozObal(qint32 film, const QString& path);
 /// @return the key of the row. @throws RuntimeError for any failure.
 qint32 UlozNahled(qint32 film, const QString& path);
 
-/// Takes a cover out to `\data\obal.` and its type in lower case. What fails is skipped; a failure to open the
-/// row is told in a box.
+/// Takes a cover out to `\data\obal.` and its type in lower case. What fails is skipped; a failure to open
+/// the row is told in a box.
 /// @return the path for the label: with the type as it stands in the row. "" when there is no such row.
 QString ZobrazObal(qint32 id);
 

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <QCheckBox>
+#include <QDialog>
+#include <QRadioButton>
+#include <array>
+#include <memory>
+
+#include "film/mFilm.h"
+#include "toolkit/ImageFrame.h"
+
+namespace Ui {
+class frmDVD;
+}
+namespace ado {
+class Recordset;
+}
+
+/// The film editor: shows and edits one row of `tDVD`. Its controls are the record. It lives for one film:
+/// made, `Inicializuj` with the key, shown modally, the two public values read, destroyed.
+class frmDVD final : public QDialog {
+    Q_OBJECT
+
+ public:
+    /// Fills the lists of genres and departments and stands as for a new film.
+    explicit frmDVD(QWidget* parent = nullptr);
+    ~frmDVD() override;
+
+    /// Shows the film with the key; 0 for a new one. What fails is skipped and leaves its control as it is
+    /// for a new film; a film that is not there is told in a box.
+    void Inicializuj(qint32 id);
+
+    void Refresh_ZanrLST();
+    void Refresh_OddelCBO();
+
+    /// Key of the film; 0 while it is new and not saved.
+    qint32 IDFilmu = 0;
+    /// 0 open, or closed by its frame; 1 saved; 2 left with "Storno".
+    qint32 Vysledek = 0;
+
+ protected:
+    /// While the genre panel is open, Enter and Esc are its own.
+    void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+    void findControlArrays();
+    void connectButtons();
+    void VycistiForm();
+    void reachColumns(const ado::Recordset& films);
+
+    void save();
+    void setColumns(const ado::Recordset& films);
+    void storePictures(const std::shared_ptr<ado::Recordset>& films);
+
+    void takeGenres();
+    void closeGenres();
+    void choosePicture(int picture);
+    void copyPictureOut(int picture);
+
+    template <std::size_t Count>
+    static QString ZapisChk(const std::array<QCheckBox*, Count>& boxes);
+    template <std::size_t Count>
+    static void NactiChk(const std::array<QCheckBox*, Count>& boxes, const QString& tokens);
+    qint32 VratJazyk() const;
+    void NastavJazyk(qint32 jazyk);
+
+    /// Index of the chosen department; -1 when none is, or when something else has been typed.
+    int departmentIndex() const;
+
+    std::unique_ptr<Ui::frmDVD> ui_;
+    std::array<QRadioButton*, 3> optJazyk_{};
+    std::array<QCheckBox*, 5> chkMenu_{};
+    std::array<QCheckBox*, 9> chkSound_{};
+    std::array<QCheckBox*, 7> chkTitle_{};
+    std::array<ImageFrame*, 2> imgObalDesk_{};
+};

@@ -1,0 +1,226 @@
+// How a row of tDVD gets into the film editor's controls and back. Every statement that touches the database
+// is skipped when it fails, and the next one runs.
+
+#include "core/mDatabase.h"
+#include "core/mFunction.h"
+#include "film/frmDVD.h"
+#include "film/mObrazky.h"
+#include "platform/Outside.h"
+#include "platform/text.h"
+#include "toolkit/textBox.h"
+#include "ui_frmDVD.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Opens the shared recordset on one film.
+void openFilm(qint32 id) {
+    Err.Clear();
+    skipFailure([] { OpenDB(); });
+    Err.Clear();
+    OpenRS(u"SELECT * from tDVD WHERE DVDID="_s + QString::number(id), false);
+}
+
+void closeFilm() {
+    skipFailure([] { CloseRS(); });
+    skipFailure([] { CloseDB(); });
+}
+
+/// At the end of the records, or not able to tell: a test that fails lets its branch run.
+bool atEnd(const ado::Recordset& films) {
+    bool end = true;
+    skipFailure([&] { end = films.Eof(); });
+    return end;
+}
+
+void tellMissingFilm() {
+    MsgBox(u"Záznam nenalezen! (cmdSAVE,frmDVD)"_s, boxStyle::critical, u"Chyba aplikace"_s);
+}
+
+void read(const ado::Recordset& films, QStringView column, QLineEdit& box) {
+    skipFailure([&] { box.setText(films.Fields(column).Value().toText()); });
+}
+
+void read(const ado::Recordset& films, QStringView column, QPlainTextEdit& box) {
+    skipFailure([&] { textBox::setText(box, films.Fields(column).Value().toText()); });
+}
+
+void write(const ado::Recordset& films, QStringView column, const DbValue& value) {
+    skipFailure([&] { films.Fields(column).setValue(value); });
+}
+
+void store(ado::Recordset& films) {
+    skipFailure([&] { films.Update(); });
+}
+
+/// Compares a stored picture key with 0. Null does not differ.
+bool isKey(const DbValue& value) {
+    return !value.isNull() && value.toLong() != 0;
+}
+
+}  // namespace
+
+template <std::size_t Count>
+QString frmDVD::ZapisChk(const std::array<QCheckBox*, Count>& boxes) {
+    std::vector<film::BoxValue> values;
+    for (const QCheckBox* box : boxes)
+        values.push_back(box->isChecked() ? 1 : 0);
+    return film::ZapisChk(values);
+}
+
+template <std::size_t Count>
+void frmDVD::NactiChk(const std::array<QCheckBox*, Count>& boxes, const QString& tokens) {
+    std::vector<film::BoxValue> values;
+    for (const QCheckBox* box : boxes)
+        values.push_back(box->isChecked() ? 1 : 0);
+    film::NactiChk(values, tokens);
+    for (std::size_t box = 0; box < Count; ++box)
+        boxes[box]->setChecked(values[box] == 1);
+}
+
+qint32 frmDVD::VratJazyk() const {
+    std::vector<bool> selected;
+    for (const QRadioButton* option : optJazyk_)
+        selected.push_back(option->isChecked());
+    return film::VratJazyk(selected);
+}
+
+void frmDVD::NastavJazyk(qint32 jazyk) {
+    optJazyk_[static_cast<std::size_t>(film::NastavJazyk(jazyk, static_cast<int>(optJazyk_.size())))]
+        ->setChecked(true);
+}
+
+void frmDVD::VycistiForm() {
+    if (ui_->cboOddel->count() > 0) ui_->cboOddel->setCurrentIndex(0);
+    ui_->txtZanr->clear();
+    optJazyk_[0]->setChecked(true);
+    ui_->txtDisk->setText(u"1"_s);
+    const auto untick = [](const auto& boxes) {
+        for (QCheckBox* box : boxes)
+            box->setChecked(false);
+    };
+    untick(chkMenu_);
+    untick(chkSound_);
+    untick(chkTitle_);
+    for (ImageFrame* frame : imgObalDesk_)
+        frame->loadPicture(QString());
+    ui_->lblNahled->clear();
+    ui_->lblObal->clear();
+}
+
+void frmDVD::Inicializuj(qint32 id) {
+    Vysledek = 0;
+    IDFilmu = id;
+    VycistiForm();
+    if (id == 0) return;
+    openFilm(id);
+    auto films = RsDB;
+    if (atEnd(*films)) tellMissingFilm();
+    reachColumns(*films);
+    films.reset();
+    closeFilm();
+}
+
+void frmDVD::reachColumns(const ado::Recordset& films) {
+    read(films, u"CZJm", *ui_->txtCZName);
+    read(films, u"PuvJm", *ui_->txtPuvName);
+    read(films, u"KatCisl", *ui_->txtKatalog);
+    read(films, u"Zanr", *ui_->txtZanr);
+    read(films, u"DiskPocet", *ui_->txtDisk);
+    read(films, u"Obsah", *ui_->txtPopis);
+    read(films, u"Stat", *ui_->txtStat);
+    read(films, u"Rezie", *ui_->txtRezie);
+    read(films, u"Rok", *ui_->txtRok);
+    read(films, u"Delka", *ui_->txtDelka);
+    read(films, u"Herci", *ui_->txtHerci);
+    read(films, u"Poznamka", *ui_->txtPozn);
+    skipFailure([&] { NactiChk(chkMenu_, films.Fields(u"Nabidka").Value().toText()); });
+    skipFailure([&] { NactiChk(chkSound_, films.Fields(u"JazykDetail").Value().toText()); });
+    skipFailure([&] { NactiChk(chkTitle_, films.Fields(u"Titulky").Value().toText()); });
+    skipFailure([&] { NastavJazyk(films.Fields(u"Jazyk").Value().toLong()); });
+    skipFailure([&] {
+        const DbValue cover = films.Fields(u"Obal_ID").Value();
+        if (!isKey(cover)) return;
+        ui_->lblObal->setText(ZobrazObal(cover.toLong()));
+        imgObalDesk_[0]->loadPicture(ui_->lblObal->text());
+    });
+    skipFailure([&] {
+        const DbValue preview = films.Fields(u"Nahled_ID").Value();
+        if (!isKey(preview)) return;
+        ui_->lblNahled->setText(ZobrazNahled(preview.toLong()));
+        imgObalDesk_[1]->loadPicture(ui_->lblNahled->text());
+    });
+    skipFailure([&] {
+        const qint16 index = NajdiItemData(*ui_->cboOddel->model(), films.Fields(u"Oddel_ID").Value(), -1);
+        ui_->cboOddel->setCurrentIndex(index);
+        if (index < 0) ui_->cboOddel->clearEditText();
+    });
+}
+
+void frmDVD::save() {
+    openFilm(IDFilmu);
+    auto films = RsDB;
+    if (atEnd(*films)) {
+        if (IDFilmu != 0) {
+            tellMissingFilm();
+        } else {
+            skipFailure([&] { films->AddNew(); });
+        }
+    }
+    // The empty row first, so that the database gives its key.
+    store(*films);
+    skipFailure([&] { ui_->txtDelka->setText(film::cleanLength(ui_->txtDelka->text())); });
+    setColumns(*films);
+    store(*films);
+    skipFailure([&] { IDFilmu = films->Fields(u"DVDID").Value().toLong(); });
+    if (text::trim(ui_->txtKatalog->text()).isEmpty()) {
+        write(*films, u"KatCisl", IDFilmu);
+        store(*films);
+    }
+    storePictures(films);
+    films.reset();
+    closeFilm();
+    Vysledek = 1;
+    hide();
+}
+
+void frmDVD::setColumns(const ado::Recordset& films) {
+    write(films, u"CZJm", ui_->txtCZName->text());
+    write(films, u"PuvJm", ui_->txtPuvName->text());
+    const QString number = ui_->txtKatalog->text();
+    if (!text::trim(number).isEmpty()) write(films, u"KatCisl", number);
+    write(films, u"Zanr", ui_->txtZanr->text());
+    skipFailure([&] { films.Fields(u"DiskPocet").setValue(text::toLong(ui_->txtDisk->text())); });
+    write(films, u"Obsah", textBox::text(*ui_->txtPopis));
+    write(films, u"Jazyk", VratJazyk());
+    write(films, u"Stat", ui_->txtStat->text());
+    write(films, u"Rezie", film::storedDirector(ui_->txtRezie->text()));
+    write(films, u"Delka", ui_->txtDelka->text());
+    write(films, u"Rok", ui_->txtRok->text());
+    if (const int department = departmentIndex(); department >= 0) {
+        write(films, u"Oddel_ID", ui_->cboOddel->itemData(department).toInt());
+    }
+    write(films, u"Herci", textBox::text(*ui_->txtHerci));
+    write(films, u"Poznamka", textBox::text(*ui_->txtPozn));
+    write(films, u"Nabidka", ZapisChk(chkMenu_));
+    write(films, u"JazykDetail", ZapisChk(chkSound_));
+    write(films, u"Titulky", ZapisChk(chkTitle_));
+    write(films, u"Obal_ID", 0);
+    write(films, u"Nahled_ID", 0);
+}
+
+void frmDVD::storePictures(const std::shared_ptr<ado::Recordset>& films) {
+    const QString cover = ui_->lblObal->text();
+    if (!cover.isEmpty()) {
+        write(*films, u"Obal_ID", UlozObal(IDFilmu, cover));
+        store(*films);
+    }
+    const QString preview = ui_->lblNahled->text();
+    if (!preview.isEmpty()) {
+        qint32 key = 0;
+        skipFailure([&] { key = UlozNahled(IDFilmu, preview); });
+        write(*films, u"nahled_ID", key);
+        store(*films);
+    }
+}

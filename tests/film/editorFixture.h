@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFile>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <optional>
+
+#include "film/frmDVD.h"
+#include "support/TemporaryProgram.h"
+
+/// The film editor over a catalogue of its own, its controls found by name.
+class EditorTest : public TemporaryProgram {
+ protected:
+    frmDVD& editor() {
+        if (!editor_) editor_.emplace();
+        return *editor_;
+    }
+    /// A fresh editor on a film, as its opener makes it.
+    frmDVD& open(qint32 id) {
+        editor_.reset();
+        editor().Inicializuj(id);
+        editor().show();
+        return editor();
+    }
+
+    template <typename Control>
+    Control& control(const char* name) {
+        auto* found = editor().findChild<Control*>(QString::fromLatin1(name));
+        if (found == nullptr) throw std::runtime_error(name);
+        return *found;
+    }
+    void type(const char* box, const QString& text) { control<QLineEdit>(box).setText(text); }
+    QString typed(const char* box) { return control<QLineEdit>(box).text(); }
+    void press(const char* button) { control<QPushButton>(button).click(); }
+    ImageFrame& frame(int picture) {
+        return control<ImageFrame>(picture == 0 ? "imgObalDesk_0" : "imgObalDesk_1");
+    }
+
+    /// A picture file of one colour in a format that Qt writes.
+    QString picture(const QString& name, const char* format = "JPG", QRgb colour = qRgb(200, 30, 30)) const {
+        QImage image(80, 120, QImage::Format_RGB32);
+        image.fill(colour);
+        const QString path = folder() + u'/' + name;
+        EXPECT_TRUE(image.save(path, format)) << format;
+        return path;
+    }
+
+    /// All columns of a film, Null as "-", joined by ";".
+    QString row(qint32 id) const {
+        const sqlite::Database database(catalogue(), sqlite::Database::Mode::readWrite);
+        const sqlite::Statement statement(database, "SELECT * FROM tDVD WHERE DVDID=?1");
+        statement.bind(1, qint64{id});
+        if (!statement.step()) return QStringLiteral("no row");
+        QStringList values;
+        for (int at = 0; at < sqlite3_column_count(statement.handle()); ++at) {
+            values += statement.isNull(at) ? QStringLiteral("-") : statement.text(at);
+        }
+        return values.join(u';');
+    }
+
+    static QByteArray content(const QString& path) {
+        QFile file(path);
+        return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray("no file");
+    }
+
+    void closeEditor() { editor_.reset(); }
+
+ private:
+    std::optional<frmDVD> editor_;
+};

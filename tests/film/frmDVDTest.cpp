@@ -1,0 +1,147 @@
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTest>
+
+#include "core/mFunction.h"
+#include "film/editorFixture.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class FrmDVDTest : public EditorTest {
+ protected:
+    QListWidget& genres() { return control<QListWidget>("lstZanr"); }
+    QWidget& panel() { return control<QWidget>("picZanr"); }
+};
+
+}  // namespace
+
+TEST_F(FrmDVDTest, OpensEmptyAtItsSizeOnTheFirstTab) {
+    open(0);
+    EXPECT_EQ(editor().windowTitle(), u"DVD Film"_s);
+    EXPECT_EQ(editor().size(), QSize(534, 389));
+    EXPECT_EQ(editor().minimumSize(), editor().maximumSize());
+    EXPECT_TRUE(control<QWidget>("picTab_0").isVisible());
+    EXPECT_FALSE(panel().isVisible());
+    EXPECT_EQ(typed("txtDisk"), u"1"_s);
+    EXPECT_EQ(control<QComboBox>("cboOddel").currentText(), u"Hrané filmy"_s);
+    EXPECT_EQ(control<QComboBox>("cboOddel").itemData(4).toInt(), 5);
+    EXPECT_EQ(genres().count(), 25);
+    EXPECT_EQ(genres().item(3)->text(), u"Dokumentární"_s);
+    EXPECT_FALSE(control<QPushButton>("cmdFindNet").isEnabled());
+    EXPECT_FALSE(control<QPushButton>("Command4").isEnabled());
+    const auto* bar = editor().findChild<QTabBar*>();
+    for (int tab = 0; tab < 4; ++tab) {
+        QTest::mouseClick(editor().findChild<QTabBar*>(), Qt::LeftButton, {}, bar->tabRect(tab).center());
+        for (int other = 0; other < 4; ++other) {
+            EXPECT_EQ(control<QWidget>(qPrintable(u"picTab_%1"_s.arg(other))).isVisible(), other == tab);
+        }
+    }
+}
+
+TEST_F(FrmDVDTest, TickedGenresReplaceTheText) {
+    open(0);
+    type("txtZanr", u"Starý"_s);
+    press("Command1");
+    EXPECT_TRUE(panel().isVisible());
+    genres().item(4)->setCheckState(Qt::Checked);
+    genres().item(12)->setCheckState(Qt::Checked);
+    press("Command3");
+    EXPECT_EQ(typed("txtZanr"), u"Starý"_s);
+    press("Command1");  // the ticks have stayed
+    QTest::keyClick(&genres(), Qt::Key_Escape);
+    EXPECT_FALSE(panel().isVisible());
+    EXPECT_TRUE(editor().isVisible());
+    press("Command1");
+    QTest::keyClick(&genres(), Qt::Key_Return);
+    EXPECT_EQ(typed("txtZanr"), u"Drama, Krimi"_s);
+    EXPECT_TRUE(editor().isVisible());
+    genres().item(4)->setCheckState(Qt::Unchecked);
+    genres().item(12)->setCheckState(Qt::Unchecked);
+    press("Command1");
+    press("Command2");
+    EXPECT_EQ(typed("txtZanr"), u""_s);
+    EXPECT_FALSE(panel().isVisible());
+}
+
+TEST_F(FrmDVDTest, AGenreWithoutANameIsToldAndTheOthersFollow) {
+    sql("UPDATE tZanr SET ZNAME=NULL WHERE ZID=2; DELETE FROM tOddeleni");
+    open(0);
+    EXPECT_EQ(genres().count(), 24);
+    EXPECT_EQ(control<QComboBox>("cboOddel").currentText(), u"Combo1"_s);
+    EXPECT_EQ(outside.boxes, QList({ScriptedOutside::Box{u"Chyba : Refresh_ZanrCBO, frmDVD\n"_s +
+                                                             errors::description(errors::invalidNull),
+                                                         16, u"Chyba Aplikace"_s}}));
+    press("cmdSave");
+    EXPECT_EQ(number("SELECT Oddel_ID IS NULL FROM tDVD"), 1);
+}
+
+TEST_F(FrmDVDTest, EnterSavesAndEscapeLeaves) {
+    open(0);
+    type("txtCZName", u"Enter"_s);
+    QTest::keyClick(&control<QLineEdit>("txtCZName"), Qt::Key_Return);
+    EXPECT_EQ(editor().Vysledek, 1);
+    open(0);
+    QTest::keyClick(&editor(), Qt::Key_Escape);
+    EXPECT_FALSE(editor().isVisible());
+    EXPECT_EQ(editor().Vysledek, 0);
+    EXPECT_EQ(number("SELECT count(*) FROM tDVD"), 1);
+}
+
+TEST_F(FrmDVDTest, PicturesOfEveryKindAreShownWhateverTheirNames) {
+    open(0);
+    for (const char* format : {"JPG", "PNG", "BMP", "WEBP"}) {
+        outside.files = {picture(u"a.jpg"_s, format)};
+        press("cmdOpenObalPic");
+        EXPECT_TRUE(frame(0).hasPicture()) << format;
+        press("cmdOpenObalPic");
+        EXPECT_FALSE(frame(0).hasPicture());
+    }
+    QFile gif(folder() + u"/g.jpg"_s);
+    ASSERT_TRUE(gif.open(QFile::WriteOnly));
+    gif.write(QByteArray::fromBase64("R0lGODlhAQABAPAAAP8AAAAAACH5BAAAAAAALAAAAAABAAEAAAICRAEAOw=="));
+    gif.close();
+    outside.files = {gif.fileName()};
+    press("cmdOpenNahledPic");
+    EXPECT_TRUE(frame(1).hasPicture());
+    EXPECT_EQ(control<QLabel>("lblNahled").text(), gif.fileName());
+    EXPECT_EQ(CtiNastaveni(u"Nahled"_s, u"-"_s), folder() + u'/');
+    EXPECT_EQ(CtiNastaveni(u"Covers"_s, u"-"_s), u""_s);  // the last choice was cancelled
+}
+
+TEST_F(FrmDVDTest, AHostilePictureIsRefusedAndChangesNothing) {
+    open(0);
+    const QByteArray whole = content(picture(u"a.jpg"_s));
+    // A PNG that claims 40,000 by 40,000 pixels.
+    const QByteArray huge =
+        QByteArray::fromHex("89504e470d0a1a0a0000000d4948445200009c4000009c400802000000") +
+        QByteArray::fromHex(
+            "e3a7dd1a0000000c49444154789c6360f8cf00000301010018dd8db00000000049454e44ae426082");
+    ImageFrame& cover = frame(0);
+    for (const QByteArray& bytes : {QByteArray("není obrázek"), whole.first(20), huge}) {
+        QFile file(folder() + u"/zly.jpg"_s);
+        ASSERT_TRUE(file.open(QFile::WriteOnly | QFile::Truncate) && file.write(bytes) == bytes.size());
+        file.close();
+        EXPECT_EQ(failureOf([&] { cover.loadPicture(file.fileName()); }), errors::invalidPicture);
+    }
+    EXPECT_EQ(failureOf([&] { cover.loadPicture(folder() + u"/neni.jpg"_s); }), errors::fileNotFound);
+    EXPECT_FALSE(cover.hasPicture());
+    // A picture cut off in the middle shows as far as it goes or is refused, and does no harm.
+    QFile half(folder() + u"/pul.jpg"_s);
+    ASSERT_TRUE(half.open(QFile::WriteOnly) && half.write(whole.first(whole.size() / 2)) > 0);
+    half.close();
+    failureOf([&] { cover.loadPicture(half.fileName()); });
+}
+
+TEST_F(FrmDVDTest, CopyingOutTakesTheFileThatTheLastFilmLeft) {
+    const QString last = folder() + u"/data/OBAL.jpg"_s;
+    ASSERT_TRUE(QFile::copy(picture(u"x.jpg"_s), last));
+    open(0);
+    outside.files = {picture(u"y.jpg"_s, "JPG", qRgb(0, 0, 99)), QString(), picture(u"cil.jpg"_s, "JPG", 0)};
+    press("cmdOpenObalPic");
+    press("cmdSaveObal");  // cancelled
+    press("cmdSaveObal");
+    EXPECT_EQ(content(folder() + u"/cil.jpg"_s), content(last));
+    EXPECT_NE(content(folder() + u"/cil.jpg"_s), content(folder() + u"/y.jpg"_s));
+}
