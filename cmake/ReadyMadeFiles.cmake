@@ -1,4 +1,6 @@
 # Makes the ready-made pair of data files in FOLDER with TOOL, unless one of them is there.
 if(NOT EXISTS ${FOLDER}/data.ddb AND NOT EXISTS ${FOLDER}/pictures.ddb)
     execute_process(COMMAND ${TOOL} create ${FOLDER} COMMAND_ERROR_IS_FATAL ANY)
+elseif(NOT EXISTS ${FOLDER}/data.ddb OR NOT EXISTS ${FOLDER}/pictures.ddb)
+    message(WARNING "${FOLDER} holds only one of the two data files; nothing was made.")
 endif()

@@ -2,6 +2,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <optional>
 
 #include "core/mDatabase.h"
 #include "platform/errors.h"
@@ -19,35 +21,43 @@ QByteArray script(const QString& name) {
 }
 
 void refuseExisting(const QString& path) {
-    if (!QFile::exists(path)) return;
+    // A link that leads nowhere is somebody's too.
+    if (!QFile::exists(path) && !QFileInfo(path).isSymLink()) return;
     throw RuntimeError(errors::pathAccess,
                        u"Soubor již existuje a nebude přepsán: %1"_s.arg(QDir::toNativeSeparators(path)));
 }
 
-/// A data file that goes away again unless it was kept.
+/// A data file under construction. It has another name until it is whole, and goes away again unless it was
+/// kept.
 class NewFile final {
  public:
-    explicit NewFile(QString path)
-        : path_(std::move(path)), database_(path_, sqlite::Database::Mode::create) {}
+    explicit NewFile(const QString& path) : path_(path), made_(path + u".new"_s) {
+        QFile::remove(made_);
+        database_.emplace(made_, sqlite::Database::Mode::create);
+    }
     ~NewFile() {
-        if (!kept_) QFile::remove(path_);
+        database_.reset();
+        QFile::remove(made_);
     }
     NewFile(const NewFile&) = delete;
     NewFile& operator=(const NewFile&) = delete;
 
     void run(const QStringList& scripts) const {
-        sqlite::Transaction transaction(database_);
+        sqlite::Transaction transaction(*database_);
         for (const QString& name : scripts)
-            database_.exec(script(name).constData());
-        password::stamp(database_, databasePassword());
+            database_->exec(script(name).constData());
+        password::stamp(*database_, databasePassword());
         transaction.commit();
     }
-    void keep() { kept_ = true; }
+    void keep() {
+        database_.reset();
+        if (!QFile::rename(made_, path_)) throw RuntimeError(errors::pathAccess);
+    }
 
  private:
     QString path_;
-    sqlite::Database database_;
-    bool kept_ = false;
+    QString made_;
+    std::optional<sqlite::Database> database_;
 };
 
 }  // namespace
@@ -72,6 +82,6 @@ void dataFiles::create(const QString& folder) {
     NewFile newPictures(pictures);
     newCatalogue.run({u"catalogue.sql"_s, u"dictionaries.sql"_s});
     newPictures.run({u"pictures.sql"_s});
-    newCatalogue.keep();
     newPictures.keep();
+    newCatalogue.keep();
 }

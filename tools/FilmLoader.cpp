@@ -17,6 +17,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint64 filmsPerReport = 500;
+constexpr int highestKey = 2000000000;
 
 struct FilmColumn {
     QString name;
@@ -80,7 +81,21 @@ void bindField(const sqlite::Statement& insert, int parameter, const FilmColumn&
     bool ok = false;
     const int number = text::trim(field).toInt(&ok);
     if (!ok) refuse(line, u"sloupec %1 má být celé číslo a je \"%2\"."_s.arg(column.name, field));
+    // Keys are counted on from the highest one, and the program knows them as 32-bit numbers.
+    if (column.name == u"DVDID"_s && (number < 1 || number > highestKey)) {
+        refuse(line, u"DVDID má být od 1 do %1 a je %2."_s.arg(highestKey).arg(number));
+    }
     insert.bind(parameter, qint64{number});
+}
+
+sqlite::Database openCatalogue(const QString& path) {
+    try {
+        sqlite::Database database(path, sqlite::Database::Mode::readWrite);
+        password::checkHeader(database, databasePassword());
+        return database;
+    } catch (const RuntimeError& failure) {
+        throw RuntimeError(failure.number(), u"%1 (%2)"_s.arg(failure.description(), path));
+    }
 }
 
 class FilmWriter final {
@@ -130,8 +145,7 @@ class FilmWriter final {
 qint64 filmLoader::load(const QString& folder, const QString& csv,
                         const std::function<void(qint64)>& progress) {
     const QString path = dataFiles::cataloguePath(folder);
-    password::checkHeader(path, databasePassword());
-    const sqlite::Database database(path, sqlite::Database::Mode::readWrite);
+    const sqlite::Database database = openCatalogue(path);
     CsvReader reader(readText(csv));
     const std::optional<QStringList> header = reader.next();
     if (!header) throw RuntimeError(errors::invalidCall, u"Soubor je prázdný: %1"_s.arg(csv));

@@ -78,6 +78,7 @@ void frmMaster::buildList() {
                           {u"Původní název"_s, 1440},
                           {u"Jazyk"_s, 1440}});
     lvwList_->setAccessibleName(u"Seznam filmů"_s);
+    hidMenuListItem_.setObjectName(u"hidMenuListItem"_s);
     hidMenuListItem_.addActions({ui_->mnuListItem_0, ui_->mnuListItem_1, ui_->mnuListItem_2});
     hidMenuListItem_.addSeparator();
     hidMenuListItem_.addAction(ui_->mnuListItem_4);

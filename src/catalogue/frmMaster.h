@@ -59,6 +59,6 @@ class frmMaster final : public QMainWindow {
     qint32 selectedFilm() const;
 
     std::unique_ptr<Ui::frmMaster> ui_;
-    QMenu hidMenuListItem_;
+    QMenu hidMenuListItem_{this};
     ListView* lvwList_;
 };

@@ -98,9 +98,11 @@ void openCatalogue() {
     Err.Clear();
 }
 
+/// Closes it and leaves nothing pending that a later operation would tell as its own.
 void closeCatalogue() {
     skipFailure([] { CloseRS(); });
     skipFailure([] { CloseDB(); });
+    Err.Clear();
 }
 
 }  // namespace

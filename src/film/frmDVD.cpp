@@ -50,6 +50,7 @@ void fillFrom(const QString& sql, const QString& routine, AddRow&& addRow) {
     rows.reset();
     skipFailure([] { CloseRS(); });
     skipFailure([] { CloseDB(); });
+    Err.Clear();
 }
 
 /// Folder of a chosen file, with the separator at its end. The last three characters, those of a file's

@@ -22,9 +22,11 @@ void openFilm(qint32 id) {
     OpenRS(u"SELECT * from tDVD WHERE DVDID="_s + QString::number(id), false);
 }
 
+/// Closes it and leaves nothing pending that a later operation would tell as its own.
 void closeFilm() {
     skipFailure([] { CloseRS(); });
     skipFailure([] { CloseDB(); });
+    Err.Clear();
 }
 
 /// At the end of the records, or not able to tell: a test that fails lets its branch run.

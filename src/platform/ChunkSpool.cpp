@@ -10,8 +10,8 @@ void ado::ChunkSpool::append(QByteArrayView bytes) {
     } else {
         if (file_ == nullptr) {
             file_ = std::make_unique<QTemporaryFile>();
-            if (!file_->open() || file_->write(buffer_) != buffer_.size())
-                throw RuntimeError(errors::diskFull);
+            if (!file_->open()) throw RuntimeError(errors::pathAccess);
+            if (file_->write(buffer_) != buffer_.size()) throw RuntimeError(errors::diskFull);
             buffer_.clear();
         }
         file_->seek(size_);

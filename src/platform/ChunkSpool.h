@@ -10,7 +10,7 @@ namespace ado {
 /// temporary file that only the owner can read and that goes away with the object.
 class ChunkSpool final {
  public:
-    /// @throws RuntimeError 61 when the temporary file cannot be written.
+    /// @throws RuntimeError 75 when the temporary file cannot be made, 61 when it cannot be written.
     void append(QByteArrayView bytes);
 
     qint64 size() const noexcept { return size_; }

@@ -10,35 +10,47 @@ Keyset::Keyset(const sqlite::Database& database, const QueryShape& shape)
     const bool bytes = std::any_of(shape.columns.begin(), shape.columns.end(),
                                    [](const Column& column) { return column.kind == ColumnKind::bytes; });
     if (bytes) {
-        readAll(database);
+        complete();
+        return;
+    }
+    walk_ = std::make_unique<sqlite::Statement>(database, shape.walkSql);
+    unread_ = walk_->step();
+    if (unread_) {
+        meet(*walk_);
     } else {
-        walk_ = std::make_unique<sqlite::Statement>(database, shape.walkSql);
-        if (!readNext(*walk_)) walk_.reset();
+        walk_.reset();
     }
 }
 
-bool Keyset::readNext(const sqlite::Statement& statement) {
-    const int width = static_cast<int>(shape_.tables.size());
-    for (;;) {
-        if (!statement.step()) return false;
-        for (int table = 0; table < width; ++table)
-            keys_.push_back(statement.number(table));
-        if (changed_.empty() || !changed_.contains(RowKeys(keys_.end() - width, keys_.end()))) break;
-        keys_.resize(keys_.size() - static_cast<std::size_t>(width));
+void Keyset::meet(const sqlite::Statement& statement) {
+    for (int table = 0; table < static_cast<int>(shape_.tables.size()); ++table) {
+        keys_.push_back(statement.number(table));
     }
     ++count_;
-    return true;
-}
-
-void Keyset::readAll(const sqlite::Database& database) {
-    const sqlite::Statement statement(database, shape_.keysSql);
-    while (readNext(statement)) {
-    }
 }
 
 void Keyset::next() {
+    if (failure_) throw RuntimeError(*failure_);
+    if (position_ + 1 == count_ && unread_) {
+        if (walk_ == nullptr) {
+            complete();
+        } else {
+            try {
+                unread_ = walk_->step();
+            } catch (const RuntimeError& failure) {
+                // A statement that failed would start anew.
+                failure_ = failure;
+                walk_.reset();
+                throw;
+            }
+            if (unread_) {
+                meet(*walk_);
+            } else {
+                walk_.reset();
+            }
+        }
+    }
     ++position_;
-    if (position_ == count_ && walk_ != nullptr && !readNext(*walk_)) walk_.reset();
 }
 
 RowKeys Keyset::keys() const {
@@ -47,17 +59,31 @@ RowKeys Keyset::keys() const {
     return {first, first + width};
 }
 
-std::size_t Keyset::count() {
-    if (walk_ != nullptr) {
+void Keyset::complete() {
+    if (failure_) throw RuntimeError(*failure_);
+    if (unread_) {
         // The rows met so far keep their places; whatever else the query gives now follows them.
         const auto width = static_cast<std::ptrdiff_t>(shape_.tables.size());
-        std::set<RowKeys> notAgain = changed_;
+        std::set<RowKeys> known = added_;
         for (auto at = keys_.begin(); at != keys_.end(); at += width)
-            notAgain.insert(RowKeys(at, at + width));
-        std::swap(changed_, notAgain);
-        readAll(database_);
-        std::swap(changed_, notAgain);
-        walk_.reset();
+            known.insert(RowKeys(at, at + width));
+        const sqlite::Statement statement(database_, shape_.keysSql);
+        while (statement.step()) {
+            meet(statement);
+            if (known.empty() || !known.contains(RowKeys(keys_.end() - width, keys_.end()))) continue;
+            keys_.resize(keys_.size() - static_cast<std::size_t>(width));
+            --count_;
+        }
+        unread_ = false;
     }
+    walk_.reset();
+}
+
+void Keyset::added(qint64 key) {
+    if (unread_) added_.insert({key});
+}
+
+std::size_t Keyset::count() {
+    complete();
     return count_;
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/collation.h"
 #include "platform/dates.h"
 #include "platform/errors.h"
 
@@ -10,7 +11,7 @@ using namespace ado;
 namespace {
 
 DbValue readValue(const sqlite::Statement& statement, int place, ColumnKind kind) {
-    // The engine keeps nothing but text and Null in a text column, so its type need not be asked for.
+    // Numbers put into a text column are stored as text, so that its type need not be asked for.
     if (kind != ColumnKind::text) {
         switch (sqlite3_column_type(statement.handle(), place)) {
             case SQLITE_NULL:
@@ -61,13 +62,45 @@ RowSet::RowSet(std::shared_ptr<detail::Session> session, const QString& sql)
 }
 
 RowSet::~RowSet() {
-    std::erase(session_->open, this);
+    release();
 }
 
 void RowSet::release() noexcept {
+    if (session_ == nullptr) return;
     blobs_.clear();
     rowStatements_.clear();
     found_.reset();
+    std::erase(session_->open, this);
+    session_.reset();
+}
+
+void RowSet::rest() {
+    // Whatever stands on a row holds the shared lock, and a lock that has to grow does not wait for others.
+    blobs_.clear();
+    for (const auto& statement : rowStatements_) {
+        if (statement != nullptr) statement->reset();
+    }
+    std::fill(fetched_.begin(), fetched_.end(), false);
+}
+
+template <typename Work>
+void RowSet::change(Work&& work) {
+    const auto once = [&] {
+        const sqlite::Database& file = database();
+        sqlite::Transaction transaction(file);
+        work();
+        transaction.commit();
+    };
+    rest();
+    try {
+        once();
+    } catch (const sqlite::Failure& failure) {
+        if (failure.resultCode() != SQLITE_CORRUPT_INDEX) throw;
+        // Another version of the library that knows the alphabet sorts otherwise, and an index made by the
+        // one does not serve the other. Nothing of the rows themselves is damaged.
+        database().exec((QByteArray("REINDEX ") + collation::name).constData());
+        once();
+    }
 }
 
 const sqlite::Database& RowSet::database() const {
@@ -97,15 +130,13 @@ void RowSet::expectRow() const {
 }
 
 qint32 RowSet::count() {
-    // Counting may end the running query, on which the current row is read.
-    const std::size_t count = found_->count() + added_.size();
-    return static_cast<qint32>(count);
+    if (!alive()) throw RuntimeError(errors::objectClosed);
+    return static_cast<qint32>(found_->count() + added_.size());
 }
 
 void RowSet::settle(Place place) {
     place_ = place;
     current_.clear();
-    stale_ = false;
     std::fill(fetched_.begin(), fetched_.end(), false);
     if (!pending_.empty()) pending_.clear();
     if (!spools_.empty()) spools_.clear();
@@ -166,7 +197,7 @@ DbValue RowSet::value(int column) {
     if (const auto set = pending_.find(column); set != pending_.end()) return set->second;
     if (place_ == Place::fresh) return {};
     const Column& shape = columnAt(column);
-    if (place_ == Place::found && found_->row() != nullptr && !stale_) {
+    if (place_ == Place::found && found_->row() != nullptr) {
         return readValue(*found_->row(), static_cast<int>(shape_.tables.size()) + column, shape.kind);
     }
     const sqlite::Statement& row = fetched(shape.table);
@@ -237,6 +268,7 @@ void RowSet::appendChunk(int column, QByteArrayView bytes) {
 }
 
 void RowSet::addNew() {
+    if (!alive()) throw RuntimeError(errors::objectClosed);
     expectOneTable();
     if (place_ != Place::end && dirty()) update();
     settle(Place::fresh);
@@ -267,19 +299,24 @@ void RowSet::update() {
     expectRow();
     if (!dirty()) return;
     if (place_ == Place::fresh) {
-        insertRow();
+        found_->pause();
+        qint64 key = 0;
+        change([&] { key = insertRow(); });
+        added_.push_back(key);
+        found_->added(key);
+        addedPosition_ = added_.size() - 1;
+        settle(Place::added);
     } else {
-        sqlite::Transaction transaction(database());
-        for (int table = 0; table < static_cast<int>(shape_.tables.size()); ++table)
-            updateRow(table);
-        transaction.commit();
-        found_->changed(currentKeys());
+        found_->complete();
+        change([&] {
+            for (int table = 0; table < static_cast<int>(shape_.tables.size()); ++table)
+                updateRow(table);
+        });
+        settle(place_);
     }
-    settle(place_);
-    stale_ = true;
 }
 
-void RowSet::insertRow() {
+qint64 RowSet::insertRow() {
     const std::vector<int> columns = pendingColumns(0);
     QByteArray names;
     QByteArray marks;
@@ -289,17 +326,12 @@ void RowSet::insertRow() {
         marks += marks.isEmpty() ? "?" : ",?";
     }
     const QByteArray values = columns.empty() ? " DEFAULT VALUES" : " (" + names + ") VALUES (" + marks + ')';
-    sqlite::Transaction transaction(database());
     const sqlite::Statement insert(database(), "INSERT INTO " + quoted(shape_.tables[0].name) + values);
     bindPending(insert, columns);
     insert.step();
     const qint64 key = sqlite3_last_insert_rowid(database().handle());
     writeSpools(0, {key});
-    transaction.commit();
-    added_.push_back(key);
-    found_->changed({key});
-    addedPosition_ = added_.size() - 1;
-    place_ = Place::added;
+    return key;
 }
 
 void RowSet::updateRow(int table) {
@@ -350,11 +382,13 @@ void RowSet::remove() {
     expectOneTable();
     expectRow();
     if (place_ == Place::fresh) throw RuntimeError(errors::noCurrentRecord);
-    const sqlite::Statement statement(database(), "DELETE FROM " + quoted(shape_.tables[0].name) + " WHERE " +
-                                                      quoted(shape_.tables[0].key) + "=?1");
-    statement.bind(1, currentKeys()[0]);
-    statement.step();
-    if (sqlite3_changes(database().handle()) == 0) throw RuntimeError(errors::rowGone);
+    found_->complete();
+    change([this] {
+        const sqlite::Statement statement(database(), "DELETE FROM " + quoted(shape_.tables[0].name) +
+                                                          " WHERE " + quoted(shape_.tables[0].key) + "=?1");
+        statement.bind(1, currentKeys()[0]);
+        statement.step();
+        if (sqlite3_changes(database().handle()) == 0) throw RuntimeError(errors::rowGone);
+    });
     settle(place_);
-    stale_ = true;
 }

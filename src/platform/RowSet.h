@@ -16,7 +16,8 @@ namespace ado {
 class RowSet;
 
 namespace detail {
-/// The open file of a connection. Recordsets share it, and find `database` empty once it has been closed.
+/// The open file of a connection. Its recordsets share it, as one of them can outlive the connection's
+/// object.
 class Session {
  public:
     std::unique_ptr<sqlite::Database> database;
@@ -33,7 +34,8 @@ class RowSet final {
     RowSet(const RowSet&) = delete;
     RowSet& operator=(const RowSet&) = delete;
 
-    bool alive() const noexcept { return session_->database != nullptr; }
+    /// False once the recordset or its connection has been closed.
+    bool alive() const noexcept { return session_ != nullptr; }
     /// Lets go of everything that keeps the file open.
     void release() noexcept;
 
@@ -77,7 +79,11 @@ class RowSet final {
     DbValue fitting(const Column& column, const DbValue& value) const;
     void bindPending(const sqlite::Statement& statement, const std::vector<int>& columns) const;
     std::vector<int> pendingColumns(int table) const;
-    void insertRow();
+    void rest();
+    /// Does all or nothing of what `work` writes.
+    template <typename Work>
+    void change(Work&& work);
+    qint64 insertRow();
     void updateRow(int table);
     void writeSpools(int table, const RowKeys& keys);
     Blob openBlob(int column, qint64 key, bool writable) const;
@@ -89,8 +95,7 @@ class RowSet final {
     std::vector<qint64> added_;  // keys of the rows added here; there is one table then
     std::size_t addedPosition_ = 0;
     Place place_ = Place::end;
-    RowKeys current_;     // of a row that is not fresh
-    bool stale_ = false;  // the running query no longer tells what the current row holds
+    RowKeys current_;  // of a row that is not fresh
 
     std::vector<std::unique_ptr<sqlite::Statement>> rowStatements_;
     std::vector<bool> fetched_;

@@ -29,24 +29,15 @@ namespace ado {
 
 Connection::Connection() = default;
 
-Connection::~Connection() {
-    release();
-}
-
-void Connection::release() noexcept {
-    if (session_ == nullptr) return;
-    for (RowSet* rows : session_->open) rows->release();
-    session_->database.reset();
-    session_.reset();
-}
+Connection::~Connection() = default;
 
 void Connection::Open(const QString& connectionString, const QString&, const QString&, int) {
     if (isOpen()) throw RuntimeError(errors::objectOpen);
     try {
         const ConnectionParts parts = parse(connectionString);
-        password::checkHeader(parts.path, parts.password);
         auto session = std::make_shared<detail::Session>();
         session->database = std::make_unique<sqlite::Database>(parts.path, sqlite::Database::Mode::readWrite);
+        password::checkHeader(*session->database, parts.password);
         // The engine opens lazily; reading the schema shows a cut or locked file now rather than later.
         session->database->number("SELECT count(*) FROM sqlite_master");
         session_ = std::move(session);
@@ -59,7 +50,10 @@ void Connection::Open(const QString& connectionString, const QString&, const QSt
 
 void Connection::Close() {
     if (!isOpen()) throw RuntimeError(errors::objectClosed);
-    release();
+    const std::vector<RowSet*> open = std::exchange(session_->open, {});
+    for (RowSet* rows : open)
+        rows->release();
+    session_.reset();
 }
 
 DbValue Field::Value() const {
@@ -87,7 +81,7 @@ void Recordset::Open(const QString& sql, Connection& connection, int, int, int) 
     rows_.reset();
     try {
         if (!connection.isOpen()) throw connection.refusal_.value_or(RuntimeError(errors::objectClosed));
-        rows_ = std::make_unique<RowSet>(connection.session_, sql);
+        rows_ = std::make_shared<RowSet>(connection.session_, sql);
         refusal_.reset();
     } catch (const RuntimeError& failure) {
         refusal_ = failure;
@@ -95,13 +89,13 @@ void Recordset::Open(const QString& sql, Connection& connection, int, int, int) 
     }
 }
 
-RowSet& Recordset::rows() const {
+const std::shared_ptr<RowSet>& Recordset::rows() const {
     if (!isOpen()) throw refusal_.value_or(RuntimeError(errors::objectClosed));
-    return *rows_;
+    return rows_;
 }
 
 void Recordset::Close() {
-    rows();
+    rows()->release();
     rows_.reset();
 }
 
@@ -110,33 +104,33 @@ bool Recordset::isOpen() const noexcept {
 }
 
 bool Recordset::Eof() const {
-    return rows().atEnd();
+    return rows()->atEnd();
 }
 
 void Recordset::MoveNext() {
-    rows().moveNext();
+    rows()->moveNext();
 }
 
 qint32 Recordset::RecordCount() const {
-    return rows().count();
+    return rows()->count();
 }
 
 Field Recordset::Fields(QStringView name) const {
-    RowSet& rows = this->rows();
-    return {rows, rows.columnIndex(name)};
+    const std::shared_ptr<RowSet>& rows = this->rows();
+    return {rows, rows->columnIndex(name)};
 }
 
 void Recordset::AddNew() {
-    rows().addNew();
+    rows()->addNew();
 }
 
 void Recordset::Update() {
-    rows().update();
+    rows()->update();
 }
 
 void Recordset::Delete(int affected) {
     if (affected != 1) throw RuntimeError(errors::invalidCall);
-    rows().remove();
+    rows()->remove();
 }
 
 }  // namespace ado

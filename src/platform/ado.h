@@ -18,7 +18,8 @@ namespace detail {
 class Session;
 }
 
-/// One open data file.
+/// One open data file. It stays open until Close, or until neither the connection nor any recordset opened on
+/// it is left.
 class Connection final {
  public:
     Connection();
@@ -43,14 +44,11 @@ class Connection final {
 
  private:
     friend class Recordset;
-    void release() noexcept;
-
     std::shared_ptr<detail::Session> session_;
     std::optional<RuntimeError> refusal_;
 };
 
-/// A column of a recordset. It always means the current row of its recordset, also after that has moved on,
-/// and must not be used once the recordset has been closed.
+/// A column of a recordset. It always means the current row of its recordset, also after that has moved on.
 class Field final {
  public:
     /// The value in the current row; one that has been set and not yet stored counts.
@@ -74,13 +72,17 @@ class Field final {
 
  private:
     friend class Recordset;
-    Field(RowSet& rows, int column) : rows_(&rows), column_(column) {}
-    RowSet* rows_;
+    Field(std::shared_ptr<RowSet> rows, int column) : rows_(std::move(rows)), column_(column) {}
+    std::shared_ptr<RowSet> rows_;
     int column_;
 };
 
 /// The rows of one SELECT, with keyset meaning: which rows there are, and in which order, is fixed at Open;
 /// what they hold is read when it is asked for. Rows added through the recordset follow at the end.
+///
+/// Rows are met one by one, under a lock that keeps other programs from changing the file meanwhile. Only two
+/// things can add or take away rows that have not been met: this recordset's own first AddNew, and another
+/// recordset on the same connection. Asking for RecordCount before fixes the rows against both.
 ///
 /// The tables met in the select list need an INTEGER PRIMARY KEY. A recordset over several tables can change
 /// rows, but neither add nor delete them.
@@ -136,9 +138,9 @@ class Recordset final {
     void Delete(int affected = 1);
 
  private:
-    RowSet& rows() const;
+    const std::shared_ptr<RowSet>& rows() const;
 
-    std::unique_ptr<RowSet> rows_;
+    std::shared_ptr<RowSet> rows_;
     std::optional<RuntimeError> refusal_;
 };
 

@@ -32,9 +32,12 @@ QString errors::description(qint32 number) {
             return u"Objekt není nastaven."_s;
         case invalidNull:
             return u"Neplatné použití prázdné hodnoty (Null)."_s;
-        case noSuchControl: return u"Prvek pole ovládacích prvků neexistuje."_s;
-        case invalidPropertyIndex: return u"Neplatný index vlastnosti."_s;
-        case invalidPicture: return u"Soubor není platný obrázek."_s;
+        case noSuchControl:
+            return u"Prvek pole ovládacích prvků neexistuje."_s;
+        case invalidPropertyIndex:
+            return u"Neplatný index vlastnosti."_s;
+        case invalidPicture:
+            return u"Soubor není platný obrázek."_s;
         case invalidPropertyValue:
             return u"Neplatná hodnota vlastnosti."_s;
         case duplicateKey:

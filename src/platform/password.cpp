@@ -1,7 +1,6 @@
 #include "platform/password.h"
 
 #include <QCryptographicHash>
-#include <QFile>
 #include <QtEndian>
 
 #include "platform/errors.h"
@@ -51,12 +50,17 @@ void password::stamp(const sqlite::Database& database, const QString& password) 
     database.exec(("PRAGMA user_version=" + QByteArray::number(verifier(password))).constData());
 }
 
-void password::checkHeader(const QString& path, const QString& password) {
-    QFile file(path);
-    if (!file.open(QFile::ReadOnly)) refuse(SQLITE_CANTOPEN);
-    const QByteArray header = file.read(headerLength);
-    if (header.size() < headerLength || !header.startsWith(QByteArray("SQLite format 3\0", 16)))
-        refuse(SQLITE_NOTADB);
+void password::checkHeader(const sqlite::Database& database, const QString& password) {
+    QByteArray header(headerLength, '\0');
+    // By the engine's own handle: closing another one would drop the locks that this process has on the file.
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(database.handle(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    const int read = file == nullptr || file->pMethods == nullptr
+                         ? SQLITE_CANTOPEN
+                         : file->pMethods->xRead(file, header.data(), headerLength, 0);
+    if (read == SQLITE_IOERR_SHORT_READ) refuse(SQLITE_NOTADB);
+    if (read != SQLITE_OK) refuse(read);
+    if (!header.startsWith(QByteArray("SQLite format 3\0", 16))) refuse(SQLITE_NOTADB);
     if (numberAt<qint32>(header, markOffset) != mark) refuse(SQLITE_NOTADB);
     const auto pageSize = numberAt<quint16>(header, pageSizeOffset);
     const bool powerOfTwo = pageSize != 0 && (pageSize & (pageSize - 1)) == 0;

@@ -12,9 +12,10 @@ namespace password {
 /// Puts mark and verifier into a new data file.
 void stamp(const sqlite::Database& database, const QString& password);
 
-/// Reads the header of a data file without the engine, so that nothing is touched by looking.
+/// Reads the header of a data file that has just been opened, before the engine does, which would take some
+/// kinds of damage for an order.
 /// @throws RuntimeError when the file cannot be read, is not a data file of this program, is damaged in its
 ///         header, or has another password.
-void checkHeader(const QString& path, const QString& password);
+void checkHeader(const sqlite::Database& database, const QString& password);
 
 }  // namespace password

@@ -25,7 +25,7 @@ QStringView decode(int length, const void* bytes, Utf16& buffer) {
     return {buffer.data(), end};
 }
 
-int compareCzech(void*, int leftLength, const void* left, int rightLength, const void* right) {
+int compareCzech(void*, int leftLength, const void* left, int rightLength, const void* right) noexcept {
     if (leftLength == rightLength && std::memcmp(left, right, static_cast<std::size_t>(leftLength)) == 0)
         return 0;
     Utf16 leftBuffer;
@@ -91,7 +91,7 @@ QString sqlite::description(int resultCode) {
 void sqlite::throwFailure(sqlite3* handle, int resultCode) {
     qWarning("SQLite %d: %s", resultCode,
              handle != nullptr ? sqlite3_errmsg(handle) : sqlite3_errstr(resultCode));
-    throw RuntimeError(number(resultCode), description(resultCode));
+    throw Failure(number(resultCode), description(resultCode), resultCode);
 }
 
 sqlite::Database::Database(const QString& path, Mode mode) {

@@ -6,6 +6,8 @@
 #include <QString>
 #include <memory>
 
+#include "platform/errors.h"
+
 /// SQLite's C interface with every result looked at. All failures are thrown as RuntimeError with a Czech
 /// description; the engine's own words go to standard error.
 namespace sqlite {
@@ -13,7 +15,20 @@ namespace sqlite {
 /// The Czech description of a result code of the engine (primary or extended).
 QString description(int resultCode);
 
-/// @throws RuntimeError always: the failure that the last call on `handle` ended with.
+/// A failure of the engine, with its result code.
+class Failure final : public RuntimeError {
+ public:
+    Failure(qint32 number, const QString& description, int resultCode)
+        : RuntimeError(number, description), resultCode_(resultCode) {}
+
+    /// The extended result code.
+    int resultCode() const noexcept { return resultCode_; }
+
+ private:
+    int resultCode_;
+};
+
+/// @throws Failure always: the failure that the last call on `handle` ended with.
 [[noreturn]] void throwFailure(sqlite3* handle, int resultCode);
 
 /// One open database file with the collation CZECH and a busy time-out of 5 seconds.

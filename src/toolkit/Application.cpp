@@ -43,13 +43,12 @@ bool Application::notify(QObject* receiver, QEvent* event) {
 }
 
 void Application::endProgram(const RuntimeError& failure) {
-    // While the box is up, other handlers could run and fail in turn; the first failure is the one to tell.
+    // While the box is up, other handlers can run and fail in turn; the first failure is the one to tell.
     static bool ending = false;
-    if (!ending) {
-        ending = true;
-        Outside::current().messageBox(u"Chyba číslo %1:\n%2\n\nProgram bude ukončen."_s.arg(failure.number())
-                                          .arg(failure.description()),
-                                      boxStyle::critical, appTitle(), nullptr);
-    }
+    if (ending) return;
+    ending = true;
+    Outside::current().messageBox(
+        u"Chyba číslo %1:\n%2\n\nProgram bude ukončen."_s.arg(failure.number()).arg(failure.description()),
+        boxStyle::critical, appTitle(), nullptr);
     std::_Exit(EXIT_FAILURE);
 }

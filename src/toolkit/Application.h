@@ -32,7 +32,8 @@ class Application : public QApplication {
     }
 
  private:
-    [[noreturn]] static void endProgram(const RuntimeError& failure);
+    /// Returns only when the program is about to end already.
+    static void endProgram(const RuntimeError& failure);
 
     WindowOutside outside_;
     QTranslator qtTexts_;

@@ -11,6 +11,8 @@
 
 namespace {
 
+constexpr int widestColumn = 245745;  // twips: 16383 pixels, beyond which a header is of no use
+
 /// Rows with a little air above and below the text.
 class RowDelegate final : public QStyledItemDelegate {
  public:
@@ -74,7 +76,7 @@ int ListView::columnWidthInTwips(int column) const {
 }
 
 void ListView::setColumnWidthInTwips(int column, int width) {
-    if (width < 0) throw RuntimeError(errors::invalidPropertyValue);
+    if (width < 0 || width > widestColumn) throw RuntimeError(errors::invalidPropertyValue);
     setColumnWidth(column, twips::toPixels(width));
     widths_[static_cast<std::size_t>(column)] = {width, columnWidth(column)};
 }

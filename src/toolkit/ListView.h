@@ -48,7 +48,7 @@ class ListView final : public QTreeView {
     int columns() const { return static_cast<int>(widths_.size()); }
     /// Width of a column, from 0, in twips; as it was set, unless the user has dragged it since.
     int columnWidthInTwips(int column) const;
-    /// @throws RuntimeError 380 for a negative width.
+    /// @throws RuntimeError 380 for a negative width and for one above 245745.
     void setColumnWidthInTwips(int column, int width);
 
     void clear() { model_.clear(); }

@@ -8,7 +8,7 @@ inline constexpr int perPixel = 15;
 
 /// Pixels for a number of twips, rounded to the nearest.
 constexpr int toPixels(int twips) {
-    return (twips + (twips < 0 ? -perPixel : perPixel) / 2) / perPixel;
+    return twips / perPixel + (2 * (twips % perPixel) + (twips < 0 ? -perPixel : perPixel)) / (2 * perPixel);
 }
 
 }  // namespace twips

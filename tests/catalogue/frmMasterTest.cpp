@@ -64,6 +64,18 @@ TEST_F(FrmMasterTest, MenusHoldTheirEntries) {
     }
 }
 
+TEST_F(FrmMasterTest, TheRightButtonBringsTheMenuOfTheRow) {
+    window().show();
+    auto* menu = window().findChild<QMenu*>(u"hidMenuListItem"_s);
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(captions(*menu), u"Upravit, Zapůjčit / Vrátit, Smazat, -, Hledat obal"_s);
+    const QPoint second = list().visualRect(list().model()->index(1, 0)).center();
+    QTest::mouseClick(list().viewport(), Qt::RightButton, {}, second);
+    EXPECT_TRUE(menu->isVisible());
+    EXPECT_EQ(list().selectedItem().row(), 1);
+    menu->close();
+}
+
 TEST_F(FrmMasterTest, ToolBarsHoldTheirButtonsWithIcons) {
     const struct {
         const char* bar;
@@ -169,6 +181,7 @@ TEST_F(FrmMasterTest, ADamagedWidthTextIsToldOnceAndMendedAtTheEnd) {
         {u"100||300|400|500|600|700|"_s, u"100|2500|1200|1200|1000|1440|1440|"_s, errors::typeMismatch},
         {u"-5|200|300|400|500|600|700|"_s, u"900|2500|1200|1200|1000|1440|1440|"_s,
          errors::invalidPropertyValue},
+        {u"2147483647|2|3|4|5|6|7|"_s, u"900|2500|1200|1200|1000|1440|1440|"_s, errors::invalidPropertyValue},
         {u"99999999999|2|3|4|5|6|7|"_s, u"900|2500|1200|1200|1000|1440|1440|"_s, errors::overflow},
     };
     for (const auto& [stored, widths, failure] : cases) {

@@ -151,6 +151,39 @@ TEST_F(DatabaseFileTest, ADamagedFileEndsInAFailureAndIsNeverChanged) {
     EXPECT_GT(noticed, whole_.size() / page / 2);
 }
 
+TEST_F(DatabaseFileTest, AfterADamagedPageTheWalkStandsStillAndFailsAgain) {
+    QByteArray damaged = whole_;
+    // The last leaf of the films, found by a text that stands in it.
+    const qsizetype page = damaged.lastIndexOf("Popis 1500") / 4096 * 4096;
+    ASSERT_GT(page, 4096);
+    damaged.replace(page, 4096, QByteArray(4096, '\0'));
+    put(damaged);
+    ado::Recordset films;
+    films.Open(u"SELECT * from tDVD"_s, connection());
+    int met = 0;
+    while (failureOf([&] { films.MoveNext(); }) == 0)
+        ++met;
+    EXPECT_GT(met, 100);
+    EXPECT_LT(met, 1600);
+    const DbValue key = films.Fields(u"DVDID").Value();
+    EXPECT_EQ(key, DbValue(met + 1));
+    EXPECT_EQ(failureOf([&] { films.MoveNext(); }), errors::database);
+    EXPECT_EQ(failureOf([&] { films.RecordCount(); }), errors::database);
+    EXPECT_EQ(films.Fields(u"DVDID").Value(), key);
+}
+
+TEST_F(DatabaseFileTest, LookingAtAFileThatIsInUseLeavesItsLocksAlone) {
+    ado::Recordset films;
+    films.Open(u"SELECT * from tDVD"_s, connection());
+    ado::Connection second;
+    second.Open(connectionString(catalogue()));
+    second.Close();
+    QProcess other;  // another process, as locks of this one do not hold against itself
+    other.start(u"sqlite3"_s, {catalogue(), u"BEGIN EXCLUSIVE;"_s});
+    ASSERT_TRUE(other.waitForFinished());
+    EXPECT_TRUE(other.readAllStandardError().contains("locked"));
+}
+
 TEST_F(DatabaseFileTest, AFileHeldByAnotherProgramEndsInAFailureAfterAWhile) {
     const sqlite::Database other(catalogue(), sqlite::Database::Mode::readWrite);
     other.exec("BEGIN EXCLUSIVE");

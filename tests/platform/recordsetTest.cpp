@@ -1,5 +1,7 @@
 #include "platform/ado.h"
 
+#include <QElapsedTimer>
+
 #include "core/mDatabase.h"
 #include "support/TemporaryProgram.h"
 
@@ -153,7 +155,7 @@ TEST_F(RecordsetTest, AFilmAddedAfterADeletedOneNeverGetsItsKey) {
     EXPECT_EQ(number("SELECT count(*) FROM tPujcky WHERE P_DVDID=4"), 1);
 }
 
-TEST_F(RecordsetTest, AppendingDoesNotDisturbTheWalkOverALargeTable) {
+TEST_F(RecordsetTest, AppendedRowsFollowTheOthersAndAreMetOnce) {
     open(u"SELECT * from tPujcky"_s);
     for (int added = 0; added < 2; ++added) {
         rows.AddNew();
@@ -241,6 +243,51 @@ TEST_F(RecordsetTest, CountingInTheMiddleOfAWalkLosesNeitherRowsNorChanges) {
     EXPECT_EQ(rows.RecordCount(), 4);
 }
 
+TEST_F(RecordsetTest, ARecordsetOutlivesTheConnectionThatAnotherOperationReplaced) {
+    OpenDB();
+    OpenRS(u"SELECT * from tDVD Order by CZJM"_s, false);
+    const std::shared_ptr<ado::Recordset> outer = RsDB;
+    outer->MoveNext();
+    OpenDB();
+    OpenRS(u"SELECT * from tDVD WHERE DVDID=1"_s, false);
+    RsDB->Fields(u"Zanr").setValue(u"Jiný"_s);
+    outer->MoveNext();
+    EXPECT_EQ(outer->Fields(u"CZJm").Value(), DbValue(u"chata"_s));
+    CloseRS();
+    CloseDB();
+    outer->MoveNext();
+    outer->MoveNext();
+    EXPECT_TRUE(outer->Eof());
+}
+
+TEST_F(RecordsetTest, AnIndexInTheOrderOfAnotherLibraryIsMadeAnew) {
+    {
+        // The same file under an order that knows no Czech, as another version of the library might have it.
+        const sqlite::Database other(catalogue(), sqlite::Database::Mode::readWrite);
+        sqlite3_create_collation_v2(
+            other.handle(), "CZECH", SQLITE_UTF8, nullptr,
+            [](void*, int leftLength, const void* left, int rightLength, const void* right) {
+                return QByteArrayView(static_cast<const char*>(right), rightLength)
+                    .compare(QByteArrayView(static_cast<const char*>(left), leftLength));
+            },
+            nullptr);
+        other.exec(
+            "REINDEX; WITH RECURSIVE n(i) AS (SELECT 10 UNION ALL SELECT i+1 FROM n WHERE i<300)"
+            "INSERT INTO tDVD (DVDID, KatCisl, CZJm) SELECT i, i, char(65+i%26) || i FROM n");
+    }
+    for (const int film : {1, 57, 123, 200, 299}) {
+        open(u"SELECT * from tDVD WHERE DVDID ="_s + QString::number(film));
+        rows.Fields(u"CZJm").setValue(u"Změněný"_s);
+        rows.Update();
+        rows.Close();
+    }
+    open(u"SELECT * from tDVD WHERE DVDID=150"_s);
+    rows.Delete(1);
+    rows.Close();
+    EXPECT_EQ(number("SELECT count(*) FROM tDVD WHERE CZJm='Změněný'"), 5);
+    EXPECT_EQ(text("PRAGMA integrity_check"), u"ok"_s);
+}
+
 TEST_F(RecordsetTest, WhatIsNotOpenSaysSo) {
     EXPECT_EQ(failureOf([this] { rows.Eof(); }), errors::objectClosed);
     EXPECT_EQ(failureOf([this] { rows.Close(); }), errors::objectClosed);
@@ -261,16 +308,25 @@ TEST_F(RecordsetTest, WhatIsNotOpenSaysSo) {
     EXPECT_EQ(failureOf([&] { title.Value(); }), errors::objectClosed);
     EXPECT_EQ(failureOf([this] { rows.MoveNext(); }), errors::objectClosed);
     EXPECT_FALSE(rows.isOpen());
+    open(u"SELECT * from tDVD"_s);
+    const ado::Field number = rows.Fields(u"KatCisl");
+    rows.Close();
+    EXPECT_EQ(failureOf([&] { number.Value(); }), errors::objectClosed);
+    open(u"SELECT * from tDVD"_s);
+    EXPECT_EQ(failureOf([&] { number.setValue(1); }), errors::objectClosed);
 }
 
 TEST_F(RecordsetTest, AChangeThatAnotherProgramHoldsUpIsKeptAndStoredLater) {
     open(u"SELECT * from tDVD WHERE DVDID =1"_s);
-    ASSERT_EQ(rows.RecordCount(), 1);
+    EXPECT_EQ(rows.Fields(u"CZJm").Value(), DbValue(u"Žena"_s));
     rows.Fields(u"CZJm").setValue(u"Počkám"_s);
     {
         const sqlite::Database other(catalogue(), sqlite::Database::Mode::readWrite);
         const sqlite::Transaction writing(other);
+        QElapsedTimer waiting;
+        waiting.start();
         EXPECT_EQ(failureOf([this] { rows.Update(); }), errors::database);
+        EXPECT_GE(waiting.elapsed(), 4000);
         EXPECT_EQ(rows.Fields(u"CZJm").Value(), DbValue(u"Počkám"_s));
     }
     rows.Update();

@@ -76,6 +76,13 @@ TEST_F(DataFiles, CatalogueGoesAgainWhenThePictureFileCannotBeMade) {
     EXPECT_FALSE(QFile::exists(at(u"nowhere.ddb"_s)));
 }
 
+TEST_F(DataFiles, KeysThatTheProgramCannotCountOnFromAreRefused) {
+    for (const char* key : {"0", "-5", "2147483647", "2000000001"}) {
+        EXPECT_NE(failureOf([&] { load(QByteArray("DVDID,CZJm\n") + key + ",x\n"); }), 0) << key;
+    }
+    EXPECT_EQ(load("DVDID,CZJm\n41,x\n"), 1);
+}
+
 TEST_F(DataFiles, HeaderNamesColumnsInAnyCaseAndOrder) {
     EXPECT_EQ(load("\xEF\xBB\xBFROK, oddel_id ,czjm,DISKPOCET,Obsah,KatCisl\r\n"
                    "1996,3,Kolja, 2 ,\"Praha, \"\"Žižkov\"\"\r\ndruhý řádek\",X 7\r\n"

@@ -1,0 +1,64 @@
+#include "film/DictionaryRecord.h"
+
+#include "core/mDatabase.h"
+#include "platform/Outside.h"
+#include "platform/text.h"
+#include "ui_DictionaryRecord.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype shortestName = 3;
+
+void paintField(QWidget& field, const QColor& back) {
+    QPalette palette = field.palette();
+    palette.setColor(QPalette::Base, back);
+    // On a dark desktop the text would be as light as the field is now.
+    palette.setColor(QPalette::Text, Qt::black);
+    field.setPalette(palette);
+}
+
+}  // namespace
+
+DictionaryRecord::DictionaryRecord(DictionaryRecordSource source, QWidget* parent)
+    : QDialog(parent), source_(std::move(source)), ui_(std::make_unique<Ui::DictionaryRecord>()) {
+    ui_->setupUi(this);
+    setWindowTitle(source_.caption);
+    connect(ui_->cmdSave, &QPushButton::clicked, this, &DictionaryRecord::save);
+    connect(ui_->cmdStorno, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+DictionaryRecord::~DictionaryRecord() = default;
+
+void DictionaryRecord::ReadData() {
+    OpenDB();
+    OpenRS(source_.loadSql + QString::number(zaznam_), false);
+    auto record = RsDB;
+    ui_->txtZanr->setText(record->Fields(source_.nameColumn).Value().toText());
+    record.reset();
+    CloseRS();
+    CloseDB();
+}
+
+bool DictionaryRecord::Kontrola() {
+    const bool complete = text::trim(ui_->txtZanr->text()).size() >= shortestName;
+    paintField(*ui_->txtZanr, complete ? QColor(255, 255, 255) : QColor(250, 200, 200));
+    return complete;
+}
+
+void DictionaryRecord::save() {
+    if (!Kontrola()) {
+        MsgBox(u"Název musí být vyplněn!"_s, boxStyle::plain, u"Chyba:"_s);
+        return;
+    }
+    OpenDB();
+    OpenRS(source_.saveSql + QString::number(zaznam_), zaznam_ == 0);
+    auto record = RsDB;
+    record->Fields(source_.nameColumn).setValue(ui_->txtZanr->text());
+    record->Update();
+    record.reset();
+    CloseRS();
+    CloseDB();
+    accept();
+}

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "film/DictionaryRecord.h"
+
+/// The window for one department.
+class frmOddel final : public DictionaryRecord {
+    Q_OBJECT
+
+ public:
+    explicit frmOddel(QWidget* parent = nullptr);
+};

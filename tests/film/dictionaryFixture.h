@@ -1,0 +1,100 @@
+#pragma once
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+#include <functional>
+
+#include "film/DictionaryList.h"
+#include "support/TemporaryProgram.h"
+
+inline constexpr int white = 16777215;
+inline constexpr int pink = 13158650;
+
+/// The back colour of a field, 0xBBGGRR.
+inline int backColour(const QLineEdit& field) {
+    const QColor colour = field.palette().color(QPalette::Base);
+    return (colour.blue() << 16) | (colour.green() << 8) | colour.red();
+}
+
+/// The record window that is open, as the user handles it.
+struct RecordWindow {
+    QWidget& window;
+    QLineEdit& name = *window.findChild<QLineEdit*>(QStringLiteral("txtZanr"));
+
+    /// Types a name in place of the former one.
+    void type(const QString& text) const {
+        name.selectAll();
+        QTest::sendKeyEvent(QTest::Click, &name, Qt::Key_unknown, text, Qt::NoModifier);
+    }
+    void press(Qt::Key key) const { QTest::keyClick(&name, key); }
+    void click(const QString& button) const {
+        QTest::mouseClick(window.findChild<QPushButton*>(button), Qt::LeftButton);
+    }
+};
+
+template <typename Window>
+std::unique_ptr<DictionaryList> make() {
+    return std::make_unique<Window>();
+}
+
+/// One list window, made and shown at its first use.
+class DictionaryTest : public TemporaryProgram {
+ protected:
+    using Steps = std::function<void(const RecordWindow&)>;
+
+    explicit DictionaryTest(std::unique_ptr<DictionaryList> (*maker)()) : maker_(maker) {}
+
+    DictionaryList& window() {
+        if (window_ == nullptr) {
+            window_ = maker_();
+            window_->show();
+        }
+        return *window_;
+    }
+    ListView& list() { return *window().findChild<ListView*>(QStringLiteral("lvwZanr")); }
+    QToolButton& button(const QString& name) { return *window().findChild<QToolButton*>(name); }
+
+    void click(const QString& name) { QTest::mouseClick(&button(name), Qt::LeftButton); }
+    /// Clicks a button of the list and goes through the steps in the record window that this opens.
+    void click(const QString& name, const Steps& steps) {
+        bool opened = false;
+        QTimer opening;
+        opening.setSingleShot(true);
+        opening.callOnTimeout(&window(), [&] {
+            QWidget* const record = QApplication::activeModalWidget();
+            ASSERT_NE(record, nullptr);
+            opened = QTest::qWaitForWindowActive(record);
+            steps({*record});
+            EXPECT_FALSE(record->isVisible());
+            record->close();
+        });
+        opening.start(0);
+        click(name);
+        EXPECT_TRUE(opened);
+    }
+    void add(const QString& name) {
+        click(QStringLiteral("Command1"), [&](const RecordWindow& record) {
+            record.type(name);
+            record.press(Qt::Key_Return);
+        });
+    }
+
+    /// The rows in order: key, colour where it is not black, and cells.
+    QStringList rows() {
+        QStringList result;
+        for (int number = 0; number < list().count(); ++number) {
+            const ListItem row = list().itemAt(number);
+            const QString colour = row.foreColor() == 0 ? QString() : QString::number(row.foreColor(), 16);
+            result += QStringList({row.key(), colour, row.text(), row.subItem(1)}).join(u'|');
+        }
+        return result;
+    }
+
+ private:
+    std::unique_ptr<DictionaryList> (*maker_)();
+    std::unique_ptr<DictionaryList> window_;
+};
