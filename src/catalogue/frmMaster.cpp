@@ -7,6 +7,8 @@
 #include "core/mFunction.h"
 #include "core/mVerze.h"
 #include "film/frmDVD.h"
+#include "film/frmOddeleniList.h"
+#include "film/frmZanry.h"
 #include "platform/errors.h"
 #include "platform/text.h"
 #include "toolkit/appTitle.h"
@@ -113,6 +115,9 @@ void frmMaster::connectCommands() {
         connect(action, &QAction::triggered, this, [this] { OtevritPridatZaznam(selectedFilm()); });
     }
     connect(lvwList_, &ListView::selectionMoved, this, &frmMaster::enableCommands);
+    connect(ui_->mnuCisl_0, &QAction::triggered, this, [this] { ownedWindows_.open(frmZanry_, *this); });
+    connect(ui_->mnuCisl_1, &QAction::triggered, this,
+            [this] { ownedWindows_.open(frmOddeleniList_, *this); });
     connect(ui_->smnuDB_5, &QAction::triggered, this, &QWidget::close);
     // The two entries of "Zálohovat" do nothing: what is done with the files is done from outside, where both
     // can be copied at any moment that the program waits.
@@ -161,6 +166,7 @@ QString frmMaster::GetColSizeStr() const {
 
 void frmMaster::closeEvent(QCloseEvent* event) {
     UlozNastaveni(u"ColSie"_s, GetColSizeStr());
+    ownedWindows_.release();
     event->accept();
 }
 

@@ -5,7 +5,10 @@
 #include <memory>
 
 #include "toolkit/ListView.h"
+#include "toolkit/OwnedWindows.h"
 
+class frmOddeleniList;
+class frmZanry;
 namespace Ui {
 class frmMaster;
 }
@@ -61,4 +64,7 @@ class frmMaster final : public QMainWindow {
     std::unique_ptr<Ui::frmMaster> ui_;
     QMenu hidMenuListItem_{this};
     ListView* lvwList_;
+    OwnedWindows ownedWindows_;
+    QPointer<frmZanry> frmZanry_;
+    QPointer<frmOddeleniList> frmOddeleniList_;
 };

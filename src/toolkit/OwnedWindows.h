@@ -3,11 +3,23 @@
 #include <QList>
 #include <QPointer>
 #include <QWidget>
+#include <memory>
 
 /// Windows without modality that stay above the window that opened them, and outlive it: the program goes on
 /// until the last of them is closed.
 class OwnedWindows final {
  public:
+    /// Shows the one window of its kind above `owner`: makes it anew, or brings it to the front when it is
+    /// open. It goes away when it is closed, and `shared` with it.
+    template <typename Window>
+    void open(QPointer<Window>& shared, const QWidget& owner) {
+        if (shared == nullptr) {
+            shared = std::make_unique<Window>().release();
+            shared->setAttribute(Qt::WA_DeleteOnClose);
+        }
+        show(*shared, owner);
+    }
+
     /// Shows a window above `owner`, or brings it to the front when it is open.
     void show(QWidget& window, const QWidget& owner);
 

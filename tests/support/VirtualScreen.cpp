@@ -1,5 +1,7 @@
 #include "support/VirtualScreen.h"
 
+#include <QElapsedTimer>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -58,6 +60,24 @@ QString VirtualScreen::waitForWindow(const QString& title) const {
 
 bool VirtualScreen::hasWindow(const QString& title) const {
     return !xdotool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, title}).isEmpty();
+}
+
+void VirtualScreen::click(const QString& window, int x, int y) const {
+    xdotool({u"mousemove"_s, u"--sync"_s, u"--window"_s, window, QString::number(x), QString::number(y),
+             u"click"_s, u"1"_s});
+}
+
+void VirtualScreen::type(const QString& window, const QString& text) const {
+    xdotool({u"windowfocus"_s, u"--sync"_s, window, u"type"_s, u"--delay"_s, u"25"_s, text});
+}
+
+bool VirtualScreen::waitUntilGone(const QString& title) const {
+    QElapsedTimer waiting;
+    waiting.start();
+    while (hasWindow(title)) {
+        if (waiting.elapsed() > patience) return false;
+    }
+    return true;
 }
 
 void VirtualScreen::press(const QString& window, const QStringList& keys) const {

@@ -25,6 +25,12 @@ class VirtualScreen final {
     bool hasWindow(const QString& title) const;
     /// Gives a window the keyboard and presses keys, each as xdotool names them.
     void press(const QString& window, const QStringList& keys) const;
+    /// Clicks at a place in a window, in pixels from its corner.
+    void click(const QString& window, int x, int y) const;
+    /// Types a text into whatever has the keyboard in a window.
+    void type(const QString& window, const QString& text) const;
+    /// Waits until no window with such a title is visible. @return false when one still is after a minute.
+    bool waitUntilGone(const QString& title) const;
 
  private:
     QString xdotool(const QStringList& arguments, int milliseconds = 30000) const;

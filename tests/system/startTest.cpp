@@ -1,39 +1,14 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSettings>
 
-#include "support/TemporaryProgram.h"
-#include "support/VirtualScreen.h"
+#include "system/RealProgram.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString mainWindow = u"^Brem DVD Kalv.*1\\.0\\.23$"_s;
-
-/// The real program in a folder of its own.
-class StartTest : public TemporaryProgram {
- protected:
-    void SetUp() override {
-        ASSERT_TRUE(screen.isUp());
-        ASSERT_TRUE(QFile::copy(QStringLiteral(KALVERA), folder() + u"/kalvera"_s));
-    }
-
-    std::unique_ptr<QProcess> start() const { return screen.start(folder() + u"/kalvera"_s, folder()); }
-
-    QSettings settings() const {
-        return {folder() + u"/.config/BremDVDKalvera.conf"_s, QSettings::IniFormat};
-    }
-
-    static void expectEnd(QProcess& program, int exitCode) {
-        ASSERT_TRUE(program.waitForFinished(60000));
-        EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
-        EXPECT_EQ(program.exitCode(), exitCode);
-    }
-
-    VirtualScreen screen;
-};
+class StartTest : public RealProgram {};
 
 }  // namespace
 
