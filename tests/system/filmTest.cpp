@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString editorWindow = u"^DVD Film$"_s;
-const QString fileDialog = u"^Na.ten. obr.zku$"_s;
+const QString fileDialog = u"^Na.*ten.* obr.*zku$"_s;
 
 class FilmTest : public RealProgram {
  protected:
