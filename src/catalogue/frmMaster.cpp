@@ -6,7 +6,6 @@
 #include "core/mChyba.h"
 #include "core/mFunction.h"
 #include "core/mVerze.h"
-#include "film/frmDVD.h"
 #include "film/frmOddeleniList.h"
 #include "film/frmZanry.h"
 #include "platform/errors.h"
@@ -114,6 +113,18 @@ void frmMaster::connectCommands() {
     for (QAction* action : {ui_->KeyEdit, ui_->mnuListItem_0}) {
         connect(action, &QAction::triggered, this, [this] { OtevritPridatZaznam(selectedFilm()); });
     }
+    for (QAction* action : {ui_->KeyPujcitVratit, ui_->mnuListItem_1}) {
+        connect(action, &QAction::triggered, this, &frmMaster::PujcitVratit);
+    }
+    connect(ui_->mnuListItem_2, &QAction::triggered, this, [this] { SmazatZaznam(selectedFilm()); });
+    for (QAction* action : {ui_->keyFind, ui_->KeyFindCZ}) {
+        connect(action, &QAction::triggered, this, [this] { najit(u"CZ"_s, u"Najít v českém názvu"_s); });
+    }
+    connect(ui_->KeyFindPUV, &QAction::triggered, this,
+            [this] { najit(u"PUV"_s, u"Najít v původním názvu"_s); });
+    connect(ui_->KeyFindKATNUM, &QAction::triggered, this,
+            [this] { najit(u"KAT"_s, u"Najít katalogové číslo"_s); });
+    connect(lvwList_, &ListView::columnClicked, this, &frmMaster::sortByColumn);
     connect(lvwList_, &ListView::selectionMoved, this, &frmMaster::enableCommands);
     connect(ui_->mnuCisl_0, &QAction::triggered, this, [this] { ownedWindows_.open(frmZanry_, *this); });
     connect(ui_->mnuCisl_1, &QAction::triggered, this,
@@ -125,19 +136,16 @@ void frmMaster::connectCommands() {
 
 void frmMaster::enableCommands() {
     const bool selected = lvwList_->hasSelectedItem();
-    for (QAction* action : {ui_->KeyEdit, ui_->mnuListItem_0})
+    for (QAction* action : {ui_->KeyEdit, ui_->mnuListItem_0, ui_->mnuListItem_2})
         action->setEnabled(selected);
+    // A film in the shelf cannot be returned, and there is no window yet to lend it with.
+    const bool lent = selected && !text::trim(lvwList_->selectedItem().subItem(3)).isEmpty();
+    for (QAction* action : {ui_->KeyPujcitVratit, ui_->mnuListItem_1})
+        action->setEnabled(lent);
 }
 
 qint32 frmMaster::selectedFilm() const {
     return text::toLong(text::trim(text::mid(lvwList_->selectedItem().key(), 2)));
-}
-
-void frmMaster::OtevritPridatZaznam(qint32 id) {
-    frmDVD editor(this);
-    editor.Inicializuj(id);
-    editor.exec();
-    if (editor.Vysledek == 1) ObnovZaznam(editor.IDFilmu);
 }
 
 void frmMaster::SetColSizeStr() {

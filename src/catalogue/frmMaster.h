@@ -34,6 +34,17 @@ class frmMaster final : public QMainWindow {
     /// Runs the film editor for one film, 0 for a new one, and brings its row up to date when it was saved.
     void OtevritPridatZaznam(qint32 id);
 
+    /// Returns the selected film when its row tells a customer, after asking.
+    void PujcitVratit();
+    /// Closes the first open loan of a film. Failures are skipped.
+    void vratitFilm(qint32 id);
+    /// Asks, then deletes a film and fills the list anew by Czech title. Its loans and pictures stay.
+    void SmazatZaznam(qint32 id);
+
+    /// Selects the first row that holds a term: mode "CZ" in the Czech title, "PUV" in the loan date, "KAT"
+    /// in the number. A box tells when there is none.
+    void NajdiText(const QString& mode, const QString& term);
+
     /// Paints every row black, also those on loan.
     void Recolor();
 
@@ -55,6 +66,9 @@ class frmMaster final : public QMainWindow {
     void connectCommands();
 
     void paintLoans();
+    /// Asks for a term and looks for it.
+    void najit(const QString& mode, const QString& caption);
+    void sortByColumn(int column);
     void placeList();
     /// Enables the commands that need a selected row while there is one.
     void enableCommands();

@@ -169,6 +169,7 @@ void frmMaster::ObnovZaznam(qint32 id) {
     skipFailure([] { CloseRS(); });
     paintLoans();
     closeCatalogue();
+    enableCommands();
 }
 
 void frmMaster::Recolor() {

@@ -3,12 +3,24 @@
 #include <QCollator>
 #include <QLocale>
 
-int collation::compare(QStringView left, QStringView right) {
+namespace {
+
+const QCollator& czech() {
     // One collator for the whole run: making one costs more than a thousand comparisons.
     static const QCollator collator = [] {
         QCollator made(QLocale(QLocale::Czech, QLocale::CzechRepublic));
         made.setCaseSensitivity(Qt::CaseInsensitive);
         return made;
     }();
-    return collator.compare(left, right);
+    return collator;
+}
+
+}  // namespace
+
+int collation::compare(QStringView left, QStringView right) {
+    return czech().compare(left, right);
+}
+
+QCollatorSortKey collation::sortKey(const QString& text) {
+    return czech().sortKey(text);
 }

@@ -11,6 +11,20 @@ namespace {
 
 constexpr QChar blank(u' ');
 
+/// Whether a language pairs capitals and small letters in a way of its own. For all others the plain
+/// conversion gives the same and costs a fraction, which a search through a long list feels.
+bool hasLettersOfItsOwn(const QLocale& locale) {
+    switch (locale.language()) {
+        case QLocale::Turkish:
+        case QLocale::Azerbaijani:
+        case QLocale::Lithuanian:
+        case QLocale::Greek:
+            return true;
+        default:
+            return false;
+    }
+}
+
 template <typename Convert>
 QString letterByLetter(QStringView text, Convert&& convert) {
     QString whole = convert(text.toString());
@@ -73,10 +87,14 @@ QString text::trim(QStringView text) {
 }
 
 QString text::upperCase(QStringView text) {
+    if (!hasLettersOfItsOwn(QLocale()))
+        return letterByLetter(text, [](const QString& part) { return part.toUpper(); });
     return letterByLetter(text, [locale = QLocale()](const QString& part) { return locale.toUpper(part); });
 }
 
 QString text::lowerCase(QStringView text) {
+    if (!hasLettersOfItsOwn(QLocale()))
+        return letterByLetter(text, [](const QString& part) { return part.toLower(); });
     return letterByLetter(text, [locale = QLocale()](const QString& part) { return locale.toLower(part); });
 }
 

@@ -1,7 +1,10 @@
 #include "toolkit/ListModel.h"
 
+#include <QCollatorSortKey>
 #include <QColor>
+#include <algorithm>
 
+#include "platform/collation.h"
 #include "platform/errors.h"
 
 ListModel::ListModel(QObject* parent) : QAbstractTableModel(parent) {}
@@ -15,6 +18,8 @@ void ListModel::clear() {
     beginResetModel();
     texts_.reset(static_cast<int>(captions_.size()));
     colours_.clear();
+    order_.clear();
+    rows_.clear();
     shown_ = 0;
     endResetModel();
 }
@@ -26,6 +31,7 @@ void ListModel::beginFill() {
 void ListModel::endFill() {
     filling_ = false;
     if (shown_ == count()) return;
+    if (sorted_) sort();
     // One reset is cheaper for a view than one insertion of many rows, and the selection starts anew anyway.
     beginResetModel();
     shown_ = count();
@@ -33,40 +39,128 @@ void ListModel::endFill() {
 }
 
 int ListModel::add(QStringView key, QStringView text) {
-    const int row = count();
+    const int item = count();
     if (!texts_.add(key)) throw RuntimeError(errors::duplicateKey);
-    texts_.setCell(row, 0, text);
+    texts_.setCell(item, 0, text);
     colours_.push_back(0);
+    const int row = sorted_ && !filling_ ? sortedRow(item) : item;
+    if (!filling_) beginInsertRows({}, row, row);
+    rows_.push_back(row);
+    order_.insert(order_.begin() + row, item);
+    for (int moved = row + 1; moved < count(); ++moved)
+        rows_[static_cast<std::size_t>(itemAt(moved))] = moved;
     if (!filling_) {
-        // Until the views are told, the row is there as a row of a fill is.
-        beginInsertRows({}, row, row);
         shown_ = count();
         endInsertRows();
     }
-    return row;
+    return item;
 }
 
-int ListModel::indexOf(QStringView key) const {
-    const int row = texts_.find(key);
-    if (row < 0) throw RuntimeError(errors::elementNotFound);
-    return row;
+int ListModel::find(QStringView key) const {
+    const int item = texts_.find(key);
+    if (item < 0) throw RuntimeError(errors::elementNotFound);
+    return item;
 }
 
-void ListModel::setText(int row, int column, QStringView text) {
-    if (texts_.cell(row, column) == text) return;
-    texts_.setCell(row, column, text);
-    tellChanged(row, column, column, Qt::DisplayRole);
+void ListModel::setText(int item, int column, QStringView text) {
+    if (texts_.cell(item, column) == text) return;
+    texts_.setCell(item, column, text);
+    tellChanged(item, column, column, Qt::DisplayRole);
+    if (sorted_ && !filling_ && column == sortKey_) moveToSortedRow(item);
 }
 
-void ListModel::setColour(int row, Colour colour) {
-    Colour& held = colours_[static_cast<std::size_t>(row)];
+void ListModel::setColour(int item, Colour colour) {
+    Colour& held = colours_[static_cast<std::size_t>(item)];
     if (held == colour) return;
     held = colour;
-    tellChanged(row, 0, static_cast<int>(captions_.size()) - 1, Qt::ForegroundRole);
+    tellChanged(item, 0, static_cast<int>(captions_.size()) - 1, Qt::ForegroundRole);
 }
 
-void ListModel::tellChanged(int row, int firstColumn, int lastColumn, int role) {
+void ListModel::tellChanged(int item, int firstColumn, int lastColumn, int role) {
+    const int row = rowOf(item);
     if (row < shown_) emit dataChanged(index(row, firstColumn), index(row, lastColumn), {role});
+}
+
+/// The row where an item belongs among the others, behind those with an equal text.
+int ListModel::sortedRow(int item) const {
+    const QStringView text = textView(item, sortKey_);
+    std::vector<int> others = order_;
+    std::erase(others, item);
+    const auto place =
+        std::upper_bound(others.begin(), others.end(), text, [this](QStringView wanted, int other) {
+            const int difference = collation::compare(wanted, textView(other, sortKey_));
+            return sortOrder_ == Qt::AscendingOrder ? difference < 0 : difference > 0;
+        });
+    return static_cast<int>(place - others.begin());
+}
+
+void ListModel::moveToSortedRow(int item) {
+    const int from = rowOf(item);
+    const int to = sortedRow(item);
+    if (from == to) return;
+    beginMoveRows({}, from, from, {}, to > from ? to + 1 : to);
+    order_.erase(order_.begin() + from);
+    order_.insert(order_.begin() + to, item);
+    for (int row = std::min(from, to); row <= std::max(from, to); ++row) {
+        rows_[static_cast<std::size_t>(itemAt(row))] = row;
+    }
+    endMoveRows();
+}
+
+void ListModel::setSorted(bool sorted) {
+    sorted_ = sorted;
+    if (sorted_) sort();
+}
+
+void ListModel::setSort(int column, Qt::SortOrder order) {
+    sortKey_ = column;
+    sortOrder_ = order;
+    if (sorted_) sort();
+}
+
+void ListModel::sort() {
+    // One key for each row: comparing two of them costs far less than comparing two texts.
+    std::vector<QCollatorSortKey> keys;
+    keys.reserve(order_.size());
+    for (int item = 0; item < count(); ++item)
+        keys.push_back(collation::sortKey(text(item, sortKey_)));
+    std::vector<int> order = order_;
+    std::stable_sort(order.begin(), order.end(), [&](int left, int right) {
+        const int difference =
+            keys[static_cast<std::size_t>(left)].compare(keys[static_cast<std::size_t>(right)]);
+        return sortOrder_ == Qt::AscendingOrder ? difference < 0 : difference > 0;
+    });
+    takeOrder(std::move(order));
+}
+
+void ListModel::rearrange(const std::vector<int>& rows) {
+    std::vector<int> order;
+    order.reserve(rows.size());
+    for (const int row : rows)
+        order.push_back(itemAt(row));
+    takeOrder(std::move(order));
+}
+
+void ListModel::takeOrder(std::vector<int> order) {
+    if (filling_ || shown_ < count()) {
+        order_ = std::move(order);
+        for (int row = 0; row < count(); ++row)
+            rows_[static_cast<std::size_t>(itemAt(row))] = row;
+        return;
+    }
+    emit layoutAboutToBeChanged({}, VerticalSortHint);
+    const QModelIndexList from = persistentIndexList();
+    QList<int> items;
+    for (const QModelIndex& index : from)
+        items += itemAt(index.row());
+    order_ = std::move(order);
+    for (int row = 0; row < count(); ++row)
+        rows_[static_cast<std::size_t>(itemAt(row))] = row;
+    QModelIndexList to;
+    for (qsizetype at = 0; at < from.size(); ++at)
+        to += index(rowOf(items[at]), from[at].column());
+    changePersistentIndexList(from, to);
+    emit layoutChanged({}, VerticalSortHint);
 }
 
 int ListModel::rowCount(const QModelIndex& parent) const {
@@ -79,9 +173,10 @@ int ListModel::columnCount(const QModelIndex& parent) const {
 
 QVariant ListModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
-    if (role == Qt::DisplayRole) return text(index.row(), index.column());
+    const int item = itemAt(index.row());
+    if (role == Qt::DisplayRole) return text(item, index.column());
     if (role == Qt::ForegroundRole) {
-        const Colour colour = this->colour(index.row());
+        const Colour colour = this->colour(item);
         // Black is what the desktop shows text in, which need not be black where it is dark.
         if (colour == 0) return {};
         return QColor(colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF);

@@ -6,7 +6,8 @@
 
 #include "toolkit/RowTexts.h"
 
-/// The flat model behind a list in report view: rows with a key, one text per column and one colour.
+/// The flat model behind a list in report view: rows with a key, one text per column and one colour. What a
+/// row holds is addressed by its item, a number that stays while rows change their places.
 ///
 /// While a fill is under way (beginFill to endFill) new rows can be read and changed by key and index, but
 /// the views do not know of them; endFill shows them all at once. So a list of any length costs the views one
@@ -30,18 +31,33 @@ class ListModel final : public QAbstractTableModel {
     /// Number of rows, those of a fill under way included.
     int count() const noexcept { return texts_.count(); }
 
-    /// Adds a row at the end, with `text` in the first column, in black.
-    /// @return its index. @throws RuntimeError 457 when the key is taken.
+    /// Adds a row, with `text` in the first column, in black: at the end, or where it belongs while sorted.
+    /// @return its item. @throws RuntimeError 457 when the key is taken.
     int add(QStringView key, QStringView text);
-    /// @throws RuntimeError 35601 when no row has the key.
-    int indexOf(QStringView key) const;
+    /// @return the item with the key. @throws RuntimeError 35601 when there is none.
+    int find(QStringView key) const;
+    /// The item in a row of the list's present order, and the row of an item.
+    int itemAt(int row) const { return order_[static_cast<std::size_t>(row)]; }
+    int rowOf(int item) const { return rows_[static_cast<std::size_t>(item)]; }
 
-    QString key(int row) const { return texts_.key(row).toString(); }
-    QString text(int row, int column) const { return texts_.cell(row, column).toString(); }
+    QString key(int item) const { return texts_.key(item).toString(); }
+    /// Valid until the next change.
+    QStringView textView(int item, int column) const { return texts_.cell(item, column); }
+    QString text(int item, int column) const { return textView(item, column).toString(); }
     /// Setting what a cell holds already tells the views nothing, as does setColour.
-    void setText(int row, int column, QStringView text);
-    Colour colour(int row) const { return colours_[static_cast<std::size_t>(row)]; }
-    void setColour(int row, Colour colour);
+    void setText(int item, int column, QStringView text);
+    Colour colour(int item) const { return colours_[static_cast<std::size_t>(item)]; }
+    void setColour(int item, Colour colour);
+
+    /// While sorted, the rows stand in the Czech order of one column's texts, whatever is added or changed.
+    bool sorted() const noexcept { return sorted_; }
+    void setSorted(bool sorted);
+    int sortKey() const noexcept { return sortKey_; }
+    Qt::SortOrder sortOrder() const noexcept { return sortOrder_; }
+    /// Sorts anew while sorted, else is only remembered.
+    void setSort(int column, Qt::SortOrder order);
+    /// Puts the rows into another order: `rows` holds the present rows in the order wanted.
+    void rearrange(const std::vector<int>& rows);
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -49,11 +65,20 @@ class ListModel final : public QAbstractTableModel {
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
  private:
-    void tellChanged(int row, int firstColumn, int lastColumn, int role);
+    void tellChanged(int item, int firstColumn, int lastColumn, int role);
+    int sortedRow(int item) const;
+    void moveToSortedRow(int item);
+    void sort();
+    void takeOrder(std::vector<int> order);
 
     QStringList captions_;
     RowTexts texts_;
     std::vector<Colour> colours_;
-    int shown_ = 0;  // rows that the views know of
+    std::vector<int> order_;  // items by row
+    std::vector<int> rows_;   // rows by item
+    int shown_ = 0;           // rows that the views know of
     bool filling_ = false;
+    bool sorted_ = false;
+    int sortKey_ = 0;
+    Qt::SortOrder sortOrder_ = Qt::AscendingOrder;
 };

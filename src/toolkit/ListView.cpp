@@ -34,12 +34,12 @@ void ListItem::expectColumn(int column) const {
 
 QString ListItem::subItem(int column) const {
     expectColumn(column);
-    return model_->text(row_, column);
+    return model_->text(item_, column);
 }
 
 void ListItem::setSubItem(int column, QStringView text) const {
     expectColumn(column);
-    model_->setText(row_, column, text);
+    model_->setText(item_, column, text);
 }
 
 ListView::ListView(QWidget* parent) : QTreeView(parent) {
@@ -55,6 +55,8 @@ ListView::ListView(QWidget* parent) : QTreeView(parent) {
     setTextElideMode(Qt::ElideRight);
     header()->setStretchLastSection(false);
     header()->setSectionsMovable(false);
+    header()->setSectionsClickable(true);
+    connect(header(), &QHeaderView::sectionClicked, this, &ListView::columnClicked);
     header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
@@ -83,12 +85,18 @@ void ListView::setColumnWidthInTwips(int column, int width) {
 
 ListItem ListView::itemAt(int row) {
     if (row < 0 || row >= count()) throw RuntimeError(errors::subscriptOutOfRange);
-    return {model_, row};
+    return {model_, model_.itemAt(row)};
+}
+
+void ListView::setSort(int column, Qt::SortOrder order) {
+    model_.setSort(column, order);
+    header()->setSortIndicator(column, order);
+    header()->setSortIndicatorShown(true);
 }
 
 ListItem ListView::selectedItem() {
     if (!hasSelectedItem()) throw RuntimeError(errors::objectNotSet);
-    return {model_, currentIndex().row()};
+    return {model_, model_.itemAt(currentIndex().row())};
 }
 
 void ListView::select(const ListItem& item) {
@@ -101,6 +109,7 @@ void ListView::ensureVisible(const ListItem& item) {
 
 void ListView::endFill() {
     model_.endFill();
+    if (!model_.sorted()) header()->setSortIndicatorShown(false);
     if (model_.rowCount() > 0) setCurrentIndex(model_.index(0, 0));
     emit selectionMoved();
 }
@@ -127,7 +136,7 @@ bool ListView::viewportEvent(QEvent* event) {
     const QModelIndex index = indexAt(help->pos());
     const bool cut = index.isValid() && sizeHintForIndex(index).width() > columnWidth(index.column());
     // The tip is rich text if it looks like it; escaping keeps a title a title.
-    const QString text = cut ? model_.text(index.row(), index.column()).toHtmlEscaped() : QString();
+    const QString text = cut ? index.data().toString().toHtmlEscaped() : QString();
     QToolTip::showText(help->globalPos(), text.isEmpty() ? text : QStringLiteral("<span>%1</span>").arg(text),
                        this);
     return true;

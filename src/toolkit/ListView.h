@@ -7,28 +7,29 @@
 
 class ListView;
 
-/// One row of a ListView, to be used at once: it means whatever stands at its place.
+/// One row of a ListView, wherever it stands, until the list is emptied.
 class ListItem final {
  public:
-    ListItem(ListModel& model, int row) : model_(&model), row_(row) {}
+    ListItem(ListModel& model, int item) : model_(&model), item_(item) {}
 
-    int row() const noexcept { return row_; }
-    QString key() const { return model_->key(row_); }
-    QString text() const { return model_->text(row_, 0); }
-    void setText(QStringView text) const { model_->setText(row_, 0, text); }
+    /// Its place in the list's present order, from 0.
+    int row() const { return model_->rowOf(item_); }
+    QString key() const { return model_->key(item_); }
+    QString text() const { return model_->text(item_, 0); }
+    void setText(QStringView text) const { model_->setText(item_, 0, text); }
     /// The text of a further column, from 1.
     /// @throws RuntimeError 380 when the list has no such column.
     QString subItem(int column) const;
     void setSubItem(int column, QStringView text) const;
-    quint32 foreColor() const { return model_->colour(row_); }
+    quint32 foreColor() const { return model_->colour(item_); }
     /// The colour (0xBBGGRR) of the row with all its sub-items.
-    void setForeColor(quint32 colour) const { model_->setColour(row_, colour); }
+    void setForeColor(quint32 colour) const { model_->setColour(item_, colour); }
 
  private:
     void expectColumn(int column) const;
 
     ListModel* model_;
-    int row_;
+    int item_;
 };
 
 /// A column header: its caption and its width in twips.
@@ -56,9 +57,22 @@ class ListView final : public QTreeView {
     /// Adds a row at the end. @throws RuntimeError 457 when the key is taken.
     ListItem add(QStringView key, QStringView text) { return {model_, model_.add(key, text)}; }
     /// @throws RuntimeError 35601 when no row has the key.
-    ListItem item(QStringView key) { return {model_, model_.indexOf(key)}; }
+    ListItem item(QStringView key) { return {model_, model_.find(key)}; }
     /// The row at an index from 0 in the list's order. @throws RuntimeError 9 outside the list.
     ListItem itemAt(int row);
+
+    /// While sorted, the rows stand in the Czech order of one column's texts, whatever is added or changed.
+    bool sorted() const { return model_.sorted(); }
+    void setSorted(bool sorted) { model_.setSorted(sorted); }
+    /// The column (from 0) and the order that the list is sorted by, or was told last.
+    int sortKey() const { return model_.sortKey(); }
+    Qt::SortOrder sortOrder() const { return model_.sortOrder(); }
+    /// Sorts anew while sorted. The header shows the order until the list is filled in another one.
+    void setSort(int column, Qt::SortOrder order);
+    /// Puts the rows into another order: `rows` holds the present rows in the order wanted.
+    void rearrange(const std::vector<int>& rows) { model_.rearrange(rows); }
+    /// The text of a cell by row and column, both from 0; valid until the next change.
+    QStringView cell(int row, int column) const { return model_.textView(model_.itemAt(row), column); }
 
     bool hasSelectedItem() const { return currentIndex().isValid(); }
     /// @throws RuntimeError 91 when no row is selected.
@@ -82,6 +96,8 @@ class ListView final : public QTreeView {
  signals:
     /// Another row, or none, is the selected one now.
     void selectionMoved();
+    /// The user has clicked on a column's header. @param column from 0.
+    void columnClicked(int column);
     /// The user asks for a context menu: by a release of the right button, or by the keyboard.
     void contextMenuAsked(const QPoint& globalPosition);
 

@@ -1,0 +1,120 @@
+// What the main window's commands do to films and loans, and how the list is searched and sorted.
+
+#include "catalogue/frmFindStr.h"
+#include "catalogue/frmMaster.h"
+#include "catalogue/modSortLvw.h"
+#include "core/mDatabase.h"
+#include "film/frmDVD.h"
+#include "platform/Outside.h"
+#include "platform/text.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int numberColumn = 0;
+constexpr int loanDateColumn = 4;
+
+/// Opens the catalogue on the rows of a query, works on the first one if there is any, and closes it.
+/// Whatever fails is skipped.
+template <typename Work>
+void onFirstRow(const QString& sql, Work&& work) {
+    Err.Clear();
+    skipFailure([] { OpenDB(); });
+    Err.Clear();
+    OpenRS(sql, false);
+    auto rows = RsDB;
+    bool there = false;
+    skipFailure([&] { there = !rows->Eof(); });
+    if (there) work(*rows);
+    rows.reset();
+    skipFailure([] { CloseRS(); });
+    skipFailure([] { CloseDB(); });
+    Err.Clear();
+}
+
+SortType typeOf(int column) {
+    switch (column) {
+        case numberColumn:
+            return SortType::number;
+        case loanDateColumn:
+            return SortType::date;
+        default:
+            return SortType::text;
+    }
+}
+
+}  // namespace
+
+void frmMaster::OtevritPridatZaznam(qint32 id) {
+    frmDVD editor(this);
+    editor.Inicializuj(id);
+    editor.exec();
+    if (editor.Vysledek == 1) ObnovZaznam(editor.IDFilmu);
+}
+
+void frmMaster::PujcitVratit() {
+    const ListItem film = lvwList_->selectedItem();
+    if (text::trim(film.subItem(3)).isEmpty()) return;
+    const qint32 id = selectedFilm();
+    // The opening quote of this question is never closed.
+    const BoxAnswer answer = MsgBox(u"Opravdu vrátit film : \" "_s + film.subItem(1) + u" ?"_s,
+                                    boxStyle::question | boxStyle::yesNo, u"Ověření"_s);
+    if (answer != BoxAnswer::yes) return;
+    vratitFilm(id);
+    ObnovZaznam(id);
+}
+
+void frmMaster::vratitFilm(qint32 id) {
+    onFirstRow(
+        u"SELECT tDVD.DVDID, tPujcky.P_UID, tPujcky.P_DVDID, tPujcky.PDatPujcky,tPujcky.PDatVraceni, "
+        "tUser.USID, tUser.USNAME FROM tUser INNER JOIN (tDVD INNER JOIN tPujcky ON tDVD.DVDID = "
+        "tPujcky.P_DVDID) ON tUser.USID = tPujcky.P_UID WHERE (((tPujcky.PDatVraceni) Is Null)) and "
+        "tDVD.DVDID="_s +
+            QString::number(id) + u';',
+        [](ado::Recordset& loan) {
+            skipFailure([&] { loan.Fields(u"PDATVRACENI").setValue(Outside::current().now()); });
+            skipFailure([&] { loan.Update(); });
+        });
+}
+
+void frmMaster::SmazatZaznam(qint32 id) {
+    const QString title = lvwList_->selectedItem().subItem(1);
+    const BoxAnswer answer =
+        MsgBox(u"Opravdu vymazat záznam ("_s + title + u")?"_s, boxStyle::information | boxStyle::yesNo,
+               u"Ověření požadavku na smazání."_s);
+    if (answer == BoxAnswer::no) return;
+    // Loans and pictures of the film stay; nothing that joins them with films meets them any more.
+    onFirstRow(u"SELECT * FROM tDVD WHERE DVDID="_s + QString::number(id) + u';', [](ado::Recordset& film) {
+        skipFailure([&] { film.Delete(1); });
+        skipFailure([&] { film.Update(); });
+    });
+    NactiSeznam(u"CZJM"_s);
+}
+
+void frmMaster::najit(const QString& mode, const QString& caption) {
+    frmFindStr prompt(this);
+    prompt.setWindowTitle(caption);
+    // A prompt left without its button gives an empty term, which is looked for like any other.
+    prompt.exec();
+    NajdiText(mode, prompt.HledanyText);
+}
+
+void frmMaster::NajdiText(const QString& mode, const QString& term) {
+    FindMode findMode = FindMode::number;
+    if (mode == u"CZ") findMode = FindMode::czechTitle;
+    if (mode == u"PUV") findMode = FindMode::loanDate;
+    const int row = findRow(*lvwList_, findMode, term);
+    if (row < 0) {
+        MsgBox(u"Záznam nenalezen"_s, boxStyle::information, u"Vyhledávání výrazu: "_s + term);
+        return;
+    }
+    const ListItem found = lvwList_->itemAt(row);
+    lvwList_->select(found);
+    lvwList_->ensureVisible(found);
+}
+
+void frmMaster::sortByColumn(int column) {
+    TridSloupec(*lvwList_, column, typeOf(column));
+    Recolor();
+}

@@ -1,0 +1,97 @@
+#include "catalogue/modSortLvw.h"
+
+#include <algorithm>
+#include <limits>
+#include <numeric>
+#include <vector>
+
+#include "platform/dates.h"
+#include "platform/text.h"
+#include "toolkit/ListView.h"
+
+namespace {
+
+constexpr qsizetype charactersRead = 31;
+
+int compare(double first, double second, Qt::SortOrder order) {
+    if (first == second) return 0;
+    return (first < second) == (order == Qt::AscendingOrder) ? -1 : 1;
+}
+
+template <typename Compare>
+void sortBy(ListView& list, double (*value)(QStringView), Compare&& compare) {
+    const auto rows = static_cast<std::size_t>(list.count());
+    std::vector<double> values(rows);
+    for (std::size_t row = 0; row < rows; ++row) {
+        values[row] = value(list.cell(static_cast<int>(row), list.sortKey()).left(charactersRead));
+    }
+    std::vector<int> order(rows);
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(), [&, direction = list.sortOrder()](int left, int right) {
+        return compare(values[static_cast<std::size_t>(left)], values[static_cast<std::size_t>(right)],
+                       direction) < 0;
+    });
+    list.rearrange(order);
+}
+
+int columnOf(FindMode mode) {
+    switch (mode) {
+        case FindMode::czechTitle:
+            return 1;
+        // The search called "v původním názvu" looks at the date of the loan.
+        case FindMode::loanDate:
+            return 4;
+        case FindMode::number:
+            break;
+    }
+    return 0;
+}
+
+}  // namespace
+
+int PorovnejCisla(double first, double second, Qt::SortOrder order) {
+    return compare(first, second, order);
+}
+
+int PorovnejDatum(double first, double second, Qt::SortOrder order) {
+    return compare(first, second, order);
+}
+
+double sortNumber(QStringView cell) {
+    return cell.isEmpty() ? std::numeric_limits<double>::lowest() : text::Val(cell);
+}
+
+double sortDate(QStringView cell) {
+    if (cell.isEmpty()) return 0;
+    const QDateTime moment = dates::fromShown(cell.toString());
+    if (!moment.isValid()) return 0;
+    static const QDateTime dayZero(QDate(1899, 12, 30), QTime(0, 0), Qt::UTC);
+    constexpr double secondsOfADay = 86400;
+    return static_cast<double>(dayZero.secsTo(moment)) / secondsOfADay;
+}
+
+void LvwTrid(ListView& list, SortType type) {
+    if (type == SortType::number) sortBy(list, sortNumber, PorovnejCisla);
+    if (type == SortType::date) sortBy(list, sortDate, PorovnejDatum);
+}
+
+void TridSloupec(ListView& list, int column, SortType type) {
+    if (type != SortType::text) list.setSorted(false);
+    list.setSort(column, list.sortOrder() == Qt::AscendingOrder ? Qt::DescendingOrder : Qt::AscendingOrder);
+    if (type != SortType::text) {
+        LvwTrid(list, type);
+    } else if (!list.sorted()) {
+        list.setSorted(true);
+    }
+}
+
+int findRow(const ListView& list, FindMode mode, const QString& term) {
+    const QString wanted = text::trim(text::upperCase(term));
+    const int column = columnOf(mode);
+    for (int row = 0; row < list.count(); ++row) {
+        const QStringView cell = list.cell(row, column);
+        // An empty text holds nothing, not even an empty one.
+        if (!cell.isEmpty() && text::inStr(text::trim(text::upperCase(cell)), wanted) > 0) return row;
+    }
+    return -1;
+}
