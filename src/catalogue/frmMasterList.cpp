@@ -173,7 +173,5 @@ void frmMaster::ObnovZaznam(qint32 id) {
 }
 
 void frmMaster::Recolor() {
-    for (int row = 0; row < lvwList_->count(); ++row) {
-        if (!skipFailure([&] { BarvaPolozky(*lvwList_, lvwList_->itemAt(row).key(), black); })) break;
-    }
+    lvwList_->setForeColorOfAll(black);
 }

@@ -18,8 +18,9 @@ int compare(double first, double second, Qt::SortOrder order) {
     return (first < second) == (order == Qt::AscendingOrder) ? -1 : 1;
 }
 
-template <typename Compare>
-void sortBy(ListView& list, double (*value)(QStringView), Compare&& compare) {
+/// Sorts by values computed once for each row.
+template <typename Value, typename Compare>
+void sortBy(ListView& list, Value&& value, Compare&& compare) {
     const auto rows = static_cast<std::size_t>(list.count());
     std::vector<double> values(rows);
     for (std::size_t row = 0; row < rows; ++row) {
@@ -71,8 +72,14 @@ double sortDate(QStringView cell) {
 }
 
 void LvwTrid(ListView& list, SortType type) {
-    if (type == SortType::number) sortBy(list, sortNumber, PorovnejCisla);
-    if (type == SortType::date) sortBy(list, sortDate, PorovnejDatum);
+    // Lambdas, so that a comparison costs no call.
+    if (type == SortType::number) {
+        sortBy(list, sortNumber,
+               [](double a, double b, Qt::SortOrder order) { return PorovnejCisla(a, b, order); });
+    } else if (type == SortType::date) {
+        sortBy(list, sortDate,
+               [](double a, double b, Qt::SortOrder order) { return PorovnejDatum(a, b, order); });
+    }
 }
 
 void TridSloupec(ListView& list, int column, SortType type) {

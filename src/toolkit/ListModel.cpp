@@ -76,6 +76,13 @@ void ListModel::setColour(int item, Colour colour) {
     tellChanged(item, 0, static_cast<int>(captions_.size()) - 1, Qt::ForegroundRole);
 }
 
+void ListModel::setColourOfAll(Colour colour) {
+    std::fill(colours_.begin(), colours_.end(), colour);
+    if (shown_ == 0) return;
+    emit dataChanged(index(0, 0), index(shown_ - 1, static_cast<int>(captions_.size()) - 1),
+                     {Qt::ForegroundRole});
+}
+
 void ListModel::tellChanged(int item, int firstColumn, int lastColumn, int role) {
     const int row = rowOf(item);
     if (row < shown_) emit dataChanged(index(row, firstColumn), index(row, lastColumn), {role});

@@ -48,6 +48,8 @@ class ListModel final : public QAbstractTableModel {
     void setText(int item, int column, QStringView text);
     Colour colour(int item) const { return colours_[static_cast<std::size_t>(item)]; }
     void setColour(int item, Colour colour);
+    /// One colour for all rows, with one signal.
+    void setColourOfAll(Colour colour);
 
     /// While sorted, the rows stand in the Czech order of one column's texts, whatever is added or changed.
     bool sorted() const noexcept { return sorted_; }

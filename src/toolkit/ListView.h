@@ -74,6 +74,9 @@ class ListView final : public QTreeView {
     /// The text of a cell by row and column, both from 0; valid until the next change.
     QStringView cell(int row, int column) const { return model_.textView(model_.itemAt(row), column); }
 
+    /// Gives all rows one colour (0xBBGGRR).
+    void setForeColorOfAll(quint32 colour) { model_.setColourOfAll(colour); }
+
     bool hasSelectedItem() const { return currentIndex().isValid(); }
     /// @throws RuntimeError 91 when no row is selected.
     ListItem selectedItem();

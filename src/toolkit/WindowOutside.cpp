@@ -50,7 +50,10 @@ BoxAnswer WindowOutside::messageBox(const QString& text, int style, const QStrin
                     question ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok, windowOf(owner));
     // Titles of films may hold what looks like markup.
     box.setTextFormat(Qt::PlainText);
-    if (question) box.setEscapeButton(QMessageBox::No);
+    if (question) {
+        box.setDefaultButton(QMessageBox::Yes);
+        box.setEscapeButton(QMessageBox::No);
+    }
     switch (box.exec()) {
         case QMessageBox::Yes:
             return BoxAnswer::yes;

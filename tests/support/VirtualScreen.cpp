@@ -62,9 +62,22 @@ bool VirtualScreen::hasWindow(const QString& title) const {
     return !xdotool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, title}).isEmpty();
 }
 
-void VirtualScreen::click(const QString& window, int x, int y) const {
+void VirtualScreen::click(const QString& window, int x, int y, int button) const {
     xdotool({u"mousemove"_s, u"--sync"_s, u"--window"_s, window, QString::number(x), QString::number(y),
-             u"click"_s, u"1"_s});
+             u"click"_s, QString::number(button)});
+}
+
+void VirtualScreen::drag(const QString& window, QPoint from, QPoint to) const {
+    const auto moveTo = [&window](QPoint place) {
+        return QStringList{u"mousemove"_s,
+                           u"--sync"_s,
+                           u"--window"_s,
+                           window,
+                           QString::number(place.x()),
+                           QString::number(place.y())};
+    };
+    xdotool(moveTo(from) + QStringList{u"mousedown"_s, u"1"_s} + moveTo((from + to) / 2) + moveTo(to) +
+            QStringList{u"mouseup"_s, u"1"_s});
 }
 
 void VirtualScreen::type(const QString& window, const QString& text) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPoint>
 #include <QProcess>
 #include <QStringList>
 #include <memory>
@@ -26,7 +27,9 @@ class VirtualScreen final {
     /// Gives a window the keyboard and presses keys, each as xdotool names them.
     void press(const QString& window, const QStringList& keys) const;
     /// Clicks at a place in a window, in pixels from its corner.
-    void click(const QString& window, int x, int y) const;
+    void click(const QString& window, int x, int y, int button = 1) const;
+    /// Presses the left button at one place, moves to another and releases it.
+    void drag(const QString& window, QPoint from, QPoint to) const;
     /// Types a text into whatever has the keyboard in a window.
     void type(const QString& window, const QString& text) const;
     /// Waits until no window with such a title is visible. @return false when one still is after a minute.
