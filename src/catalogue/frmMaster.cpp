@@ -102,6 +102,10 @@ void frmMaster::buildToolBars() {
     addMenuButton(ui_->Toolbar1, ui_->keyPrint, ui_->keyFind,
                   {ui_->KeyFindCZ, ui_->KeyFindPUV, ui_->KeyFindKATNUM});
     addMenuButton(ui_->Toolbar1, ui_->keyPrint, ui_->SortCZName, {ui_->SortCZNameEntry, ui_->SortKatNum});
+    for (const QToolBar* bar : {ui_->Toolbar2, ui_->tbDisk, ui_->Toolbar1}) {
+        for (QToolButton* button : bar->findChildren<QToolButton*>())
+            button->installEventFilter(this);
+    }
 }
 
 void frmMaster::connectCommands() {
@@ -160,6 +164,7 @@ void frmMaster::SetColSizeStr() {
         });
         if (!Err.pending()) continue;
         ChybaAplikace(u"Chyba :"_s + Err.Description(), u"frmMaster/Sub:SetColSizeStr"_s);
+        Err.Clear();
         break;
     }
 }
@@ -180,6 +185,12 @@ void frmMaster::closeEvent(QCloseEvent* event) {
 
 bool frmMaster::eventFilter(QObject* watched, QEvent* event) {
     if (watched == ui_->centralWidget && event->type() == QEvent::Resize) placeList();
+    if (event->type() == QEvent::ToolTip) {
+        // Where a button has no tip of its own Qt shows its caption once more.
+        const auto* button = qobject_cast<QToolButton*>(watched);
+        const QAction* action = button != nullptr ? button->defaultAction() : nullptr;
+        if (action != nullptr && action->toolTip() == action->iconText()) return true;
+    }
     return QMainWindow::eventFilter(watched, event);
 }
 

@@ -19,18 +19,14 @@ constexpr int loanDateColumn = 4;
 /// Whatever fails is skipped.
 template <typename Work>
 void onFirstRow(const QString& sql, Work&& work) {
-    Err.Clear();
-    skipFailure([] { OpenDB(); });
-    Err.Clear();
+    openCatalogue();
     OpenRS(sql, false);
     auto rows = RsDB;
     bool there = false;
     skipFailure([&] { there = !rows->Eof(); });
     if (there) work(*rows);
     rows.reset();
-    skipFailure([] { CloseRS(); });
-    skipFailure([] { CloseDB(); });
-    Err.Clear();
+    closeCatalogue();
 }
 
 SortType typeOf(int column) {

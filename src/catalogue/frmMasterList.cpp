@@ -91,25 +91,11 @@ bool notAtEnd(const ado::Recordset& recordset) {
     return !end;
 }
 
-/// Opens the catalogue with no failure pending before or after.
-void openCatalogue() {
-    Err.Clear();
-    skipFailure([] { OpenDB(); });
-    Err.Clear();
-}
-
-/// Closes it and leaves nothing pending that a later operation would tell as its own.
-void closeCatalogue() {
-    skipFailure([] { CloseRS(); });
-    skipFailure([] { CloseDB(); });
-    Err.Clear();
-}
-
 }  // namespace
 
 void frmMaster::NactiSeznam(const QString& sortColumn) {
     openCatalogue();
-    const ListView::Fill fill(*lvwList_);
+    auto fill = std::make_unique<ListView::Fill>(*lvwList_);
     lvwList_->clear();
     OpenRS(u"SELECT * from tDVD Order by "_s + sortColumn, false);
     Err.Clear();
@@ -117,6 +103,7 @@ void frmMaster::NactiSeznam(const QString& sortColumn) {
     std::optional<FilmFields> fields;
     while (notAtEnd(*films)) {
         if (Err.pending()) {
+            fill.reset();  // the rows so far stand behind the box
             MsgBox(u"Došlo k chybě:\n"_s + Err.Description(), boxStyle::plain,
                    u"Chyba číslo: "_s + QString::number(Err.Number()));
             Err.Clear();

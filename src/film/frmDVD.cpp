@@ -4,9 +4,11 @@
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QListWidget>
+#include <QSaveFile>
+#include <limits>
 
 #include "core/mDatabase.h"
 #include "core/mDialog.h"
@@ -26,8 +28,7 @@ const QColor panelColour(255, 255, 192);
 /// follows.
 template <typename AddRow>
 void fillFrom(const QString& sql, const QString& routine, AddRow&& addRow) {
-    Err.Clear();
-    skipFailure([] { OpenDB(); });
+    openCatalogue();
     OpenRS(sql, false);
     auto rows = RsDB;
     const auto notAtEnd = [&rows] {
@@ -48,9 +49,7 @@ void fillFrom(const QString& sql, const QString& routine, AddRow&& addRow) {
         more = moved && notAtEnd();
     }
     rows.reset();
-    skipFailure([] { CloseRS(); });
-    skipFailure([] { CloseDB(); });
-    Err.Clear();
+    closeCatalogue();
 }
 
 /// Folder of a chosen file, with the separator at its end. The last three characters, those of a file's
@@ -58,8 +57,7 @@ void fillFrom(const QString& sql, const QString& routine, AddRow&& addRow) {
 QString folderOf(const QString& path) {
     constexpr qsizetype ending = 3;
     for (qsizetype at = path.size() - ending; at >= 1; --at) {
-        const QChar c = path[at - 1];
-        if (c == u'\\' || c == QDir::separator()) return path.left(at);
+        if (path[at - 1] == QDir::separator()) return path.left(at);
     }
     return {};
 }
@@ -73,14 +71,16 @@ frmDVD::frmDVD(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmD
     findControlArrays();
     connectButtons();
     ui_->picZanr->hide();
-    for (QWidget* panel : {static_cast<QWidget*>(ui_->picZanr), static_cast<QWidget*>(ui_->lstZanr)}) {
-        QPalette palette = panel->palette();
-        palette.setColor(QPalette::Base, panelColour);
-        palette.setColor(QPalette::Window, panelColour);
-        palette.setColor(QPalette::Text, Qt::black);
-        panel->setPalette(palette);
-    }
+    paintGenrePanel();
     ui_->cboOddel->setCompleter(nullptr);
+    // Typing chooses nothing, not even the name of an entry.
+    disconnect(ui_->cboOddel->lineEdit(), &QLineEdit::editingFinished, ui_->cboOddel, nullptr);
+    disconnect(ui_->cboOddel->lineEdit(), &QLineEdit::returnPressed, ui_->cboOddel, nullptr);
+    connect(ui_->cboOddel, &QComboBox::editTextChanged, this,
+            [this] { departmentTyped_ = ui_->cboOddel->lineEdit()->isModified(); });
+    connect(ui_->cboOddel, &QComboBox::activated, this, [this] { departmentTyped_ = false; });
+    for (QLineEdit* box : findChildren<QLineEdit*>())
+        box->setMaxLength(std::numeric_limits<int>::max());
     Refresh_ZanrLST();
     Refresh_OddelCBO();
     Inicializuj(0);
@@ -88,6 +88,17 @@ frmDVD::frmDVD(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmD
 }
 
 frmDVD::~frmDVD() = default;
+
+void frmDVD::paintGenrePanel() {
+    QPalette palette = ui_->picZanr->palette();
+    palette.setColor(QPalette::Window, panelColour);
+    palette.setColor(QPalette::Text, Qt::black);
+    // The boxes keep their own white, in which they can be seen.
+    palette.setColor(QPalette::Base, Qt::white);
+    ui_->picZanr->setPalette(palette);
+    ui_->lstZanr->setPalette(palette);
+    ui_->lstZanr->viewport()->setBackgroundRole(QPalette::Window);
+}
 
 void frmDVD::findControlArrays() {
     optJazyk_ = controlArray<QRadioButton, 3>(*this, u"optJazyk"_s);
@@ -156,11 +167,15 @@ void frmDVD::closeGenres() {
 }
 
 void frmDVD::keyPressEvent(QKeyEvent* event) {
+    // Buttons take Enter themselves while they have the focus.
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (!ui_->picZanr->isVisible() || !(enter || event->key() == Qt::Key_Escape))
-        return QDialog::keyPressEvent(event);
-    enter ? takeGenres() : closeGenres();
-    event->accept();
+    if (focusWidget() == ui_->lstZanr && enter) {
+        takeGenres();
+    } else if (ui_->picZanr->isAncestorOf(focusWidget()) && event->key() == Qt::Key_Escape) {
+        closeGenres();
+    } else {
+        QDialog::keyPressEvent(event);
+    }
 }
 
 void frmDVD::choosePicture(int picture) {
@@ -173,17 +188,21 @@ void frmDVD::choosePicture(int picture) {
 }
 
 void frmDVD::copyPictureOut(int picture) {
-    const QString source = paths::ignoringCase(
+    const QString path = paths::ignoringCase(
         paths::inProgramFolder(picture == 0 ? u"\\data\\obal.jpg" : u"\\data\\nahled.jpg"));
     const QString destination = UlozitObrazek(this);
-    if (source.isEmpty() || destination.isEmpty()) return;
-    if (!QFile::exists(source)) throw RuntimeError(errors::fileNotFound);
-    if (QFileInfo(source) == QFileInfo(destination)) throw RuntimeError(errors::permissionDenied);
-    if (QFile::exists(destination) && !QFile::remove(destination)) throw RuntimeError(errors::pathAccess);
-    if (!QFile::copy(source, destination)) throw RuntimeError(errors::pathAccess);
+    if (path.isEmpty() || destination.isEmpty()) return;
+    QFile source(path);
+    if (!source.open(QFile::ReadOnly)) throw RuntimeError(errors::fileNotFound);
+    // A copy that fails leaves a file that stands there as it was.
+    QSaveFile copy(destination);
+    if (!copy.open(QFile::WriteOnly)) throw RuntimeError(errors::pathAccess);
+    constexpr qint64 block = 100000;
+    for (QByteArray piece = source.read(block); !piece.isEmpty(); piece = source.read(block))
+        copy.write(piece);
+    if (!copy.commit()) throw RuntimeError(errors::diskFull);
 }
 
 int frmDVD::departmentIndex() const {
-    const int index = ui_->cboOddel->currentIndex();
-    return index >= 0 && ui_->cboOddel->itemText(index) == ui_->cboOddel->currentText() ? index : -1;
+    return departmentTyped_ ? -1 : ui_->cboOddel->currentIndex();
 }

@@ -39,18 +39,19 @@ class frmDVD final : public QDialog {
     qint32 Vysledek = 0;
 
  protected:
-    /// While the genre panel is open, Enter and Esc are its own.
+    /// While the genre panel has the focus, Enter and Esc are its own.
     void keyPressEvent(QKeyEvent* event) override;
 
  private:
     void findControlArrays();
+    void paintGenrePanel();
     void connectButtons();
     void VycistiForm();
-    void reachColumns(const ado::Recordset& films);
+    void readColumns(const ado::Recordset& films);
 
     void save();
     void setColumns(const ado::Recordset& films);
-    void storePictures(const std::shared_ptr<ado::Recordset>& films);
+    void storePictures(ado::Recordset& films);
 
     void takeGenres();
     void closeGenres();
@@ -64,10 +65,11 @@ class frmDVD final : public QDialog {
     qint32 VratJazyk() const;
     void NastavJazyk(qint32 jazyk);
 
-    /// Index of the chosen department; -1 when none is, or when something else has been typed.
+    /// Index of the chosen department; -1 when none is, and once anything has been typed since.
     int departmentIndex() const;
 
     std::unique_ptr<Ui::frmDVD> ui_;
+    bool departmentTyped_ = false;
     std::array<QRadioButton*, 3> optJazyk_{};
     std::array<QCheckBox*, 5> chkMenu_{};
     std::array<QCheckBox*, 9> chkSound_{};

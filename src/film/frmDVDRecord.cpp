@@ -16,17 +16,8 @@ namespace {
 
 /// Opens the shared recordset on one film.
 void openFilm(qint32 id) {
-    Err.Clear();
-    skipFailure([] { OpenDB(); });
-    Err.Clear();
+    openCatalogue();
     OpenRS(u"SELECT * from tDVD WHERE DVDID="_s + QString::number(id), false);
-}
-
-/// Closes it and leaves nothing pending that a later operation would tell as its own.
-void closeFilm() {
-    skipFailure([] { CloseRS(); });
-    skipFailure([] { CloseDB(); });
-    Err.Clear();
 }
 
 /// At the end of the records, or not able to tell: a test that fails lets its branch run.
@@ -40,12 +31,41 @@ void tellMissingFilm() {
     MsgBox(u"Záznam nenalezen! (cmdSAVE,frmDVD)"_s, boxStyle::critical, u"Chyba aplikace"_s);
 }
 
-void read(const ado::Recordset& films, QStringView column, QLineEdit& box) {
-    skipFailure([&] { box.setText(films.Fields(column).Value().toText()); });
+QString textOf(const QLineEdit& box) {
+    return box.text();
 }
 
-void read(const ado::Recordset& films, QStringView column, QPlainTextEdit& box) {
-    skipFailure([&] { textBox::setText(box, films.Fields(column).Value().toText()); });
+QString textOf(const QPlainTextEdit& box) {
+    return textBox::text(box);
+}
+
+void setText(QLineEdit& box, const QString& stored) {
+    box.setText(stored);
+}
+
+void setText(QPlainTextEdit& box, const QString& stored) {
+    textBox::setText(box, stored);
+}
+
+constexpr const char* loadedText = "loadedText";
+
+/// Shows a column in a box, and keeps what it held beside what the box made of it.
+template <typename Box>
+void read(const ado::Recordset& films, QStringView column, Box& box) {
+    skipFailure([&] {
+        const QString stored = films.Fields(column).Value().toText();
+        setText(box, stored);
+        box.setProperty(loadedText, QStringList{textOf(box), stored});
+    });
+}
+
+/// The text to store: what was loaded as long as the user has not changed it, since not every box can show
+/// every text (a line break in a single line, say).
+template <typename Box>
+QString written(const Box& box) {
+    const QStringList loaded = box.property(loadedText).toStringList();
+    const QString shown = textOf(box);
+    return loaded.size() == 2 && loaded[0] == shown ? loaded[1] : shown;
 }
 
 void write(const ado::Recordset& films, QStringView column, const DbValue& value) {
@@ -95,6 +115,7 @@ void frmDVD::NastavJazyk(qint32 jazyk) {
 
 void frmDVD::VycistiForm() {
     if (ui_->cboOddel->count() > 0) ui_->cboOddel->setCurrentIndex(0);
+    departmentTyped_ = false;
     ui_->txtZanr->clear();
     optJazyk_[0]->setChecked(true);
     ui_->txtDisk->setText(u"1"_s);
@@ -119,12 +140,12 @@ void frmDVD::Inicializuj(qint32 id) {
     openFilm(id);
     auto films = RsDB;
     if (atEnd(*films)) tellMissingFilm();
-    reachColumns(*films);
+    readColumns(*films);
     films.reset();
-    closeFilm();
+    closeCatalogue();
 }
 
-void frmDVD::reachColumns(const ado::Recordset& films) {
+void frmDVD::readColumns(const ado::Recordset& films) {
     read(films, u"CZJm", *ui_->txtCZName);
     read(films, u"PuvJm", *ui_->txtPuvName);
     read(films, u"KatCisl", *ui_->txtKatalog);
@@ -157,6 +178,7 @@ void frmDVD::reachColumns(const ado::Recordset& films) {
         const qint16 index = NajdiItemData(*ui_->cboOddel->model(), films.Fields(u"Oddel_ID").Value(), -1);
         ui_->cboOddel->setCurrentIndex(index);
         if (index < 0) ui_->cboOddel->clearEditText();
+        departmentTyped_ = false;
     });
 }
 
@@ -180,31 +202,31 @@ void frmDVD::save() {
         write(*films, u"KatCisl", IDFilmu);
         store(*films);
     }
-    storePictures(films);
+    storePictures(*films);
     films.reset();
-    closeFilm();
+    closeCatalogue();
     Vysledek = 1;
     hide();
 }
 
 void frmDVD::setColumns(const ado::Recordset& films) {
-    write(films, u"CZJm", ui_->txtCZName->text());
-    write(films, u"PuvJm", ui_->txtPuvName->text());
-    const QString number = ui_->txtKatalog->text();
+    write(films, u"CZJm", written(*ui_->txtCZName));
+    write(films, u"PuvJm", written(*ui_->txtPuvName));
+    const QString number = written(*ui_->txtKatalog);
     if (!text::trim(number).isEmpty()) write(films, u"KatCisl", number);
-    write(films, u"Zanr", ui_->txtZanr->text());
+    write(films, u"Zanr", written(*ui_->txtZanr));
     skipFailure([&] { films.Fields(u"DiskPocet").setValue(text::toLong(ui_->txtDisk->text())); });
-    write(films, u"Obsah", textBox::text(*ui_->txtPopis));
+    write(films, u"Obsah", written(*ui_->txtPopis));
     write(films, u"Jazyk", VratJazyk());
-    write(films, u"Stat", ui_->txtStat->text());
-    write(films, u"Rezie", film::storedDirector(ui_->txtRezie->text()));
+    write(films, u"Stat", written(*ui_->txtStat));
+    write(films, u"Rezie", film::storedDirector(written(*ui_->txtRezie)));
     write(films, u"Delka", ui_->txtDelka->text());
-    write(films, u"Rok", ui_->txtRok->text());
+    write(films, u"Rok", written(*ui_->txtRok));
     if (const int department = departmentIndex(); department >= 0) {
         write(films, u"Oddel_ID", ui_->cboOddel->itemData(department).toInt());
     }
-    write(films, u"Herci", textBox::text(*ui_->txtHerci));
-    write(films, u"Poznamka", textBox::text(*ui_->txtPozn));
+    write(films, u"Herci", written(*ui_->txtHerci));
+    write(films, u"Poznamka", written(*ui_->txtPozn));
     write(films, u"Nabidka", ZapisChk(chkMenu_));
     write(films, u"JazykDetail", ZapisChk(chkSound_));
     write(films, u"Titulky", ZapisChk(chkTitle_));
@@ -212,17 +234,17 @@ void frmDVD::setColumns(const ado::Recordset& films) {
     write(films, u"Nahled_ID", 0);
 }
 
-void frmDVD::storePictures(const std::shared_ptr<ado::Recordset>& films) {
+void frmDVD::storePictures(ado::Recordset& films) {
     const QString cover = ui_->lblObal->text();
     if (!cover.isEmpty()) {
-        write(*films, u"Obal_ID", UlozObal(IDFilmu, cover));
-        store(*films);
+        write(films, u"Obal_ID", UlozObal(IDFilmu, cover));
+        store(films);
     }
     const QString preview = ui_->lblNahled->text();
     if (!preview.isEmpty()) {
         qint32 key = 0;
         skipFailure([&] { key = UlozNahled(IDFilmu, preview); });
-        write(*films, u"nahled_ID", key);
-        store(*films);
+        write(films, u"nahled_ID", key);
+        store(films);
     }
 }

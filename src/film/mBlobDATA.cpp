@@ -16,8 +16,19 @@ void fill(QByteArray& buffer, QFile& file) {
     if (file.read(buffer.data(), buffer.size()) < 0) throw RuntimeError(errors::pathAccess);
 }
 
-void write(QFile& file, const QByteArray& chunk) {
-    if (file.write(chunk) != chunk.size()) throw RuntimeError(errors::diskFull);
+/// Writes a piece of a picture. One that is shorter than it should be belongs to a row whose data have been
+/// lost.
+void write(QFile& file, const QByteArray& chunk, qint64 length) {
+    if (chunk.size() != length) throw RuntimeError(errors::invalidPicture);
+    if (file.write(chunk) != length) throw RuntimeError(errors::diskFull);
+}
+
+void writePicture(const ado::Recordset& rs, QFile& file, QStringView dataColumn, qint64 length) {
+    const ado::Field data = rs.Fields(dataColumn);
+    write(file, data.GetChunk(length % block), length % block);
+    for (qint64 piece = 1; piece <= length / block; ++piece)
+        write(file, data.GetChunk(block), block);
+    if (!file.flush()) throw RuntimeError(errors::diskFull);
 }
 
 /// Writes the picture of the current row to `path`, in place of what stands there.
@@ -29,11 +40,13 @@ void takeOut(const ado::Recordset& rs, const QString& path, QStringView dataColu
     QFile file(path);
     if (!file.open(QFile::WriteOnly)) throw RuntimeError(errors::pathAccess);
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-    const ado::Field data = rs.Fields(dataColumn);
-    write(file, data.GetChunk(length % block));
-    for (qint64 piece = 1; piece <= length / block; ++piece)
-        write(file, data.GetChunk(block));
-    if (!file.flush()) throw RuntimeError(errors::diskFull);
+    try {
+        writePicture(rs, file, dataColumn, length);
+    } catch (const RuntimeError&) {
+        // Half a picture would be taken for a whole one, and stored as such with the film.
+        file.remove();
+        throw;
+    }
 }
 
 }  // namespace
@@ -46,7 +59,9 @@ void blob::SouborDoBlob(const ado::Recordset& rs, const QString& path, QStringVi
                         QStringView sizeColumn, Group) {
     if (path.isEmpty()) return;
     QFile file(paths::ignoringCase(path));
-    if (!file.open(QFile::ReadOnly)) throw RuntimeError(errors::fileNotFound);
+    if (!file.open(QFile::ReadOnly)) {
+        throw RuntimeError(file.exists() ? errors::pathAccess : errors::fileNotFound);
+    }
     const qint64 length = file.size();
     if (length == 0) {
         file.close();

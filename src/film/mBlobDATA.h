@@ -22,16 +22,15 @@ QString letter(Group group);
 /// Puts a file into the data column and its length into the size column of the current row; nothing is stored
 /// before the recordset's Update. An empty path does nothing. An empty file is told in a box and leaves the
 /// row unchanged.
-/// @throws RuntimeError 53 when the file cannot be opened, 75 when it cannot be read, failures of the
-/// recordset.
+/// @throws RuntimeError 53 when there is no such file, 75 when it cannot be read, failures of the recordset.
 void SouborDoBlob(const ado::Recordset& rs, const QString& path, QStringView dataColumn,
                   QStringView sizeColumn, Group group);
 
 /// Takes the picture of the current row out to `\data\obal.` or `\data\nahled.` and the type, in place of a
 /// file of that name. Without a size no file is left there.
 /// @param unused has no meaning.
-/// @throws RuntimeError 75 when the file cannot be replaced, 61 when it cannot be written, failures of the
-/// recordset.
+/// @throws RuntimeError 75 when the file cannot be replaced, 61 when it cannot be written, 481 when the data are
+/// shorter than their size, failures of the recordset. No part of a file is left then.
 void BlobDoSouboru(const ado::Recordset& rs, const QString& unused, QStringView dataColumn,
                    QStringView sizeColumn, const QString& type, Group group);
 

@@ -1,5 +1,7 @@
 #include "film/mObrazky.h"
 
+#include <QFile>
+
 #include "core/mDatabase.h"
 #include "film/mBlobDATA.h"
 #include "platform/Outside.h"
@@ -64,9 +66,12 @@ QString show(qint32 id, Group group) {
         [&] { openRows(rows, connection, u"SELECT * FROM tPicture where PicID="_s + QString::number(id)); });
     check();
     QString caption;
-    skipFailure([&] { blob::BlobDoSouboru(rows, {}, data, size, text::lowerCase(typeOf(rows)), group); });
+    const bool out =
+        skipFailure([&] { blob::BlobDoSouboru(rows, {}, data, size, text::lowerCase(typeOf(rows)), group); });
     const QString name = group == Group::cover ? u"\\data\\obal."_s : u"\\data\\nahled."_s;
     skipFailure([&] { caption = paths::inProgramFolder(name + typeOf(rows)); });
+    // What could not be replaced is the picture of another film, and must not become this one's.
+    if (!out && QFile::exists(paths::ignoringCase(caption))) caption.clear();
     return caption;
 }
 

@@ -11,10 +11,10 @@ class ImageFrame final : public QLabel {
     explicit ImageFrame(QWidget* parent = nullptr);
 
     /// Shows the picture of a file: what its bytes are, whatever its name says. An empty path empties the
-    /// frame. Only as much is kept in memory as the frame can show.
-    /// @throws RuntimeError 53 when there is no such file, 481 when it is no picture or one too large to
-    /// decode; the
-    ///         frame keeps what it shows then.
+    /// frame. What is kept afterwards is as large as the frame.
+    /// @throws RuntimeError 53 when there is no such file, 481 when it is no picture or has more than 50
+    /// million
+    ///         pixels. The frame keeps what it shows then.
     void loadPicture(const QString& path);
 
     bool hasPicture() const { return !pixmap().isNull(); }

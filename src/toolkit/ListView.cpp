@@ -3,6 +3,7 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QToolTip>
 
@@ -56,7 +57,9 @@ ListView::ListView(QWidget* parent) : QTreeView(parent) {
     header()->setStretchLastSection(false);
     header()->setSectionsMovable(false);
     header()->setSectionsClickable(true);
+    // The second of two quick clicks comes as a double click, and counts like any other.
     connect(header(), &QHeaderView::sectionClicked, this, &ListView::columnClicked);
+    connect(header(), &QHeaderView::sectionDoubleClicked, this, &ListView::columnClicked);
     header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
@@ -100,11 +103,22 @@ ListItem ListView::selectedItem() {
 }
 
 void ListView::select(const ListItem& item) {
+    const int across = horizontalScrollBar()->value();
     setCurrentIndex(model_.index(item.row(), 0));
+    horizontalScrollBar()->setValue(across);
 }
 
 void ListView::ensureVisible(const ListItem& item) {
+    const int across = horizontalScrollBar()->value();
     scrollTo(model_.index(item.row(), 0));
+    horizontalScrollBar()->setValue(across);
+}
+
+QItemSelectionModel::SelectionFlags ListView::selectionCommand(const QModelIndex& index,
+                                                               const QEvent*) const {
+    // One row is always the selected one; no key takes its mark away.
+    return index.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                           : QItemSelectionModel::NoUpdate;
 }
 
 void ListView::endFill() {
@@ -125,9 +139,12 @@ void ListView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void ListView::contextMenuEvent(QContextMenuEvent* event) {
-    // The mouse has its own rule: the menu comes at the release, on every system.
-    if (event->reason() == QContextMenuEvent::Keyboard) emit contextMenuAsked(event->globalPos());
     event->accept();
+    // The mouse has its own rule: the menu comes at the release, on every system.
+    if (event->reason() != QContextMenuEvent::Keyboard || !hasSelectedItem()) return;
+    ensureVisible(selectedItem());
+    const QModelIndex first = currentIndex().siblingAtColumn(0);
+    emit contextMenuAsked(viewport()->mapToGlobal(visualRect(first).bottomLeft()));
 }
 
 bool ListView::viewportEvent(QEvent* event) {

@@ -54,7 +54,8 @@ class ListView final : public QTreeView {
 
     void clear() { model_.clear(); }
     int count() const { return model_.count(); }
-    /// Adds a row at the end. @throws RuntimeError 457 when the key is taken.
+    /// Adds a row: at the end, or where it belongs while sorted. @throws RuntimeError 457 when the key is
+    /// taken.
     ListItem add(QStringView key, QStringView text) { return {model_, model_.add(key, text)}; }
     /// @throws RuntimeError 35601 when no row has the key.
     ListItem item(QStringView key) { return {model_, model_.find(key)}; }
@@ -106,6 +107,8 @@ class ListView final : public QTreeView {
 
  protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                         const QEvent* event = nullptr) const override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     /// Tells the whole text of a cell that its column is too narrow for.

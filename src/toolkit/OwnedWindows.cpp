@@ -9,6 +9,7 @@ void OwnedWindows::show(QWidget& window, const QWidget& owner) {
         windows_.removeAll(nullptr);
         windows_.append(&window);
     }
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
     window.show();
     window.raise();
     window.activateWindow();

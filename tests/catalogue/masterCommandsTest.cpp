@@ -137,6 +137,9 @@ TEST_F(MasterCommandsTest, AnEmptyListOffersOnlyWhatNeedsNoRow) {
     }
     find("keyFind", u"Najít v českém názvu"_s, u""_s);
     EXPECT_EQ(outside.boxes.size(), 1);
-    for (int column = 0; column < 7; ++column)
-        window().findChild<ListView*>()->columnClicked(column);
+    for (int column = 0; column < 7; ++column) {
+        emit list().columnClicked(column);
+        EXPECT_EQ(list().sortKey(), column);
+    }
+    EXPECT_EQ(list().count(), 0);
 }

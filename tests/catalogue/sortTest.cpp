@@ -77,6 +77,12 @@ TEST_F(SortTest, EachClickTurnsTheOrderRoundWhateverTheColumn) {
     EXPECT_EQ(keys(), u"43521"_s);
 }
 
+TEST_F(SortTest, OnlyTheFirstThirtyOneCharactersOfACellAreRead) {
+    fill({{u"2"_s}, {QString(31, u'0') + u"5"_s}, {u"1"_s}});
+    TridSloupec(list, 0, SortType::number);
+    EXPECT_EQ(keys(), u"132"_s);
+}
+
 TEST_F(SortTest, DatesSortByTimeAndFilmsInTheShelfStandTogetherAtTheLowEnd) {
     fill({{u"1"_s, u""_s, u"02.02.2026 9:00:00"_s},
           {u"2"_s, u""_s, u""_s},
@@ -125,6 +131,10 @@ TEST_F(SortTest, AClickOnAHeaderTellsItsColumn) {
     QTest::mouseClick(list.header()->viewport(), Qt::LeftButton, {},
                       QPoint(list.header()->sectionPosition(1) + 20, 8));
     EXPECT_EQ(clicked, 1);
+    clicked = -1;
+    QTest::mouseDClick(list.header()->viewport(), Qt::LeftButton, {},
+                       QPoint(list.header()->sectionPosition(2) + 20, 8));
+    EXPECT_EQ(clicked, 2);
 }
 
 TEST_F(SortTest, ASearchFindsTheFirstRowThatHoldsTheTerm) {
@@ -136,7 +146,7 @@ TEST_F(SortTest, ASearchFindsTheFirstRowThatHoldsTheTerm) {
         item.setSubItem(4, date);
         item.setSubItem(5, u"Original"_s);
     };
-    add(u"120"_s, u""_s, u""_s);
+    add(u"120"_s, u"   "_s, u""_s);
     add(u"12"_s, u" Ábel a straße"_s, u"03.02.2008"_s);
     add(u"5"_s, u"Žena"_s, u"04.05.2026 9:00:00"_s);
     const struct {

@@ -1,5 +1,7 @@
 #include <sqlite3.h>
 
+#include <QTest>
+
 #include "core/mDatabase.h"
 #include "film/editorFixture.h"
 
@@ -87,6 +89,20 @@ TEST_F(FilmSaveTest, EveryControlReachesItsColumnAndComesBack) {
     EXPECT_EQ(row(1), saved);
 }
 
+TEST_F(FilmSaveTest, ATextThatItsBoxCannotShowIsKeptUntilTheUserChangesIt) {
+    sql("INSERT INTO tDVD (DVDID, KatCisl, CZJm, PuvJm, Obsah) VALUES (1, '1', 'dva' || char(10) || 'řádky', "
+        "hex(zeroblob(20000)), 'a' || char(10) || 'b')");
+    const QString before = text("SELECT CZJm || PuvJm || Obsah FROM tDVD");
+    open(1);
+    EXPECT_EQ(typed("txtPuvName").size(), 40000);
+    press("cmdSave");
+    EXPECT_EQ(text("SELECT CZJm || PuvJm || Obsah FROM tDVD"), before);
+    open(1);
+    control<QPlainTextEdit>("txtPopis").setPlainText(u"a\nc"_s);
+    press("cmdSave");
+    EXPECT_EQ(text("SELECT Obsah FROM tDVD"), u"a\r\nc"_s);
+}
+
 TEST_F(FilmSaveTest, WhatAColumnCannotTakeLeavesTheRestOfTheRowWritten) {
     sql("INSERT INTO tDVD (DVDID, CZJm, DiskPocet, Oddel_ID, Jazyk, Titulky) VALUES (5, 'Old', 4, 99, 7, "
         "'A|A')");
@@ -100,7 +116,8 @@ TEST_F(FilmSaveTest, WhatAColumnCannotTakeLeavesTheRestOfTheRowWritten) {
         open(5);
         type("txtDisk", disks);
         type("txtCZName", u"New"_s + disks);
-        control<QComboBox>("cboOddel").setEditText(u"něco jiného"_s);
+        control<QComboBox>("cboOddel").lineEdit()->clear();
+        QTest::keyClicks(control<QComboBox>("cboOddel").lineEdit(), u"neco"_s);
         press("cmdSave");
         EXPECT_EQ(row(5),
                   u"5;5;New"_s + disks + u";;;4;;0;;;;;99;;;N|N|N|N|N;N|N|N|N|N|N|N|N|N;A|A|N|N|N|N|N;0;0"_s);

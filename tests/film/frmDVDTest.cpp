@@ -89,6 +89,50 @@ TEST_F(FrmDVDTest, EnterSavesAndEscapeLeaves) {
     EXPECT_EQ(number("SELECT count(*) FROM tDVD"), 1);
 }
 
+TEST_F(FrmDVDTest, EnterOnAButtonPressesThatButton) {
+    const auto enterOn = [this](const char* name) {
+        auto& button = control<QPushButton>(name);
+        button.setFocus();
+        QTest::keyClick(&button, Qt::Key_Return);
+    };
+    open(0);
+    editor().activateWindow();
+    enterOn("cmdStorno");
+    EXPECT_EQ(editor().Vysledek, 2);
+    open(0);
+    type("txtZanr", u"Drama"_s);
+    press("Command1");
+    enterOn("Command3");
+    EXPECT_FALSE(panel().isVisible());
+    EXPECT_EQ(typed("txtZanr"), u"Drama"_s);
+    enterOn("Command1");
+    EXPECT_TRUE(panel().isVisible());
+    enterOn("Command2");
+    EXPECT_EQ(typed("txtZanr"), u""_s);
+    control<QTabWidget>("tabMain").setCurrentIndex(3);
+    enterOn("cmdOpenObalPic");
+    EXPECT_EQ(outside.fileDialogs.size(), 1);
+    EXPECT_EQ(editor().Vysledek, 0);
+    EXPECT_EQ(number("SELECT count(*) FROM tDVD"), 0);
+}
+
+TEST_F(FrmDVDTest, TypingIntoTheDepartmentChoosesNone) {
+    sql("INSERT INTO tDVD (DVDID, CZJm, Oddel_ID) VALUES (1, 'One', 2)");
+    const auto department = [this] { return number("SELECT Oddel_ID FROM tDVD WHERE DVDID=1"); };
+    open(1);
+    auto& combo = control<QComboBox>("cboOddel");
+    EXPECT_EQ(combo.currentText(), u"Dětské filmy"_s);
+    combo.lineEdit()->selectAll();
+    QTest::keyClicks(combo.lineEdit(), u"Dokumenty"_s);
+    QTest::keyClick(combo.lineEdit(), Qt::Key_Tab);
+    press("cmdSave");
+    EXPECT_EQ(department(), 2);
+    open(1);
+    QTest::keyClick(&control<QComboBox>("cboOddel"), Qt::Key_Down);
+    press("cmdSave");
+    EXPECT_EQ(department(), 3);
+}
+
 TEST_F(FrmDVDTest, PicturesOfEveryKindAreShownWhateverTheirNames) {
     open(0);
     for (const char* format : {"JPG", "PNG", "BMP", "WEBP"}) {
@@ -119,7 +163,12 @@ TEST_F(FrmDVDTest, AHostilePictureIsRefusedAndChangesNothing) {
         QByteArray::fromHex(
             "e3a7dd1a0000000c49444154789c6360f8cf00000301010018dd8db00000000049454e44ae426082");
     ImageFrame& cover = frame(0);
-    for (const QByteArray& bytes : {QByteArray("není obrázek"), whole.first(20), huge}) {
+    // A JPEG that claims as many, in the header of its first frame.
+    QByteArray vast = whole;
+    const qsizetype header = vast.indexOf(QByteArray::fromHex("ffc0"));
+    ASSERT_GT(header, 0);
+    vast.replace(header + 5, 4, QByteArray::fromHex("9c409c40"));
+    for (const QByteArray& bytes : {QByteArray("není obrázek"), whole.first(20), huge, vast}) {
         QFile file(folder() + u"/zly.jpg"_s);
         ASSERT_TRUE(file.open(QFile::WriteOnly | QFile::Truncate) && file.write(bytes) == bytes.size());
         file.close();
@@ -131,7 +180,9 @@ TEST_F(FrmDVDTest, AHostilePictureIsRefusedAndChangesNothing) {
     QFile half(folder() + u"/pul.jpg"_s);
     ASSERT_TRUE(half.open(QFile::WriteOnly) && half.write(whole.first(whole.size() / 2)) > 0);
     half.close();
-    failureOf([&] { cover.loadPicture(half.fileName()); });
+    const qint32 failure = failureOf([&] { cover.loadPicture(half.fileName()); });
+    EXPECT_EQ(failure == 0, cover.hasPicture());
+    EXPECT_TRUE(failure == 0 || failure == errors::invalidPicture);
 }
 
 TEST_F(FrmDVDTest, CopyingOutTakesTheFileThatTheLastFilmLeft) {

@@ -168,6 +168,18 @@ TEST_F(PictureStoreTest, AMissingPictureFileIsToldAtEveryCheckOfTheCoverOnly) {
     EXPECT_FALSE(QFile::exists(pictures()));
 }
 
+TEST_F(PictureStoreTest, APictureThatCannotBeTakenOutNeverLeavesAnotherFilmsInItsPlace) {
+    const qint32 cover = UlozObal(1, pictureFile(500));
+    // A folder in the place of the file: it can be neither removed nor written.
+    ASSERT_TRUE(QDir().mkpath(data(u"obal.jpg"_s)));
+    EXPECT_EQ(ZobrazObal(cover), u""_s);
+    ASSERT_TRUE(QDir().rmdir(data(u"obal.jpg"_s)));
+    // Data that end before their size does: what is left of them is no picture.
+    sql(pictures(), "UPDATE tPicture SET PicDat=NULL");
+    EXPECT_EQ(ZobrazObal(cover), data(u"obal.jpg"_s));
+    EXPECT_FALSE(QFile::exists(data(u"obal.jpg"_s)));
+}
+
 TEST_F(PictureStoreTest, AKeyWithoutARowShowsNothingAndSaysNothing) {
     EXPECT_EQ(ZobrazObal(99), u""_s);
     EXPECT_TRUE(outside.boxes.isEmpty());

@@ -137,6 +137,22 @@ TEST_F(ListViewTest, WidthsStayInTwipsUntilTheUserDragsAColumn) {
     EXPECT_EQ(list.columnWidthInTwips(2), 300);
 }
 
+TEST_F(ListViewTest, NoKeyTakesTheMarkOfTheSelectedRowAway) {
+    list.resize(300, 200);
+    list.show();
+    fill(5);
+    const QPoint third = list.visualRect(list.model()->index(2, 0)).center();
+    for (int click = 0; click < 2; ++click) {
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ControlModifier, third);
+        EXPECT_EQ(list.selectedItem().key(), u"K2"_s);
+        EXPECT_TRUE(list.selectionModel()->isRowSelected(2));
+    }
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Space, Qt::Key_End, Qt::Key_Home}) {
+        QTest::keyClick(&list, key, Qt::ControlModifier);
+        EXPECT_TRUE(list.selectionModel()->isRowSelected(list.selectedItem().row()));
+    }
+}
+
 TEST_F(ListViewTest, TheContextMenuIsAskedForByTheReleaseOfTheRightButton) {
     list.resize(300, 200);
     list.show();
