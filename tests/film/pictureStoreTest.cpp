@@ -195,6 +195,9 @@ TEST_F(PictureStoreTest, PicturesForPrintingAreNamedAfterTheirKey) {
     EXPECT_EQ(blob::BlobDoTisku(rows, u"PicDat", u"PicSize", u"jpg"_s, preview, blob::Group::preview),
               u"n1.jpg"_s);
     EXPECT_EQ(content(data(u"n1.jpg"_s)), content(folder() + u"/a.jpg"_s));
+    // The second reading of a row has to begin anew: pieces go on from where the last one ended.
+    rows.Close();
+    rows.Open(u"SELECT * FROM tPicture where PicID="_s + QString::number(preview), opened);
     EXPECT_EQ(blob::BlobDoTisku(rows, u"PicDat", u"PicSize", u"jpg"_s, preview, blob::Group::cover),
               u"n1.jpg"_s);
     EXPECT_TRUE(QFile::exists(data(u"o1.jpg"_s)));
