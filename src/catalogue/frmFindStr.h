@@ -10,6 +10,7 @@ class frmFindStr;
 /// Asks for a search term. Its caption is the caller's.
 class frmFindStr final : public QDialog {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(frmFindStr)
 
  public:
     explicit frmFindStr(QWidget* parent = nullptr);

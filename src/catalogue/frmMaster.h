@@ -17,6 +17,7 @@ class frmMaster;
 /// of a film to another window and brings the list up to date afterwards.
 class frmMaster final : public QMainWindow {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(frmMaster)
 
  public:
     /// Sets the caption, fills the list by Czech title and gives the columns their stored widths.

@@ -50,7 +50,7 @@ OpenedCount OpenRS(const QString& sql, bool addNew) {
     skipFailure([] { existing(RsDB).Close(); });
     Err.Clear();
     skipFailure([&] { existing(RsDB).Open(sql, existing(ConnDB), keyset, pessimistic, noOptions); });
-    const OpenedCount count(RsDB);
+    OpenedCount count(RsDB);
     if (addNew) skipFailure([] { existing(RsDB).AddNew(); });
     return count;
 }

@@ -20,6 +20,7 @@ class Recordset;
 /// made, `Inicializuj` with the key, shown modally, the two public values read, destroyed.
 class frmDVD final : public QDialog {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(frmDVD)
 
  public:
     /// Fills the lists of genres and departments and stands as for a new film.

@@ -76,6 +76,14 @@ void store(ado::Recordset& films) {
     skipFailure([&] { films.Update(); });
 }
 
+template <std::size_t Count>
+std::vector<film::BoxValue> valuesOf(const std::array<QCheckBox*, Count>& boxes) {
+    std::vector<film::BoxValue> values(Count);
+    for (std::size_t box = 0; box < Count; ++box)
+        values[box] = boxes[box]->isChecked() ? 1 : 0;
+    return values;
+}
+
 /// Compares a stored picture key with 0. Null does not differ.
 bool isKey(const DbValue& value) {
     return !value.isNull() && value.toLong() != 0;
@@ -85,17 +93,12 @@ bool isKey(const DbValue& value) {
 
 template <std::size_t Count>
 QString frmDVD::ZapisChk(const std::array<QCheckBox*, Count>& boxes) {
-    std::vector<film::BoxValue> values;
-    for (const QCheckBox* box : boxes)
-        values.push_back(box->isChecked() ? 1 : 0);
-    return film::ZapisChk(values);
+    return film::ZapisChk(valuesOf(boxes));
 }
 
 template <std::size_t Count>
 void frmDVD::NactiChk(const std::array<QCheckBox*, Count>& boxes, const QString& tokens) {
-    std::vector<film::BoxValue> values;
-    for (const QCheckBox* box : boxes)
-        values.push_back(box->isChecked() ? 1 : 0);
+    std::vector<film::BoxValue> values = valuesOf(boxes);
     film::NactiChk(values, tokens);
     for (std::size_t box = 0; box < Count; ++box)
         boxes[box]->setChecked(values[box] == 1);
@@ -103,6 +106,7 @@ void frmDVD::NactiChk(const std::array<QCheckBox*, Count>& boxes, const QString&
 
 qint32 frmDVD::VratJazyk() const {
     std::vector<bool> selected;
+    selected.reserve(optJazyk_.size());
     for (const QRadioButton* option : optJazyk_)
         selected.push_back(option->isChecked());
     return film::VratJazyk(selected);

@@ -29,8 +29,8 @@ void SouborDoBlob(const ado::Recordset& rs, const QString& path, QStringView dat
 /// Takes the picture of the current row out to `\data\obal.` or `\data\nahled.` and the type, in place of a
 /// file of that name. Without a size no file is left there.
 /// @param unused has no meaning.
-/// @throws RuntimeError 75 when the file cannot be replaced, 61 when it cannot be written, 481 when the data are
-/// shorter than their size, failures of the recordset. No part of a file is left then.
+/// @throws RuntimeError 75 when the file cannot be replaced, 61 when it cannot be written, 481 when the data
+/// are shorter than their size, failures of the recordset. No part of a file is left then.
 void BlobDoSouboru(const ado::Recordset& rs, const QString& unused, QStringView dataColumn,
                    QStringView sizeColumn, const QString& type, Group group);
 

@@ -186,7 +186,8 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
         const Colour colour = this->colour(item);
         // Black is what the desktop shows text in, which need not be black where it is dark.
         if (colour == 0) return {};
-        return QColor(colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF);
+        return QColor(static_cast<int>(colour & 0xFF), static_cast<int>((colour >> 8) & 0xFF),
+                      static_cast<int>((colour >> 16) & 0xFF));
     }
     return {};
 }
