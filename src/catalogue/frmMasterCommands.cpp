@@ -3,6 +3,7 @@
 #include "catalogue/frmFindStr.h"
 #include "catalogue/frmMaster.h"
 #include "catalogue/modSortLvw.h"
+#include "catalogue/openLoans.h"
 #include "core/mDatabase.h"
 #include "film/frmDVD.h"
 #include "platform/Outside.h"
@@ -62,16 +63,10 @@ void frmMaster::PujcitVratit() {
 }
 
 void frmMaster::vratitFilm(qint32 id) {
-    onFirstRow(
-        u"SELECT tDVD.DVDID, tPujcky.P_UID, tPujcky.P_DVDID, tPujcky.PDatPujcky,tPujcky.PDatVraceni, "
-        "tUser.USID, tUser.USNAME FROM tUser INNER JOIN (tDVD INNER JOIN tPujcky ON tDVD.DVDID = "
-        "tPujcky.P_DVDID) ON tUser.USID = tPujcky.P_UID WHERE (((tPujcky.PDatVraceni) Is Null)) and "
-        "tDVD.DVDID="_s +
-            QString::number(id) + u';',
-        [](ado::Recordset& loan) {
-            skipFailure([&] { loan.Fields(u"PDATVRACENI").setValue(Outside::current().now()); });
-            skipFailure([&] { loan.Update(); });
-        });
+    onFirstRow(openLoansSql(u" and tDVD.DVDID="_s + QString::number(id)), [](ado::Recordset& loan) {
+        skipFailure([&] { loan.Fields(u"PDATVRACENI").setValue(Outside::current().now()); });
+        skipFailure([&] { loan.Update(); });
+    });
 }
 
 void frmMaster::SmazatZaznam(qint32 id) {

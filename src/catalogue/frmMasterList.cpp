@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "catalogue/frmMaster.h"
+#include "catalogue/openLoans.h"
 #include "core/mDatabase.h"
 #include "core/mFunction.h"
 #include "core/mFunctionList.h"
@@ -19,12 +20,6 @@ constexpr quint32 green = 91137;  // RGB 1, 100, 1: on loan
 
 constexpr int countPanel = 5;
 constexpr int loansPanel = 6;
-
-QString openLoansSql() {
-    return u"SELECT tDVD.DVDID, tPujcky.P_UID, tPujcky.P_DVDID, tPujcky.PDatPujcky,tPujcky.PDatVraceni, "
-           "tUser.USID, tUser.USNAME FROM tUser INNER JOIN (tDVD INNER JOIN tPujcky ON tDVD.DVDID = "
-           "tPujcky.P_DVDID) ON tUser.USID = tPujcky.P_UID WHERE (((tPujcky.PDatVraceni) Is Null));"_s;
-}
 
 /// "K" and the id in decimal. Made for every row of every fill, so in one piece.
 QString rowKey(const DbValue& id) {
