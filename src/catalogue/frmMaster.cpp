@@ -10,7 +10,10 @@
 #include "film/frmZanry.h"
 #include "platform/errors.h"
 #include "platform/text.h"
+#include "rental/SharedUser.h"
+#include "rental/frmKlienti.h"
 #include "toolkit/appTitle.h"
+#include "toolkit/icons.h"
 #include "toolkit/twips.h"
 #include "ui_frmMaster.h"
 
@@ -50,8 +53,10 @@ void addMenuButton(QToolBar* bar, QAction* before, QAction* face, const QList<QA
 
 }  // namespace
 
-frmMaster::frmMaster(QWidget* parent) : QMainWindow(parent), ui_(std::make_unique<Ui::frmMaster>()) {
+frmMaster::frmMaster(QWidget* parent)
+    : QMainWindow(parent), ui_(std::make_unique<Ui::frmMaster>()), user_(std::make_shared<SharedUser>()) {
     ui_->setupUi(this);
+    icons::place(*this);
     lvwList_ = ui_->lvwList;
     buildList();
     buildStatusBar();
@@ -133,6 +138,10 @@ void frmMaster::connectCommands() {
     connect(ui_->mnuCisl_0, &QAction::triggered, this, [this] { ownedWindows_.open(frmZanry_, *this); });
     connect(ui_->mnuCisl_1, &QAction::triggered, this,
             [this] { ownedWindows_.open(frmOddeleniList_, *this); });
+    connect(ui_->smnuPujcovna_0, &QAction::triggered, this,
+            [this] { ownedWindows_.open(frmKlienti_, *this, user_); });
+    connect(ui_->smnuPujcovna_2, &QAction::triggered, this,
+            [this] { ownedWindows_.show(user_->loaded(), *this); });
     connect(ui_->smnuDB_5, &QAction::triggered, this, &QWidget::close);
     // The two entries of "Zálohovat" do nothing: what is done with the files is done from outside, where both
     // can be copied at any moment that the program waits.
@@ -140,12 +149,10 @@ void frmMaster::connectCommands() {
 
 void frmMaster::enableCommands() {
     const bool selected = lvwList_->hasSelectedItem();
-    for (QAction* action : {ui_->KeyEdit, ui_->mnuListItem_0, ui_->mnuListItem_2})
+    for (QAction* action :
+         {ui_->KeyEdit, ui_->KeyPujcitVratit, ui_->mnuListItem_0, ui_->mnuListItem_1, ui_->mnuListItem_2}) {
         action->setEnabled(selected);
-    // A film in the shelf cannot be returned, and there is no window yet to lend it with.
-    const bool lent = selected && !text::trim(lvwList_->selectedItem().subItem(3)).isEmpty();
-    for (QAction* action : {ui_->KeyPujcitVratit, ui_->mnuListItem_1})
-        action->setEnabled(lent);
+    }
 }
 
 qint32 frmMaster::selectedFilm() const {

@@ -7,6 +7,8 @@
 #include "toolkit/ListView.h"
 #include "toolkit/OwnedWindows.h"
 
+class SharedUser;
+class frmKlienti;
 class frmOddeleniList;
 class frmZanry;
 namespace Ui {
@@ -35,7 +37,8 @@ class frmMaster final : public QMainWindow {
     /// Runs the film editor for one film, 0 for a new one, and brings its row up to date when it was saved.
     void OtevritPridatZaznam(qint32 id);
 
-    /// Returns the selected film when its row tells a customer, after asking.
+    /// Returns the selected film when its row tells a customer, after asking; else opens a dialog to lend it
+    /// and brings its row up to date once that is answered.
     void PujcitVratit();
     /// Closes the first open loan of a film. Failures are skipped.
     void vratitFilm(qint32 id);
@@ -67,6 +70,8 @@ class frmMaster final : public QMainWindow {
     void connectCommands();
 
     void paintLoans();
+    /// Opens a dialog to lend a film.
+    void lend(qint32 id, const QString& title);
     /// Asks for a term and looks for it.
     void najit(const QString& mode, const QString& caption);
     void sortByColumn(int column);
@@ -82,4 +87,6 @@ class frmMaster final : public QMainWindow {
     OwnedWindows ownedWindows_;
     QPointer<frmZanry> frmZanry_;
     QPointer<frmOddeleniList> frmOddeleniList_;
+    QPointer<frmKlienti> frmKlienti_;
+    std::shared_ptr<SharedUser> user_;  // also of the windows opened here, which can outlive this one
 };

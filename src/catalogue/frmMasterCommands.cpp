@@ -3,11 +3,12 @@
 #include "catalogue/frmFindStr.h"
 #include "catalogue/frmMaster.h"
 #include "catalogue/modSortLvw.h"
-#include "catalogue/openLoans.h"
 #include "core/mDatabase.h"
 #include "film/frmDVD.h"
 #include "platform/Outside.h"
 #include "platform/text.h"
+#include "rental/frmPujcDVD.h"
+#include "rental/mPujcky.h"
 
 using namespace Qt::StringLiterals;
 
@@ -52,14 +53,26 @@ void frmMaster::OtevritPridatZaznam(qint32 id) {
 
 void frmMaster::PujcitVratit() {
     const ListItem film = lvwList_->selectedItem();
-    if (text::trim(film.subItem(3)).isEmpty()) return;
     const qint32 id = selectedFilm();
+    if (text::trim(film.subItem(3)).isEmpty()) {
+        lend(id, film.subItem(1));
+        return;
+    }
     // The opening quote of this question is never closed.
     const BoxAnswer answer = MsgBox(u"Opravdu vrátit film : \" "_s + film.subItem(1) + u" ?"_s,
                                     boxStyle::question | boxStyle::yesNo, u"Ověření"_s);
     if (answer != BoxAnswer::yes) return;
     vratitFilm(id);
     ObnovZaznam(id);
+}
+
+void frmMaster::lend(qint32 id, const QString& title) {
+    frmPujcDVD* dialog = std::make_unique<frmPujcDVD>(user_).release();
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->Init(id, title);
+    // The row tells the loan only then, so until then the film can be lent once more.
+    connect(dialog, &frmPujcDVD::answered, this, [this, id] { ObnovZaznam(id); });
+    ownedWindows_.show(*dialog, *this);
 }
 
 void frmMaster::vratitFilm(qint32 id) {

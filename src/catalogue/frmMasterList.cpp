@@ -4,11 +4,11 @@
 #include <charconv>
 
 #include "catalogue/frmMaster.h"
-#include "catalogue/openLoans.h"
 #include "core/mDatabase.h"
 #include "core/mFunction.h"
 #include "core/mFunctionList.h"
 #include "platform/Outside.h"
+#include "rental/mPujcky.h"
 #include "ui_frmMaster.h"
 
 using namespace Qt::StringLiterals;

@@ -3,6 +3,7 @@
 #include "core/mDatabase.h"
 #include "film/DictionaryRecord.h"
 #include "platform/text.h"
+#include "toolkit/icons.h"
 #include "ui_DictionaryList.h"
 
 using namespace Qt::StringLiterals;
@@ -10,6 +11,7 @@ using namespace Qt::StringLiterals;
 DictionaryList::DictionaryList(DictionaryListSource source, QWidget* parent)
     : QDialog(parent), source_(std::move(source)), ui_(std::make_unique<Ui::DictionaryList>()) {
     ui_->setupUi(this);
+    icons::place(*this);
     setWindowTitle(source_.caption);
     ui_->lvwZanr->setColumns({{u"ID"_s, 600}, {u"Název Žánru"_s, 4000}});
     ui_->lvwZanr->setAccessibleName(source_.caption);

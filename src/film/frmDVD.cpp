@@ -16,6 +16,7 @@
 #include "platform/Outside.h"
 #include "platform/paths.h"
 #include "toolkit/controlArray.h"
+#include "toolkit/icons.h"
 #include "ui_frmDVD.h"
 
 using namespace Qt::StringLiterals;
@@ -66,6 +67,7 @@ QString folderOf(const QString& path) {
 
 frmDVD::frmDVD(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmDVD>()) {
     ui_->setupUi(this);
+    icons::place(*this);
     setFixedSize(size());
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     findControlArrays();

@@ -7,7 +7,7 @@
 #include "film/mObrazky.h"
 #include "platform/Outside.h"
 #include "platform/text.h"
-#include "toolkit/textBox.h"
+#include "toolkit/loadedText.h"
 #include "ui_frmDVD.h"
 
 using namespace Qt::StringLiterals;
@@ -31,41 +31,9 @@ void tellMissingFilm() {
     MsgBox(u"Záznam nenalezen! (cmdSAVE,frmDVD)"_s, boxStyle::critical, u"Chyba aplikace"_s);
 }
 
-QString textOf(const QLineEdit& box) {
-    return box.text();
-}
-
-QString textOf(const QPlainTextEdit& box) {
-    return textBox::text(box);
-}
-
-void setText(QLineEdit& box, const QString& stored) {
-    box.setText(stored);
-}
-
-void setText(QPlainTextEdit& box, const QString& stored) {
-    textBox::setText(box, stored);
-}
-
-constexpr const char* loadedText = "loadedText";
-
-/// Shows a column in a box, and keeps what it held beside what the box made of it.
 template <typename Box>
 void read(const ado::Recordset& films, QStringView column, Box& box) {
-    skipFailure([&] {
-        const QString stored = films.Fields(column).Value().toText();
-        setText(box, stored);
-        box.setProperty(loadedText, QStringList{textOf(box), stored});
-    });
-}
-
-/// The text to store: what was loaded as long as the user has not changed it, since not every box can show
-/// every text (a line break in a single line, say).
-template <typename Box>
-QString written(const Box& box) {
-    const QStringList loaded = box.property(loadedText).toStringList();
-    const QString shown = textOf(box);
-    return loaded.size() == 2 && loaded[0] == shown ? loaded[1] : shown;
+    skipFailure([&] { loadedText::show(box, films.Fields(column).Value().toText()); });
 }
 
 void write(const ado::Recordset& films, QStringView column, const DbValue& value) {
@@ -214,23 +182,23 @@ void frmDVD::save() {
 }
 
 void frmDVD::setColumns(const ado::Recordset& films) {
-    write(films, u"CZJm", written(*ui_->txtCZName));
-    write(films, u"PuvJm", written(*ui_->txtPuvName));
-    const QString number = written(*ui_->txtKatalog);
+    write(films, u"CZJm", loadedText::toStore(*ui_->txtCZName));
+    write(films, u"PuvJm", loadedText::toStore(*ui_->txtPuvName));
+    const QString number = loadedText::toStore(*ui_->txtKatalog);
     if (!text::trim(number).isEmpty()) write(films, u"KatCisl", number);
-    write(films, u"Zanr", written(*ui_->txtZanr));
+    write(films, u"Zanr", loadedText::toStore(*ui_->txtZanr));
     skipFailure([&] { films.Fields(u"DiskPocet").setValue(text::toLong(ui_->txtDisk->text())); });
-    write(films, u"Obsah", written(*ui_->txtPopis));
+    write(films, u"Obsah", loadedText::toStore(*ui_->txtPopis));
     write(films, u"Jazyk", VratJazyk());
-    write(films, u"Stat", written(*ui_->txtStat));
-    write(films, u"Rezie", film::storedDirector(written(*ui_->txtRezie)));
+    write(films, u"Stat", loadedText::toStore(*ui_->txtStat));
+    write(films, u"Rezie", film::storedDirector(loadedText::toStore(*ui_->txtRezie)));
     write(films, u"Delka", ui_->txtDelka->text());
-    write(films, u"Rok", written(*ui_->txtRok));
+    write(films, u"Rok", loadedText::toStore(*ui_->txtRok));
     if (const int department = departmentIndex(); department >= 0) {
         write(films, u"Oddel_ID", ui_->cboOddel->itemData(department).toInt());
     }
-    write(films, u"Herci", written(*ui_->txtHerci));
-    write(films, u"Poznamka", written(*ui_->txtPozn));
+    write(films, u"Herci", loadedText::toStore(*ui_->txtHerci));
+    write(films, u"Poznamka", loadedText::toStore(*ui_->txtPozn));
     write(films, u"Nabidka", ZapisChk(chkMenu_));
     write(films, u"JazykDetail", ZapisChk(chkSound_));
     write(films, u"Titulky", ZapisChk(chkTitle_));

@@ -6,9 +6,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString shortDateFormat() {
-    QString format = QLocale().dateFormat(QLocale::ShortFormat);
-    if (!format.contains(u"yyyy"_s)) format.replace(u"yy"_s, u"yyyy"_s);
+/// Worked out once for each locale, since long lists show many dates.
+const QString& shortDateFormat() {
+    static QLocale locale = QLocale::c();
+    static QString format;
+    if (format.isEmpty() || locale != QLocale()) {
+        locale = QLocale();
+        format = locale.dateFormat(QLocale::ShortFormat);
+        if (!format.contains(u"yyyy"_s)) format.replace(u"yy"_s, u"yyyy"_s);
+    }
     return format;
 }
 
@@ -32,19 +38,30 @@ QString dates::toStored(const QDateTime& moment) {
 }
 
 QDateTime dates::fromStored(QStringView stored) {
-    if (stored.size() != 19 || stored[10] != u' ') return {};
-    const QDate date = QDate::fromString(stored.first(10), u"yyyy-MM-dd"_s);
-    const QTime time = QTime::fromString(stored.sliced(11), u"HH:mm:ss"_s);
+    // By hand as well: this is asked for every date of a long list.
+    constexpr QStringView form = u"0000-00-00 00:00:00";
+    if (stored.size() != form.size()) return {};
+    for (qsizetype at = 0; at < form.size(); ++at) {
+        const bool digit = stored[at] >= u'0' && stored[at] <= u'9';
+        if (form[at] == u'0' ? !digit : stored[at] != form[at]) return {};
+    }
+    const auto number = [stored](qsizetype at, qsizetype length) {
+        int value = 0;
+        for (const QChar digit : stored.sliced(at, length))
+            value = 10 * value + (digit.unicode() - u'0');
+        return value;
+    };
+    const QDate date(number(0, 4), number(5, 2), number(8, 2));
+    const QTime time(number(11, 2), number(14, 2), number(17, 2));
     // The clock times that a switch to summer time leaves out are stored moments all the same: no zone
     // applies.
     return date.isValid() && time.isValid() ? QDateTime(date, time, Qt::UTC) : QDateTime();
 }
 
 QString dates::toShown(const QDateTime& moment) {
-    const bool midnight =
-        moment.time().hour() == 0 && moment.time().minute() == 0 && moment.time().second() == 0;
-    return midnight ? toShown(moment.date())
-                    : QLocale().toString(moment, shortDateFormat() + u' ' + timeFormat());
+    const QTime time = moment.time();
+    if (time.hour() == 0 && time.minute() == 0 && time.second() == 0) return toShown(moment.date());
+    return toShown(moment.date()) + u' ' + time.toString(timeFormat());
 }
 
 QString dates::toShown(QDate date) {

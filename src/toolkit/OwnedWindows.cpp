@@ -2,10 +2,18 @@
 
 #include <QWindow>
 
+namespace {
+
+void putAbove(QWidget& window, const QWidget& owner) {
+    window.winId();  // makes the native window, which the relation is told to
+    window.windowHandle()->setTransientParent(owner.window()->windowHandle());
+}
+
+}  // namespace
+
 void OwnedWindows::show(QWidget& window, const QWidget& owner) {
     if (!window.isVisible()) {
-        window.winId();  // makes the native window, which the relation is told to
-        window.windowHandle()->setTransientParent(owner.windowHandle());
+        putAbove(window, owner);
         windows_.removeAll(nullptr);
         windows_.append(&window);
     }
@@ -22,4 +30,10 @@ void OwnedWindows::release() {
             window->windowHandle()->setTransientParent(nullptr);
     }
     windows_.clear();
+}
+
+void execAbove(QDialog& dialog, const QWidget& owner) {
+    dialog.hide();  // a window that is shown already does not become modal
+    putAbove(dialog, owner);
+    dialog.exec();
 }

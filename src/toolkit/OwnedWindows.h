@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDialog>
 #include <QList>
 #include <QPointer>
 #include <QWidget>
@@ -11,10 +12,11 @@ class OwnedWindows final {
  public:
     /// Shows the one window of its kind above `owner`: makes it anew, or brings it to the front when it is
     /// open. It goes away when it is closed, and `shared` with it.
-    template <typename Window>
-    void open(QPointer<Window>& shared, const QWidget& owner) {
+    /// @param arguments what the window is made from.
+    template <typename Window, typename... Arguments>
+    void open(QPointer<Window>& shared, const QWidget& owner, Arguments&&... arguments) {
         if (shared == nullptr) {
-            shared = std::make_unique<Window>().release();
+            shared = std::make_unique<Window>(std::forward<Arguments>(arguments)...).release();
             shared->setAttribute(Qt::WA_DeleteOnClose);
         }
         show(*shared, owner);
@@ -29,3 +31,7 @@ class OwnedWindows final {
  private:
     QList<QPointer<QWidget>> windows_;
 };
+
+/// Shows a dialog that has no parent modally above `owner`, until it is answered. One that is open without
+/// modality becomes modal with what it holds.
+void execAbove(QDialog& dialog, const QWidget& owner);

@@ -1,8 +1,36 @@
 #include "toolkit/textBox.h"
 
 #include <QTextBlock>
+#include <QTextCursor>
+#include <algorithm>
+#include <memory>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr const char* beingFilled = "beingFilled";
+
+/// Takes `excess` characters, as they are stored, off the end of what stands between two positions; no more
+/// than stands there.
+void dropEnd(QPlainTextEdit& box, int begin, int end, int excess) {
+    const QTextDocument& document = *box.document();
+    int from = std::min(end, document.characterCount() - 1);
+    const int to = from;
+    while (from > begin && (excess > 0 || document.characterAt(from).isLowSurrogate())) {
+        --from;
+        excess -= document.characterAt(from) == QChar::ParagraphSeparator ? 2 : 1;
+    }
+    if (from == to) return;
+    QTextCursor cursor(box.document());
+    cursor.joinPreviousEditBlock();
+    cursor.setPosition(from);
+    cursor.setPosition(to, QTextCursor::KeepAnchor);
+    cursor.removeSelectedText();
+    cursor.endEditBlock();
+}
+
+}  // namespace
 
 QString textBox::text(const QPlainTextEdit& box) {
     QStringList lines;
@@ -12,5 +40,25 @@ QString textBox::text(const QPlainTextEdit& box) {
 }
 
 void textBox::setText(QPlainTextEdit& box, const QString& stored) {
+    box.setProperty(beingFilled, true);
     box.setPlainText(stored);
+    box.setProperty(beingFilled, false);
+}
+
+void textBox::limit(QPlainTextEdit& box, int characters) {
+    // The document must not be changed while it tells of a change, so the place is only noted then.
+    struct Entered {
+        int position = 0;
+        int length = 0;
+    };
+    const auto entered = std::make_shared<Entered>();
+    QObject::connect(box.document(), &QTextDocument::contentsChange, &box,
+                     [entered](int position, int /*removed*/, int added) {
+                         *entered = {position, added};
+                     });
+    QObject::connect(&box, &QPlainTextEdit::textChanged, &box, [&box, entered, characters] {
+        if (box.property(beingFilled).toBool()) return;
+        const auto excess = static_cast<int>(text(box).size()) - characters;
+        if (excess > 0) dropEnd(box, entered->position, entered->position + entered->length, excess);
+    });
 }

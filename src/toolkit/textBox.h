@@ -13,4 +13,8 @@ QString text(const QPlainTextEdit& box);
 /// Puts a stored text into the box; CR LF, LF and CR all break lines.
 void setText(QPlainTextEdit& box, const QString& stored);
 
+/// Lets the user enter no more than so many characters, a line break counting as two. What is entered beyond
+/// them is dropped. A longer text put in by setText stays whole and can only become shorter.
+void limit(QPlainTextEdit& box, int characters);
+
 }  // namespace textBox

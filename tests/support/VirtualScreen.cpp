@@ -63,7 +63,9 @@ bool VirtualScreen::hasWindow(const QString& title) const {
 }
 
 void VirtualScreen::click(const QString& window, int x, int y, int button) const {
-    xdotool({u"mousemove"_s, u"--sync"_s, u"--window"_s, window, QString::number(x), QString::number(y),
+    // Waiting for a move that leads where the pointer is already takes for ever.
+    xdotool({u"mousemove"_s, u"--window"_s, window, QString::number(x + 1), QString::number(y),
+             u"mousemove"_s, u"--sync"_s, u"--window"_s, window, QString::number(x), QString::number(y),
              u"click"_s, QString::number(button)});
 }
 

@@ -1,27 +1,43 @@
-// Writes loans through the program's own routines for ever, and tells each key on standard output once its
-// row has been stored. Its parent kills it.
+// Lends films one by one under a customer number and, when asked to, returns each at once, through the
+// program's own rules. Tells each film on standard output once that has been stored. Its parent may kill it.
+//
+// loan_writer CATALOGUE CUSTOMER FIRST_FILM FILMS [return]
 
 #include <QCoreApplication>
-#include <QDateTime>
 #include <cstdio>
 
 #include "core/mDatabase.h"
+#include "platform/Outside.h"
+#include "rental/mPujcky.h"
 
-using namespace Qt::StringLiterals;
+namespace {
+
+class Clock final : public Outside {
+    BoxAnswer messageBox(const QString&, int, const QString&, QObject*) override { return BoxAnswer::ok; }
+    QString openFile(const FileDialogRequest&, QObject*) override { return {}; }
+    QString saveFile(const FileDialogRequest&, QObject*) override { return {}; }
+    QDateTime now() override { return QDateTime::currentDateTime(); }
+};
+
+}  // namespace
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
-    ActDBPath = QCoreApplication::arguments().at(1);
-    for (qint32 film = 1;; ++film) {
-        OpenDB();
-        OpenRS(u"SELECT * from tPujcky"_s, true);
-        RsDB->Fields(u"P_UID").setValue(film);
-        RsDB->Fields(u"P_DVDID").setValue(film);
-        RsDB->Fields(u"PDatPujcky").setValue(QDateTime::currentDateTime());
-        RsDB->Update();
-        std::printf("%d\n", RsDB->Fields(u"P_ID").Value().toLong());
+    const Clock clock;
+    const QStringList arguments = QCoreApplication::arguments();
+    ActDBPath = arguments.at(1);
+    const qint32 customer = arguments.at(2).toInt();
+    const qint32 first = arguments.at(3).toInt();
+    for (qint32 film = first; film < first + arguments.at(4).toInt(); ++film) {
+        try {
+            PujcDVD(customer, film);
+            if (arguments.size() > 5) VratDVD(customer, film);
+        } catch (const RuntimeError& failure) {
+            std::fprintf(stderr, "film %d: %s\n", film, failure.what());
+            return 1;
+        }
+        std::printf("%d\n", film);
         std::fflush(stdout);
-        CloseRS();
-        CloseDB();
     }
+    return 0;
 }

@@ -1,0 +1,262 @@
+#include "rental/frmKlienti.h"
+
+#include <QKeyEvent>
+#include <QToolButton>
+
+#include "core/forEachRow.h"
+#include "platform/Outside.h"
+#include "platform/text.h"
+#include "rental/SharedUser.h"
+#include "rental/mPujcky.h"
+#include "toolkit/OwnedWindows.h"
+#include "toolkit/WaitCursor.h"
+#include "toolkit/icons.h"
+#include "toolkit/twips.h"
+#include "ui_frmKlienti.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int codeColumn = 0;
+constexpr int nameColumn = 1;
+constexpr int addressColumn = 2;
+
+// Twips.
+constexpr int clientWidth = 6675;
+constexpr int clientHeight = 4500;
+
+constexpr qreal historyTitleSize = 9.75;  // points
+
+const QColor titleStrip(82, 122, 190);
+const QColor historyBack(224, 224, 224);
+
+/// The columns that a row of the list is made of. Looked up once for all rows.
+struct CustomerFields {
+    explicit CustomerFields(const ado::Recordset& customers)
+        : id(customers.Fields(u"USID")),
+          code(customers.Fields(u"USREGNUM")),
+          name(customers.Fields(u"USNAME")),
+          address(customers.Fields(u"USADR")) {}
+
+    ado::Field id;
+    ado::Field code;
+    ado::Field name;
+    ado::Field address;
+};
+
+void paintBack(QWidget& widget, const QColor& back, const QColor& text) {
+    QPalette palette = widget.palette();
+    for (const QPalette::ColorRole role : {QPalette::Window, QPalette::Base})
+        palette.setColor(role, back);
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text})
+        palette.setColor(role, text);
+    widget.setPalette(palette);
+}
+
+}  // namespace
+
+frmKlienti::frmKlienti(std::shared_ptr<SharedUser> user, QWidget* parent)
+    : QWidget(parent), ui_(std::make_unique<Ui::frmKlienti>()), user_(std::move(user)) {
+    ui_->setupUi(this);
+    icons::place(*this);
+    setMinimumSize(twips::toPixels(clientWidth), twips::toPixels(clientHeight));
+    for (QWidget* panel : {ui_->picHistorie, ui_->picVratit, ui_->picVypujcit})
+        panel->hide();
+    paintPanels();
+    buildList();
+    buildToolBar();
+    connectButtons();
+    NactiList();
+    ui_->lvwUsers->setFocus();
+}
+
+frmKlienti::~frmKlienti() = default;
+
+void frmKlienti::paintPanels() {
+    for (QFrame* strip : {ui_->Shape1, ui_->Shape2, ui_->Shape3})
+        paintBack(*strip, titleStrip, Qt::white);
+    paintBack(*ui_->picHistorie, historyBack, Qt::black);
+    for (QWidget* panel : {ui_->picVratit, ui_->picVypujcit})
+        panel->setBackgroundRole(QPalette::Base);
+    QFont bold = font();
+    bold.setBold(true);
+    for (QLabel* title : {ui_->lblVratit, ui_->lblKZapujceni})
+        title->setFont(bold);
+    bold.setPointSizeF(historyTitleSize);
+    ui_->lblHist->setFont(bold);
+}
+
+void frmKlienti::buildList() {
+    ui_->lvwUsers->setColumns({{u"Reg.č."_s, 700}, {u"Jméno"_s, 2500}, {u"Adresa"_s, 3000}});
+    ui_->lvwUsers->setAccessibleName(u"Seznam zákazníků"_s);
+}
+
+void frmKlienti::buildToolBar() {
+    connect(ui_->ShowUserHistory, &QAction::triggered, this, &frmKlienti::Historie_Obnovit);
+    connect(ui_->keyHpujcka, &QAction::triggered, this, &frmKlienti::KVypujceni_Obnovit);
+    connect(ui_->keyHVratit, &QAction::triggered, this, &frmKlienti::Vratit_Obnovit);
+    // "Informace" has nothing to do. The bar is the only way to the panels, so it takes the focus.
+    for (QToolButton* button : ui_->Toolbar1->findChildren<QToolButton*>())
+        button->setFocusPolicy(Qt::StrongFocus);
+}
+
+void frmKlienti::connectButtons() {
+    const auto onClick = [this](const QList<QPushButton*>& buttons, auto&& work) {
+        for (QPushButton* button : buttons)
+            connect(button, &QPushButton::clicked, this, work);
+    };
+    onClick({ui_->Command1}, &frmKlienti::addCustomer);
+    onClick({ui_->Command3}, &frmKlienti::editCustomer);
+    onClick({ui_->Command4}, &frmKlienti::findCustomer);
+    onClick({ui_->Command6}, &frmKlienti::Vratit_Obnovit);
+    onClick({ui_->Command12}, &frmKlienti::Historie_Obnovit);
+    onClick({ui_->Command13}, &frmKlienti::KVypujceni_Obnovit);
+    onClick({ui_->Command5, ui_->Command10}, [this] { hidePanel(*ui_->picVratit); });
+    onClick({ui_->Command7, ui_->Command14}, [this] { hidePanel(*ui_->picVypujcit); });
+    onClick({ui_->Command11}, [this] { hidePanel(*ui_->picHistorie); });
+    onClick({ui_->Command8}, [this] {
+        forSelected(*ui_->lstPujcit, &PujcDVD);
+        hidePanel(*ui_->picVypujcit);
+    });
+    onClick({ui_->Command9}, [this] {
+        forSelected(*ui_->lstVratit, &VratDVD);
+        hidePanel(*ui_->picVratit);
+    });
+}
+
+void frmKlienti::NactiList() {
+    const ListView::Fill fill(*ui_->lvwUsers);
+    ui_->lvwUsers->clear();
+    std::optional<CustomerFields> fields;
+    forEachRow(u"SELECT * from tUser order by USNAME"_s, [&](const ado::Recordset& customers) {
+        if (!fields) fields.emplace(customers);
+        const QString key = u'U' + fields->id.Value().toText();
+        const ListItem row = ui_->lvwUsers->add(key, fields->code.Value().toText());
+        skipFailure([&] { row.setSubItem(nameColumn, fields->name.Value().toText()); });
+        skipFailure([&] {
+            row.setSubItem(addressColumn, fields->address.Value().toText().replace(u"\r\n"_s, u", "_s));
+        });
+    });
+}
+
+qint32 frmKlienti::selectedUSID() const {
+    return text::toLong(text::trim(text::mid(ui_->lvwUsers->selectedItem().key(), 2)));
+}
+
+void frmKlienti::addCustomer() {
+    execAbove(user_->loaded(), *this);
+    NactiList();
+    user_->unload();
+}
+
+void frmKlienti::editCustomer() {
+    {
+        frmUser user(this);
+        user.setUSID(selectedUSID());
+        user.ReadData();
+        user.exec();
+    }
+    NactiList();
+}
+
+void frmKlienti::findCustomer() {
+    const QString needle = text::trim(text::upperCase(ui_->txtFindUser->text()));
+    const int column = text::isNumeric(needle) ? codeColumn : nameColumn;
+    ListView& list = *ui_->lvwUsers;
+    for (int row = 0; row < list.count(); ++row) {
+        if (text::inStr(text::trim(text::upperCase(list.cell(row, column))), needle) == 0) continue;
+        const ListItem found = list.itemAt(row);
+        list.select(found);
+        list.ensureVisible(found);
+        return;
+    }
+}
+
+bool frmKlienti::nameCustomer(ElidedLabel& title, const QString& heading) const {
+    Err.Clear();
+    skipFailure([&] {
+        const ListItem customer = ui_->lvwUsers->selectedItem();
+        title.setText(heading + customer.subItem(nameColumn) + u" ("_s + customer.text() + u')');
+    });
+    if (!Err.pending()) return true;
+    MsgBox(u"Neexistuje osoba pro zapůjčení!"_s, boxStyle::information, u"Nepovolená operace:"_s);
+    Err.Clear();
+    return false;
+}
+
+void frmKlienti::Historie_Obnovit() {
+    if (!nameCustomer(*ui_->lblHist, u"Historie výpůjček : "_s)) return;
+    ui_->txtHistorie->clear();
+    ui_->txtHistorie->setPlainText(history(selectedUSID()));
+    showPanel(*ui_->picHistorie, *ui_->txtHistorie);
+}
+
+void frmKlienti::KVypujceni_Obnovit() {
+    if (!nameCustomer(*ui_->lblKZapujceni, u"Volné filmy k zapůjčení : "_s)) return;
+    ui_->lstPujcit->setEntries(freeFilms());
+    showPanel(*ui_->picVypujcit, *ui_->lstPujcit);
+}
+
+void frmKlienti::Vratit_Obnovit() {
+    if (!nameCustomer(*ui_->lblVratit, u"Vypůjčené filmy k vrácení: "_s)) return;
+    const QString code = ui_->lvwUsers->selectedItem().text();
+    auto films = filmsToReturn(code);
+    if (!films) {
+        MsgBox(u"Osobní kód \"%1\" není celé číslo, výpůjčky pod ním nelze vyhledat."_s.arg(code),
+               boxStyle::information, u"Vrácení filmů"_s);
+        films.emplace();
+    }
+    ui_->lstVratit->setEntries(std::move(*films));
+    showPanel(*ui_->picVratit, *ui_->lstVratit);
+}
+
+void frmKlienti::forSelected(const ListBox& films, void (*work)(qint32, qint32)) const {
+    const WaitCursor wait;
+    for (const int index : films.selectedEntries()) {
+        const qint32 number = text::toLong(ui_->lvwUsers->selectedItem().text());
+        work(number, films.entry(index).itemData);
+    }
+}
+
+void frmKlienti::showPanel(QWidget& panel, QWidget& content) {
+    shown_.removeAll(&panel);
+    shown_.append(&panel);
+    panel.show();
+    panel.raise();
+    content.setFocus();
+}
+
+void frmKlienti::hidePanel(QWidget& panel) {
+    shown_.removeAll(&panel);
+    panel.hide();
+    if (shown_.isEmpty()) ui_->lvwUsers->setFocus();
+}
+
+void frmKlienti::keyPressEvent(QKeyEvent* event) {
+    auto* button = qobject_cast<QAbstractButton*>(focusWidget());
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && button != nullptr) {
+        button->click();
+    } else if (event->key() == Qt::Key_Escape) {
+        if (shown_.isEmpty()) {
+            close();
+        } else {
+            hidePanel(*shown_.last());
+        }
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void frmKlienti::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    // What the window has more than it is laid out for goes to the list, and so to the panels over it.
+    const int wider = width() - twips::toPixels(clientWidth);
+    const int higher = height() - twips::toPixels(clientHeight);
+    ui_->lvwUsers->resize(twips::toPixels(6480) + wider, twips::toPixels(3015) + higher);
+    ui_->Toolbar1->setGeometry(twips::toPixels(120), twips::toPixels(4080) + higher,
+                               twips::toPixels(6480) + wider, twips::toPixels(330));
+    const QRect covered = ui_->Frame1->geometry() | ui_->Frame2->geometry() | ui_->lvwUsers->geometry();
+    for (QWidget* panel : {ui_->picHistorie, ui_->picVratit, ui_->picVypujcit})
+        panel->setGeometry(covered);
+}

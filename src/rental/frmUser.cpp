@@ -1,0 +1,151 @@
+#include "rental/frmUser.h"
+
+#include <QCloseEvent>
+
+#include "core/mDatabase.h"
+#include "platform/Outside.h"
+#include "platform/text.h"
+#include "toolkit/icons.h"
+#include "toolkit/loadedText.h"
+#include "toolkit/textBox.h"
+#include "ui_frmUser.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int longestText = 50;
+constexpr int longestCode = 10;
+
+/// Opens the shared recordset on one customer.
+void openCustomer(const QString& id) {
+    openCatalogue();
+    OpenRS(u"SELECT * from tUser WHERE USID="_s + id, false);
+    Err.Clear();
+}
+
+/// At the end of the records, or not able to tell: a test that fails lets its branch run.
+bool atEnd(const ado::Recordset& customers) {
+    bool end = true;
+    skipFailure([&] { end = customers.Eof(); });
+    return end;
+}
+
+void tellMissingCustomer() {
+    MsgBox(u"Záznam k úpravě nenalezen!"_s, boxStyle::critical, u"Chyba zápisu uživatele:"_s);
+}
+
+void showText(QLineEdit& box, const QString& stored, int limit) {
+    // A stored text longer than the box takes is shown whole all the same.
+    box.setMaxLength(std::max(limit, static_cast<int>(stored.size())));
+    loadedText::show(box, stored);
+}
+
+void write(const ado::Recordset& customer, QStringView column, const QString& value) {
+    skipFailure([&] { customer.Fields(column).setValue(value); });
+}
+
+}  // namespace
+
+frmUser::frmUser(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmUser>()) {
+    ui_->setupUi(this);
+    icons::place(*this);
+    setFixedSize(size());
+    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+    for (QPlainTextEdit* box : {ui_->txtUSADR, ui_->txtUSPOZN})
+        textBox::limit(*box, longestText);
+    connect(ui_->cmdSave, &QPushButton::clicked, this, &frmUser::save);
+    connect(ui_->cmdStorno, &QPushButton::clicked, this, &QDialog::reject);
+    empty();
+}
+
+frmUser::~frmUser() = default;
+
+void frmUser::setUSID(qint32 id) {
+    ui_->lblUSID->setText(QString::number(id));
+}
+
+void frmUser::empty() {
+    setUSID(0);
+    for (QLineEdit* box : {ui_->txtUSNAME, ui_->txtUSPHONE, ui_->txtUSMAIL})
+        showText(*box, {}, longestText);
+    showText(*ui_->txtUSREGNUM, {}, longestCode);
+    for (QPlainTextEdit* box : {ui_->txtUSADR, ui_->txtUSPOZN})
+        loadedText::show(*box, {});
+    ui_->txtUSREGNUM->setFocus();
+}
+
+void frmUser::closeEvent(QCloseEvent* event) {
+    QDialog::closeEvent(event);
+    empty();
+}
+
+void frmUser::ReadData() {
+    openCustomer(ui_->lblUSID->text());
+    auto customers = RsDB;
+    if (ui_->lblUSID->text() != u"0") {
+        if (atEnd(*customers)) {
+            tellMissingCustomer();
+        } else {
+            const auto read = [&](QStringView column, auto&& take) {
+                skipFailure([&] { take(customers->Fields(column).Value().toText()); });
+            };
+            read(u"USNAME", [this](const QString& text) { showText(*ui_->txtUSNAME, text, longestText); });
+            read(u"USADR", [this](const QString& text) { loadedText::show(*ui_->txtUSADR, text); });
+            read(u"USPHONE", [this](const QString& text) { showText(*ui_->txtUSPHONE, text, longestText); });
+            read(u"USMAIL", [this](const QString& text) { showText(*ui_->txtUSMAIL, text, longestText); });
+            read(u"USPOZN", [this](const QString& text) { loadedText::show(*ui_->txtUSPOZN, text); });
+            read(u"USREGNUM",
+                 [this](const QString& text) { showText(*ui_->txtUSREGNUM, text, longestCode); });
+            read(u"USID", [this](const QString& text) { ui_->lblUSID->setText(text); });
+        }
+    }
+    customers.reset();
+    closeCatalogue();
+}
+
+void frmUser::save() {
+    bool valid = false;
+    Kontrola(valid);
+    if (valid) SaveData();
+    accept();  // whatever came of it
+}
+
+void frmUser::Kontrola(bool& valid) {
+    QString message;
+    valid = false;
+    if (text::trim(ui_->txtUSNAME->text()).isEmpty()) message += u"Jméno musí být vyplněno!\r\n"_s;
+    if (text::trim(textBox::text(*ui_->txtUSADR)).isEmpty()) message += u"Adresa musí být vyplněno!\r\n"_s;
+    if (message.isEmpty()) {
+        valid = true;
+    } else {
+        MsgBox(message, boxStyle::information, u"Nelze uložit!"_s);
+    }
+}
+
+void frmUser::SaveData() {
+    openCustomer(ui_->lblUSID->text());
+    auto customer = RsDB;
+    if (ui_->lblUSID->text() == u"0") {
+        skipFailure([&] { customer->AddNew(); });
+    } else if (atEnd(*customer)) {
+        tellMissingCustomer();
+        closeCatalogue();  // so that nothing below has anything to write to
+    }
+    write(*customer, u"USNAME", loadedText::toStore(*ui_->txtUSNAME));
+    write(*customer, u"USADR", loadedText::toStore(*ui_->txtUSADR));
+    write(*customer, u"USPHONE", loadedText::toStore(*ui_->txtUSPHONE));
+    write(*customer, u"USMAIL", loadedText::toStore(*ui_->txtUSMAIL));
+    write(*customer, u"USPOZN", loadedText::toStore(*ui_->txtUSPOZN));
+    const QString code = loadedText::toStore(*ui_->txtUSREGNUM);
+    const bool coded = !text::trim(code).isEmpty();
+    if (coded) write(*customer, u"USREGNUM", code);
+    skipFailure([&] { customer->Update(); });
+    if (!coded) {
+        skipFailure([&] { ui_->lblUSID->setText(customer->Fields(u"USID").Value().toText()); });
+        write(*customer, u"USREGNUM", ui_->lblUSID->text());
+        skipFailure([&] { customer->Update(); });
+    }
+    customer.reset();
+    closeCatalogue();
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QGroupBox>
+
+/// A group of controls within a line, which its title interrupts at the top: the look that the windows are
+/// laid out for, on every system.
+class Frame final : public QGroupBox {
+    Q_OBJECT
+
+ public:
+    explicit Frame(QWidget* parent = nullptr);
+
+ protected:
+    void paintEvent(QPaintEvent* event) override;
+};

@@ -1,0 +1,212 @@
+#include "rental/frmUser.h"
+
+#include <QClipboard>
+#include <QFile>
+
+#include "platform/errors.h"
+#include "rental/SharedUser.h"
+#include "rental/rentalFixture.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const ScriptedOutside::Box notFound{u"Záznam k úpravě nenalezen!"_s, 16, u"Chyba zápisu uživatele:"_s};
+
+class FrmUserTest : public RentalTest {
+ protected:
+    static QString key(const frmUser& form) { return control<QLabel>(form, "lblUSID").text(); }
+
+    /// Enters a customer in the form, shown for that, and saves.
+    static void save(frmUser& form, const QStringList& texts) {
+        form.show();
+        enter(form, texts);
+        click(form, "cmdSave");
+        EXPECT_FALSE(form.isVisible());
+    }
+    static void load(frmUser& form, qint32 id) {
+        form.setUSID(id);
+        form.ReadData();
+        form.show();
+    }
+};
+
+}  // namespace
+
+TEST_F(FrmUserTest, ACustomerWithoutACodeGetsTheKeyAsCode) {
+    const struct {
+        qint32 edited;  // 0 for a new customer
+        QString typed;
+        QString stored;
+        QString key;  // that the form names afterwards
+    } cases[] = {{0, u""_s, u"13"_s, u"13"_s},    {0, u"    "_s, u"13"_s, u"13"_s},
+                 {0, u"55"_s, u"55"_s, u"0"_s},   {0, u" A-7 "_s, u" A-7 "_s, u"0"_s},
+                 {12, u"77"_s, u"77"_s, u"12"_s}, {12, u""_s, u"12"_s, u"12"_s},
+                 {12, u"  "_s, u"12"_s, u"12"_s}, {12, u" 8 "_s, u" 8 "_s, u"12"_s}};
+    for (const auto& [edited, typed, stored, keyAfterwards] : cases) {
+        SCOPED_TRACE(u"%1 '%2'"_s.arg(edited).arg(typed).toStdString());
+        sql("DELETE FROM tUser; DELETE FROM sqlite_sequence; INSERT INTO tUser VALUES (7, 'Novák', 'Praha',"
+            " NULL, NULL, NULL, NULL), (12, ' Žižka \"O''Hara\" ', 'Dlouhá 1' || char(13, 10) || 'Brno', "
+            "NULL,"
+            " 'z@x.cz', char(13, 10) || 'a', '77')");
+        frmUser form;
+        EXPECT_EQ(form.windowTitle(), u"Uživatel"_s);
+        EXPECT_EQ(key(form), u"0"_s);
+        QStringList texts = {u"77"_s,     u" Žižka \"O'Hara\" "_s, u""_s,
+                             u"z@x.cz"_s, u"Dlouhá 1\nBrno"_s,     u"\na"_s};
+        if (edited != 0) {
+            load(form, edited);
+            EXPECT_EQ(entered(form), texts);
+            control<QLineEdit>(form, "txtUSREGNUM").setText(typed);
+            click(form, "cmdSave");
+        } else {
+            texts[0] = typed;
+            save(form, texts);
+        }
+        const QString row = u"| Žižka \"O'Hara\" |Dlouhá 1\r\nBrno||z@x.cz|\r\na|"_s;
+        EXPECT_TRUE(customers().startsWith(u"7|Novák|Praha|-|-|-|-\n12| Žižka "_s));
+        EXPECT_TRUE(customers().endsWith((edited != 0 ? u"12"_s : u"\n13"_s) + row + stored));
+        EXPECT_EQ(key(form), keyAfterwards);
+    }
+    EXPECT_TRUE(outside.boxes.isEmpty());
+}
+
+TEST_F(FrmUserTest, WithoutNameOrAddressNothingIsStoredAndTheFormGoesAway) {
+    const QString noName = u"Jméno musí být vyplněno!\r\n"_s;
+    const QString noAddress = u"Adresa musí být vyplněno!\r\n"_s;
+    const struct {
+        QString name;
+        QString address;
+        QString message;
+    } cases[] = {{u"   "_s, u"Brno"_s, noName},
+                 {u""_s, u"Brno"_s, noName},
+                 {u"Jan"_s, u""_s, noAddress},
+                 {u"Jan"_s, u"  "_s, noAddress},
+                 {u""_s, u" "_s, noName + noAddress}};
+    for (const auto& [name, address, message] : cases) {
+        outside.boxes.clear();
+        frmUser form;
+        save(form, {u"5"_s, name, u"1"_s, u"2"_s, address, u"3"_s});
+        EXPECT_EQ(outside.boxes, QList({ScriptedOutside::Box{message, 64, u"Nelze uložit!"_s}}));
+        EXPECT_EQ(customers(), u""_s);
+    }
+}
+
+TEST_F(FrmUserTest, ALineTakesFiftyCharactersACodeTenAndALineBreakCountsAsTwo) {
+    for (const char* name : lineBoxes) {
+        const frmUser form;
+        QTest::keyClicks(&control<QLineEdit>(form, name), QString(60, u'x'));
+        EXPECT_EQ(control<QLineEdit>(form, name).text().size(), name == lineBoxes[0] ? 10 : 50);
+    }
+    for (const char* name : pageBoxes) {
+        SCOPED_TRACE(name);
+        frmUser form;
+        form.show();
+        auto& box = control<QPlainTextEdit>(form, name);
+        const auto paste = [&](const QString& text) {
+            QApplication::clipboard()->setText(text);
+            box.paste();
+        };
+        QTest::keyClicks(&box, QString(49, u'x'));
+        QTest::keyClick(&box, Qt::Key_Return);
+        EXPECT_EQ(box.toPlainText(), QString(49, u'x'));
+        paste(u"😀"_s);
+        EXPECT_EQ(box.toPlainText(), QString(49, u'x'));
+        QTest::keyClicks(&box, u"yz"_s);
+        EXPECT_EQ(box.toPlainText(), QString(49, u'x') + u'y');
+
+        box.selectAll();
+        QTest::keyClicks(&box, u"a  b"_s);
+        QTextCursor between = box.textCursor();
+        between.setPosition(2);
+        box.setTextCursor(between);
+        paste(QString(20, u'c') + u"\n\n"_s + QString(40, u'd'));
+        EXPECT_EQ(box.toPlainText(), u"a "_s + QString(20, u'c') + u"\n\n"_s + QString(22, u'd') + u" b"_s);
+        EXPECT_EQ(box.textCursor().position(), 46);
+        box.undo();
+        EXPECT_EQ(box.toPlainText(), u"a  b"_s);
+    }
+}
+
+TEST_F(FrmUserTest, AStoredTextThatNoBoxHoldsIsKeptUntilItIsChanged) {
+    sql("INSERT INTO tUser SELECT 3, 'J' || char(10) || replace(hex(zeroblob(30)), '0', 'n'),"
+        " 'a' || char(10) || 'b' || char(160) || replace(hex(zeroblob(30)), '0', 'x'), '1', '2',"
+        " replace(hex(zeroblob(30)), '0', 'p'), '123456789012345'");
+    const QString before = customers();
+    frmUser form;
+    load(form, 3);
+    click(form, "cmdSave");
+    EXPECT_EQ(customers(), before);
+
+    form.show();
+    auto& address = control<QPlainTextEdit>(form, "txtUSADR");
+    address.moveCursor(QTextCursor::End);
+    QTest::keyClicks(&address, u"zz"_s);  // there is no room
+    QTest::keyClick(&control<QLineEdit>(form, "txtUSREGNUM"), Qt::Key_End);
+    QTest::keyClick(&control<QLineEdit>(form, "txtUSREGNUM"), Qt::Key_Backspace);
+    QTest::keyClick(&control<QPlainTextEdit>(form, "txtUSPOZN"), Qt::Key_Delete);
+    click(form, "cmdSave");
+    EXPECT_EQ(customers(), QString(before)
+                               .replace(u"|"_s + QString(60, u'p'), u"|"_s + QString(59, u'p'))
+                               .replace(u"|123456789012345"_s, u"|12345678901234"_s));
+}
+
+TEST_F(FrmUserTest, ACustomerWhoIsGoneIsToldAndNothingIsWritten) {
+    sql("INSERT INTO tUser (USID, USNAME, USADR, USREGNUM) VALUES (7, 'Novák', 'Praha', '7')");
+    frmUser form;
+    form.setUSID(99);
+    form.ReadData();
+    EXPECT_EQ(outside.boxes, QList({notFound}));
+    EXPECT_EQ(entered(form).join(u""_s), u""_s);
+    load(form, 7);
+    sql("DELETE FROM tUser; INSERT INTO tUser (USID, USNAME, USREGNUM) VALUES (8, 'Jiný', '8')");
+    for (const QString& code : {u"5"_s, u""_s}) {
+        outside.boxes.clear();
+        save(form, {code, u"Novák"_s, {}, {}, u"Praha"_s});
+        EXPECT_EQ(outside.boxes, QList({notFound}));
+        EXPECT_EQ(customers(), u"8|Jiný|-|-|-|-|8"_s);
+        EXPECT_EQ(key(form), u"7"_s);
+    }
+}
+
+TEST_F(FrmUserTest, WhatCannotBeStoredIsPassedOverInSilence) {
+    frmUser form;
+    ASSERT_TRUE(QFile::rename(catalogue(), folder() + u"/away"_s));
+    save(form, {{}, u"Novák"_s, {}, {}, u"Praha"_s});
+    EXPECT_EQ(key(form), u"0"_s);
+    EXPECT_TRUE(outside.boxes.isEmpty());
+    EXPECT_FALSE(Err.pending());
+    ASSERT_TRUE(QFile::rename(folder() + u"/away"_s, catalogue()));
+    EXPECT_EQ(customers(), u""_s);
+}
+
+TEST_F(FrmUserTest, AHiddenFormGoesOnWhereItWasLeftUntilItIsClosedByItsFrame) {
+    SharedUser user;
+    frmUser& form = user.loaded();
+    save(form, {{}, u"První"_s, {}, {}, u"Brno"_s});
+    EXPECT_EQ(&user.loaded(), &form);
+    EXPECT_EQ(entered(form)[1], u"První"_s);
+    save(form, {{}, u"Druhý"_s, {}, {}, u"Brno"_s});  // the same customer again
+    EXPECT_EQ(customers(), u"1|Druhý|Brno||||1"_s);
+
+    form.show();
+    form.close();
+    EXPECT_EQ(entered(form).join(u""_s), u""_s);
+    EXPECT_EQ(key(form), u"0"_s);
+    for (int again = 0; again < 2; ++again)  // with a code, a further customer each time
+        save(form, {u"5"_s, u"Třetí"_s, {}, {}, u"Brno"_s});
+    EXPECT_EQ(customers(), u"1|Druhý|Brno||||1\n2|Třetí|Brno||||5\n3|Třetí|Brno||||5"_s);
+
+    const std::function<void()> cancels[] = {[&] { QTest::keyClick(&form, Qt::Key_Escape); },
+                                             [&] { click(form, "cmdStorno"); }};
+    for (const auto& cancel : cancels) {
+        form.show();
+        enter(form, {u"6"_s, u"Zrušený"_s, {}, {}, u"Brno"_s});
+        cancel();
+        EXPECT_FALSE(form.isVisible());
+        EXPECT_EQ(entered(form)[1], u"Zrušený"_s);
+    }
+    user.unload();
+    EXPECT_EQ(entered(user.loaded()).join(u""_s), u""_s);
+    EXPECT_EQ(number("SELECT count(*) FROM tUser"), 3);
+}

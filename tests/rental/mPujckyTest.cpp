@@ -1,0 +1,162 @@
+#include "rental/mPujcky.h"
+
+#include <QFile>
+
+#include "core/mDatabase.h"
+#include "support/TemporaryProgram.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class LoanRules : public TemporaryProgram {
+ protected:
+    void SetUp() override {
+        sql("INSERT INTO tDVD (DVDID, CZJm) VALUES (1, 'Žena'), (2, 'cesta'), (3, 'Čáp'), (4, 'Chata'),"
+            " (5, NULL), (6, 'Hory'), (7, 'Auto'), (8, 'Drak'), (9, 'Houba');"
+            "INSERT INTO tUser (USID, USNAME, USREGNUM) VALUES (7, 'Novák', '7'), (12, 'Čermák', '7'),"
+            " (3, 'Chytil', '3'), (4, NULL, '4'), (5, 'cizinec', '5');"
+            "INSERT INTO tPujcky (P_UID, P_DVDID, PDatPujcky, PDatVraceni) VALUES"
+            " (7, 2, '2026-01-02 10:20:30', '2026-01-05 08:00:00'),"
+            " (7, 2, '2026-02-02 10:20:30', '2026-03-01 17:30:00'),"
+            " (7, 6, '2026-01-03 10:20:30', '2026-02-01 00:00:00'), (7, 6, '2026-02-03 10:20:30', NULL),"
+            " (99, 7, '2026-02-04 10:20:30', NULL), (7, 8, '2026-02-05 10:20:30', NULL),"
+            " (12, 8, '2026-02-06 10:20:30', NULL), (7, 50, '2026-02-06 10:20:30', '2026-02-07 10:20:30'),"
+            " (99, 1, '2026-02-06 10:20:30', '2026-02-07 10:20:30');");
+    }
+
+    static QString listed(const std::vector<ListEntry>& entries) {
+        QStringList texts;
+        for (const ListEntry& entry : entries)
+            texts += u"%1 %2"_s.arg(entry.itemData).arg(entry.text);
+        return texts.join(u", "_s);
+    }
+    static QString toReturn(const QString& code) {
+        const auto films = filmsToReturn(code);
+        return films ? listed(*films) : u"no number"_s;
+    }
+
+    /// The loans of a film in the order they were made: customer number, lent, returned.
+    QString loans(int film) const {
+        const auto query =
+            u"SELECT group_concat(P_UID || ' ' || PDatPujcky || ' ' || ifnull(PDatVraceni, '-'), ', ')"
+            " FROM (SELECT * FROM tPujcky WHERE P_DVDID=%1 ORDER BY P_ID)"_s.arg(film);
+        return text(query.toUtf8());
+    }
+    /// Who has a film as far as a query for loans of known customers tells; "" for nobody.
+    QString knownHolders(int film) const {
+        const QString open = openLoansSql(u" and tDVD.DVDID=%1"_s.arg(film)).chopped(1);
+        const QString names = u"SELECT ifnull(group_concat(USNAME), '') FROM (%1)"_s.arg(open);
+        return text(names.toUtf8());
+    }
+};
+
+}  // namespace
+
+TEST_F(LoanRules, AFilmIsFreeUntilALoanOfItIsOpen) {
+    EXPECT_EQ(listed(freeFilms()), u"2 cesta, 3 Čáp, 9 Houba, 4 Chata, 1 Žena"_s);
+    sql("UPDATE tPujcky SET PDatVraceni=NULL");
+    EXPECT_EQ(listed(freeFilms()), u"3 Čáp, 9 Houba, 4 Chata"_s);
+    sql("INSERT INTO tPujcky (P_DVDID) SELECT DVDID FROM tDVD");
+    EXPECT_EQ(listed(freeFilms()), u""_s);
+}
+
+TEST_F(LoanRules, TheListOfFilmsToReturnGoesByTheNumberInTheCode) {
+    sql("INSERT INTO tPujcky (P_UID, P_DVDID) VALUES (-7, 3), (0, 9), (2147483647, 4), (-2147483648, 1),"
+        " (7, 5)");
+    for (const QString& seven : {u"7"_s, u"  7 "_s, u"007"_s, u"+7"_s, u"00000000000000000007"_s})
+        EXPECT_EQ(toReturn(seven), u"8 Drak, 6 Hory"_s) << seven.toStdString();
+    const std::pair<QString, QString> others[] = {
+        {u"-7"_s, u"3 Čáp"_s},  {u"12"_s, u"8 Drak"_s},          {u"99"_s, u"7 Auto"_s},
+        {u"0"_s, u"9 Houba"_s}, {u"2147483647"_s, u"4 Chata"_s}, {u"-2147483648"_s, u"1 Žena"_s},
+        {u"1"_s, u""_s}};
+    for (const auto& [code, films] : others)
+        EXPECT_EQ(toReturn(code), films) << code.toStdString();
+
+    ConnStr.clear();
+    for (const QString& code :
+         {u""_s,           u" "_s,          u"7a"_s,          u"7,5"_s, u"7.0"_s, u"1 or 1=1"_s, u"7)--"_s,
+          u"4294967296"_s, u"2147483648"_s, u"-2147483649"_s, u"+"_s,   u"-"_s,   u"--1"_s,      u"+-1"_s,
+          u"- 7"_s,        u"\t7"_s,        u"7\t"_s,         u"7\n"_s, u"7 8"_s, u"7\u00a0"_s,  u"0x7"_s,
+          u"7e1"_s,        u"\u0667"_s,     u"P_UID"_s,       u"7\0"_s}) {
+        EXPECT_EQ(toReturn(code), u"no number"_s) << code.toStdString();
+    }
+    EXPECT_EQ(ConnStr, u""_s);  // the database was not opened
+}
+
+TEST_F(LoanRules, LendingAddsAnOpenLoanEvenToAFilmThatIsOut) {
+    PujcDVD(12, 3);
+    EXPECT_EQ(loans(3), u"12 2026-03-09 08:05:03 -"_s);
+    outside.moment = QDateTime(QDate(2026, 3, 10), QTime(0, 0));
+    PujcDVD(-2147483648, 3);
+    EXPECT_EQ(loans(3), u"12 2026-03-09 08:05:03 -, -2147483648 2026-03-10 00:00:00 -"_s);
+    EXPECT_EQ(number("SELECT count(*) FROM tPujcky"), 11);
+}
+
+TEST_F(LoanRules, ReturningClosesTheFirstOpenLoanOfTheFilmWhoeverHoldsIt) {
+    const QString others = loans(2) + loans(7);
+    VratDVD(12, 8);
+    EXPECT_EQ(loans(8), u"7 2026-02-05 10:20:30 2026-03-09 08:05:03, 12 2026-02-06 10:20:30 -"_s);
+    outside.moment = QDateTime(QDate(2026, 3, 10), QTime(23, 59, 59));
+    VratDVD(0, 8);
+    const QString closed =
+        u"7 2026-02-05 10:20:30 2026-03-09 08:05:03, 12 2026-02-06 10:20:30 2026-03-10 23:59:59"_s;
+    EXPECT_EQ(loans(8), closed);
+    VratDVD(7, 6);
+    EXPECT_EQ(loans(6),
+              u"7 2026-01-03 10:20:30 2026-02-01 00:00:00, 7 2026-02-03 10:20:30 2026-03-10 23:59:59"_s);
+    outside.moment = QDateTime(QDate(2026, 3, 11), QTime(12, 0));
+    for (const int film : {8, 6, 2, 3, 1000})
+        VratDVD(7, film);
+    EXPECT_EQ(loans(8), closed);
+    EXPECT_EQ(loans(2) + loans(7), others);
+}
+
+TEST_F(LoanRules, TheHistoryTellsClosedLoansOfFilmsThatAreThereTheLastReturnFirst) {
+    sql("INSERT INTO tPujcky (P_UID, P_DVDID, PDatVraceni) VALUES (7, 5, '2026-02-08 10:00:00')");
+    EXPECT_EQ(history(7),
+              u"cesta vráceno : 01.03.2026 17:30:00\r\nHory vráceno : 01.02.2026\r\ncesta vráceno : "
+              "05.01.2026 8:00:00\r\n"_s);
+    for (const int withoutLine : {12, 99, 0, 1})  // only an open loan; no such customer
+        EXPECT_EQ(history(withoutLine), u""_s);
+}
+
+TEST_F(LoanRules, CustomersAreListedByNameInTheCzechOrder) {
+    EXPECT_EQ(listed(customersByName()), u"5 cizinec, 12 Čermák, 3 Chytil, 7 Novák"_s);
+}
+
+TEST_F(LoanRules, ACodeOtherThanTheKeyPartsTheTwoKindsOfLoans) {
+    // Customer 12 has the code 7. In bulk it is the code that is stored, in the dialog the key.
+    PujcDVD(7, 3);
+    PujcDVD(12, 4);
+    EXPECT_EQ(toReturn(u"7"_s), u"3 Čáp, 8 Drak, 6 Hory"_s);
+    EXPECT_EQ(knownHolders(3), u"Novák"_s);  // who happens to have that key
+    EXPECT_EQ(knownHolders(4), u"Čermák"_s);
+    sql("DELETE FROM tUser WHERE USID=7");
+    EXPECT_EQ(knownHolders(3), u""_s);
+    VratDVD(7, 3);
+    VratDVD(7, 4);
+    EXPECT_EQ(history(12), u"Chata vráceno : 09.03.2026 8:05:03\r\n"_s);
+}
+
+TEST_F(LoanRules, NothingIsStoredInACatalogueThatIsLockedOrGone) {
+    const QString before = loans(6);
+    {
+        const sqlite::Database other(catalogue(), sqlite::Database::Mode::readWrite);
+        other.exec("BEGIN IMMEDIATE");
+        EXPECT_EQ(failureOf([] { PujcDVD(7, 6); }), errors::database);
+    }
+    EXPECT_EQ(loans(6), before);
+    const QString away = folder() + u"/away"_s;
+    ASSERT_TRUE(QFile::rename(catalogue(), away));
+    EXPECT_EQ(failureOf([] { PujcDVD(7, 6); }), errors::database);
+    EXPECT_EQ(failureOf([] { VratDVD(7, 6); }), errors::database);
+    EXPECT_EQ(listed(freeFilms()) + toReturn(u"7"_s) + history(7) + listed(customersByName()), u""_s);
+    EXPECT_FALSE(Err.pending());
+    EXPECT_FALSE(QFile::exists(catalogue()));
+    ASSERT_TRUE(QFile::rename(away, catalogue()));
+    EXPECT_EQ(loans(6), before);
+    VratDVD(7, 6);  // a failure leaves nothing behind that would stop the next operation
+    EXPECT_NE(loans(6), before);
+    EXPECT_TRUE(outside.boxes.isEmpty());
+}
