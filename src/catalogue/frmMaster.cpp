@@ -14,6 +14,7 @@
 #include "rental/frmKlienti.h"
 #include "toolkit/appTitle.h"
 #include "toolkit/icons.h"
+#include "toolkit/tips.h"
 #include "toolkit/twips.h"
 #include "ui_frmMaster.h"
 
@@ -53,8 +54,11 @@ void addMenuButton(QToolBar* bar, QAction* before, QAction* face, const QList<QA
 
 }  // namespace
 
-frmMaster::frmMaster(QWidget* parent)
-    : QMainWindow(parent), ui_(std::make_unique<Ui::frmMaster>()), user_(std::make_shared<SharedUser>()) {
+frmMaster::frmMaster(Sites sites, QWidget* parent)
+    : QMainWindow(parent),
+      ui_(std::make_unique<Ui::frmMaster>()),
+      sites_(std::move(sites)),
+      user_(std::make_shared<SharedUser>()) {
     ui_->setupUi(this);
     icons::place(*this);
     lvwList_ = ui_->lvwList;
@@ -107,10 +111,8 @@ void frmMaster::buildToolBars() {
     addMenuButton(ui_->Toolbar1, ui_->keyPrint, ui_->keyFind,
                   {ui_->KeyFindCZ, ui_->KeyFindPUV, ui_->KeyFindKATNUM});
     addMenuButton(ui_->Toolbar1, ui_->keyPrint, ui_->SortCZName, {ui_->SortCZNameEntry, ui_->SortKatNum});
-    for (const QToolBar* bar : {ui_->Toolbar2, ui_->tbDisk, ui_->Toolbar1}) {
-        for (QToolButton* button : bar->findChildren<QToolButton*>())
-            button->installEventFilter(this);
-    }
+    for (QToolBar* bar : {ui_->Toolbar2, ui_->tbDisk, ui_->Toolbar1})
+        tips::onlyOwn(*bar);
 }
 
 void frmMaster::connectCommands() {
@@ -192,12 +194,6 @@ void frmMaster::closeEvent(QCloseEvent* event) {
 
 bool frmMaster::eventFilter(QObject* watched, QEvent* event) {
     if (watched == ui_->centralWidget && event->type() == QEvent::Resize) placeList();
-    if (event->type() == QEvent::ToolTip) {
-        // Where a button has no tip of its own Qt shows its caption once more.
-        const auto* button = qobject_cast<QToolButton*>(watched);
-        const QAction* action = button != nullptr ? button->defaultAction() : nullptr;
-        if (action != nullptr && action->toolTip() == action->iconText()) return true;
-    }
     return QMainWindow::eventFilter(watched, event);
 }
 

@@ -4,6 +4,7 @@
 #include <QMenu>
 #include <memory>
 
+#include "core/Sites.h"
 #include "toolkit/ListView.h"
 #include "toolkit/OwnedWindows.h"
 
@@ -23,7 +24,8 @@ class frmMaster final : public QMainWindow {
 
  public:
     /// Sets the caption, fills the list by Czech title and gives the columns their stored widths.
-    explicit frmMaster(QWidget* parent = nullptr);
+    /// @param sites the web sites that its windows ask.
+    explicit frmMaster(Sites sites = Sites::compiledIn(), QWidget* parent = nullptr);
     ~frmMaster() override;
 
     /// Fills the list anew with all films in the order of a column of `tDVD`, paints those on loan and counts
@@ -82,6 +84,7 @@ class frmMaster final : public QMainWindow {
     qint32 selectedFilm() const;
 
     std::unique_ptr<Ui::frmMaster> ui_;
+    Sites sites_;
     QMenu hidMenuListItem_{this};
     ListView* lvwList_;
     OwnedWindows ownedWindows_;

@@ -45,7 +45,7 @@ SortType typeOf(int column) {
 }  // namespace
 
 void frmMaster::OtevritPridatZaznam(qint32 id) {
-    frmDVD editor(this);
+    frmDVD editor(sites_, this);
     editor.Inicializuj(id);
     editor.exec();
     if (editor.Vysledek == 1) ObnovZaznam(editor.IDFilmu);

@@ -1,14 +1,12 @@
 // How the main window's list is filled from the database and kept up to date.
 
-#include <array>
-#include <charconv>
-
 #include "catalogue/frmMaster.h"
 #include "core/mDatabase.h"
 #include "core/mFunction.h"
 #include "core/mFunctionList.h"
 #include "platform/Outside.h"
 #include "rental/mPujcky.h"
+#include "toolkit/rowKey.h"
 #include "ui_frmMaster.h"
 
 using namespace Qt::StringLiterals;
@@ -20,13 +18,6 @@ constexpr quint32 green = 91137;  // RGB 1, 100, 1: on loan
 
 constexpr int countPanel = 5;
 constexpr int loansPanel = 6;
-
-/// "K" and the id in decimal. Made for every row of every fill, so in one piece.
-QString rowKey(const DbValue& id) {
-    std::array<char, 12> key{'K'};
-    const auto end = std::to_chars(key.data() + 1, key.data() + key.size(), id.toLong()).ptr;
-    return QString::fromLatin1(key.data(), end - key.data());
-}
 
 /// The columns that a row of the list is made of. Looked up once for all rows.
 struct FilmFields {
@@ -51,7 +42,8 @@ void fillRow(ListView& list, const FilmFields& film) {
     std::optional<ListItem> row;
     skipFailure([&] {
         DbValue katCisl = film.katCisl.Value();
-        if (!katCisl.isNull()) row = list.add(rowKey(film.id.Value()), NullNaText(std::move(katCisl)));
+        if (!katCisl.isNull())
+            row = list.add(rowKey('K', film.id.Value().toLong()), NullNaText(std::move(katCisl)));
     });
     if (!row) return;  // not to be listed; or not readable, and then neither is the rest
     skipFailure([&] { row->setSubItem(1, NullNaText(film.czJm.Value())); });
@@ -63,9 +55,10 @@ void fillRow(ListView& list, const FilmFields& film) {
 /// Adds the row of the current film, or brings the one it has up to date.
 void renewRow(ListView& list, const FilmFields& film) {
     std::optional<ListItem> row;
-    skipFailure([&] { row = list.add(rowKey(film.id.Value()), film.katCisl.Value().toText()); });
+    skipFailure(
+        [&] { row = list.add(rowKey('K', film.id.Value().toLong()), film.katCisl.Value().toText()); });
     if (!row) {
-        skipFailure([&] { row = list.item(rowKey(film.id.Value())); });
+        skipFailure([&] { row = list.item(rowKey('K', film.id.Value().toLong())); });
         if (!row) return;  // a film without a number is not listed
         skipFailure([&] { row->setText(film.katCisl.Value().toText()); });
     }
@@ -123,7 +116,7 @@ void frmMaster::paintLoans() {
     while (notAtEnd(*loans)) {
         if (Err.pending()) break;
         std::optional<ListItem> row;
-        skipFailure([&] { row = lvwList_->item(rowKey(loans->Fields(u"DVDID").Value())); });
+        skipFailure([&] { row = lvwList_->item(rowKey('K', loans->Fields(u"DVDID").Value().toLong())); });
         if (row) {
             skipFailure([&] { BarvaPolozky(*lvwList_, row->key(), green); });
             skipFailure([&] { row->setSubItem(3, loans->Fields(u"USNAME").Value().toText()); });

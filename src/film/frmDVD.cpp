@@ -65,7 +65,8 @@ QString folderOf(const QString& path) {
 
 }  // namespace
 
-frmDVD::frmDVD(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmDVD>()) {
+frmDVD::frmDVD(Sites sites, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmDVD>()), sites_(std::move(sites)) {
     ui_->setupUi(this);
     icons::place(*this);
     setFixedSize(size());
@@ -118,6 +119,7 @@ void frmDVD::connectButtons() {
     });
     connect(ui_->Command2, &QPushButton::clicked, this, &frmDVD::takeGenres);
     connect(ui_->Command3, &QPushButton::clicked, this, &frmDVD::closeGenres);
+    connect(ui_->Command4, &QPushButton::clicked, this, &frmDVD::lookUpInFilmDatabase);
     connect(ui_->cmdSave, &QPushButton::clicked, this, &frmDVD::save);
     connect(ui_->cmdStorno, &QPushButton::clicked, this, [this] {
         Vysledek = 2;

@@ -6,7 +6,9 @@
 #include <array>
 #include <memory>
 
+#include "core/Sites.h"
 #include "film/mFilm.h"
+#include "lookup/LookupResult.h"
 #include "toolkit/ImageFrame.h"
 
 namespace Ui {
@@ -24,7 +26,8 @@ class frmDVD final : public QDialog {
 
  public:
     /// Fills the lists of genres and departments and stands as for a new film.
-    explicit frmDVD(QWidget* parent = nullptr);
+    /// @param sites where films are looked up.
+    explicit frmDVD(Sites sites = Sites::compiledIn(), QWidget* parent = nullptr);
     ~frmDVD() override;
 
     /// Shows the film with the key; 0 for a new one. What fails is skipped and leaves its control as it is
@@ -56,6 +59,8 @@ class frmDVD final : public QDialog {
 
     void takeGenres();
     void closeGenres();
+    void lookUpInFilmDatabase();
+    void takePreview(const LookupResult& found);
     void choosePicture(int picture);
     void copyPictureOut(int picture);
 
@@ -70,6 +75,7 @@ class frmDVD final : public QDialog {
     int departmentIndex() const;
 
     std::unique_ptr<Ui::frmDVD> ui_;
+    Sites sites_;
     bool departmentTyped_ = false;
     std::array<QRadioButton*, 3> optJazyk_{};
     std::array<QCheckBox*, 5> chkMenu_{};

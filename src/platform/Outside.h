@@ -45,6 +45,9 @@ class Outside {
     virtual QString openFile(const FileDialogRequest& request, QObject* owner) = 0;
     /// Asks for a file to write, asking again before an existing one is chosen; "" when cancelled.
     virtual QString saveFile(const FileDialogRequest& request, QObject* owner) = 0;
+    /// Fetches a web address into a file and waits for it with the user's input held back; see `download` in
+    /// platform/download.h for the rules. @return false when it failed; the file is then as it was.
+    virtual bool download(const QString& url, const QString& path) = 0;
     /// The machine's local date and time.
     virtual QDateTime now() = 0;
 

@@ -10,6 +10,7 @@
 namespace {
 
 constexpr QChar blank(u' ');
+constexpr char16_t plainLetters = 0x80;
 
 /// Whether a language pairs capitals and small letters in a way of its own. For all others the plain
 /// conversion gives the same and costs a fraction, which a search through a long list feels.
@@ -29,15 +30,21 @@ template <typename Convert>
 QString letterByLetter(QStringView text, Convert&& convert) {
     QString whole = convert(text.toString());
     if (whole.size() == text.size()) return whole;
-    // Some letter grew or shrank: go through the letters and keep those that do.
+    // Some letter grew or shrank: go through the letters and keep those that do. Runs of plain letters, which
+    // none of them is, go as a whole, since web pages are long.
     QString result;
     result.reserve(text.size());
     for (qsizetype at = 0; at < text.size();) {
-        const qsizetype length =
-            text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate() ? 2 : 1;
-        const QString letter = text.mid(at, length).toString();
-        const QString changed = convert(letter);
-        result += changed.size() == length ? changed : letter;
+        qsizetype length = 0;
+        while (at + length < text.size() && text[at + length].unicode() < plainLetters)
+            ++length;
+        if (length == 0) {
+            const bool pair = text[at].isHighSurrogate() && at + 1 < text.size();
+            length = pair && text[at + 1].isLowSurrogate() ? 2 : 1;
+        }
+        const QString part = text.mid(at, length).toString();
+        const QString changed = convert(part);
+        result += changed.size() == length ? changed : part;
         at += length;
     }
     return result;
@@ -88,13 +95,13 @@ QString text::trim(QStringView text) {
 
 QString text::upperCase(QStringView text) {
     if (!hasLettersOfItsOwn(QLocale()))
-        return letterByLetter(text, [](const QString& part) { return part.toUpper(); });
+        return letterByLetter(text, [](QString part) { return std::move(part).toUpper(); });
     return letterByLetter(text, [locale = QLocale()](const QString& part) { return locale.toUpper(part); });
 }
 
 QString text::lowerCase(QStringView text) {
     if (!hasLettersOfItsOwn(QLocale()))
-        return letterByLetter(text, [](const QString& part) { return part.toLower(); });
+        return letterByLetter(text, [](QString part) { return std::move(part).toLower(); });
     return letterByLetter(text, [locale = QLocale()](const QString& part) { return locale.toLower(part); });
 }
 

@@ -1,7 +1,9 @@
 #include "rental/frmKlienti.h"
 
 #include <QKeyEvent>
+#include <QLayout>
 #include <QToolButton>
+#include <algorithm>
 
 #include "core/forEachRow.h"
 #include "platform/Outside.h"
@@ -11,6 +13,8 @@
 #include "toolkit/OwnedWindows.h"
 #include "toolkit/WaitCursor.h"
 #include "toolkit/icons.h"
+#include "toolkit/rowKey.h"
+#include "toolkit/tips.h"
 #include "toolkit/twips.h"
 #include "ui_frmKlienti.h"
 
@@ -44,6 +48,15 @@ struct CustomerFields {
     ado::Field name;
     ado::Field address;
 };
+
+QString inOneLine(QString address) {
+    // As long as what it replaces, so nothing has to move.
+    constexpr QStringView lineBreak = u"\r\n";
+    constexpr QStringView comma = u", ";
+    for (qsizetype at = 0; (at = address.indexOf(lineBreak, at)) >= 0; at += comma.size())
+        std::copy(comma.begin(), comma.end(), address.begin() + at);
+    return address;
+}
 
 void paintBack(QWidget& widget, const QColor& back, const QColor& text) {
     QPalette palette = widget.palette();
@@ -99,6 +112,8 @@ void frmKlienti::buildToolBar() {
     // "Informace" has nothing to do. The bar is the only way to the panels, so it takes the focus.
     for (QToolButton* button : ui_->Toolbar1->findChildren<QToolButton*>())
         button->setFocusPolicy(Qt::StrongFocus);
+    ui_->Toolbar1->layout()->setContentsMargins(0, 0, 0, 0);  // it is a low one
+    tips::onlyOwn(*ui_->Toolbar1);
 }
 
 void frmKlienti::connectButtons() {
@@ -131,12 +146,10 @@ void frmKlienti::NactiList() {
     std::optional<CustomerFields> fields;
     forEachRow(u"SELECT * from tUser order by USNAME"_s, [&](const ado::Recordset& customers) {
         if (!fields) fields.emplace(customers);
-        const QString key = u'U' + fields->id.Value().toText();
-        const ListItem row = ui_->lvwUsers->add(key, fields->code.Value().toText());
+        const ListItem row =
+            ui_->lvwUsers->add(rowKey('U', fields->id.Value().toLong()), fields->code.Value().toText());
         skipFailure([&] { row.setSubItem(nameColumn, fields->name.Value().toText()); });
-        skipFailure([&] {
-            row.setSubItem(addressColumn, fields->address.Value().toText().replace(u"\r\n"_s, u", "_s));
-        });
+        skipFailure([&] { row.setSubItem(addressColumn, inOneLine(fields->address.Value().toText())); });
     });
 }
 
@@ -189,13 +202,13 @@ void frmKlienti::Historie_Obnovit() {
     if (!nameCustomer(*ui_->lblHist, u"Historie výpůjček : "_s)) return;
     ui_->txtHistorie->clear();
     ui_->txtHistorie->setPlainText(history(selectedUSID()));
-    showPanel(*ui_->picHistorie, *ui_->txtHistorie);
+    showPanel(*ui_->picHistorie);
 }
 
 void frmKlienti::KVypujceni_Obnovit() {
     if (!nameCustomer(*ui_->lblKZapujceni, u"Volné filmy k zapůjčení : "_s)) return;
     ui_->lstPujcit->setEntries(freeFilms());
-    showPanel(*ui_->picVypujcit, *ui_->lstPujcit);
+    showPanel(*ui_->picVypujcit);
 }
 
 void frmKlienti::Vratit_Obnovit() {
@@ -203,12 +216,13 @@ void frmKlienti::Vratit_Obnovit() {
     const QString code = ui_->lvwUsers->selectedItem().text();
     auto films = filmsToReturn(code);
     if (!films) {
+        ui_->lstVratit->setEntries({});  // not another customer's films behind the box
         MsgBox(u"Osobní kód \"%1\" není celé číslo, výpůjčky pod ním nelze vyhledat."_s.arg(code),
                boxStyle::information, u"Vrácení filmů"_s);
         films.emplace();
     }
     ui_->lstVratit->setEntries(std::move(*films));
-    showPanel(*ui_->picVratit, *ui_->lstVratit);
+    showPanel(*ui_->picVratit);
 }
 
 void frmKlienti::forSelected(const ListBox& films, void (*work)(qint32, qint32)) const {
@@ -219,30 +233,42 @@ void frmKlienti::forSelected(const ListBox& films, void (*work)(qint32, qint32))
     }
 }
 
-void frmKlienti::showPanel(QWidget& panel, QWidget& content) {
+void frmKlienti::showPanel(QWidget& panel) {
     shown_.removeAll(&panel);
     shown_.append(&panel);
     panel.show();
     panel.raise();
-    content.setFocus();
+    focusTop();
 }
 
 void frmKlienti::hidePanel(QWidget& panel) {
     shown_.removeAll(&panel);
     panel.hide();
-    if (shown_.isEmpty()) ui_->lvwUsers->setFocus();
+    focusTop();
+}
+
+void frmKlienti::focusTop() {
+    // What a panel covers must not take keys meant for the panel.
+    for (QWidget* covered : QList<QWidget*>{ui_->Frame1, ui_->Frame2, ui_->lvwUsers})
+        covered->setEnabled(shown_.isEmpty());
+    for (QWidget* panel : shown_)
+        panel->setEnabled(panel == shown_.last());
+    const QWidget* top = shown_.isEmpty() ? nullptr : shown_.last();
+    QWidget* content = ui_->lvwUsers;
+    if (top == ui_->picHistorie) content = ui_->txtHistorie;
+    if (top == ui_->picVratit) content = ui_->lstVratit;
+    if (top == ui_->picVypujcit) content = ui_->lstPujcit;
+    content->setFocus();
 }
 
 void frmKlienti::keyPressEvent(QKeyEvent* event) {
     auto* button = qobject_cast<QAbstractButton*>(focusWidget());
     if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && button != nullptr) {
         button->click();
-    } else if (event->key() == Qt::Key_Escape) {
-        if (shown_.isEmpty()) {
-            close();
-        } else {
-            hidePanel(*shown_.last());
-        }
+    } else if (event->key() == Qt::Key_Escape && !shown_.isEmpty()) {
+        hidePanel(*shown_.last());
+    } else if (event->key() == Qt::Key_Escape && focusWidget() != ui_->txtFindUser) {
+        close();
     } else {
         QWidget::keyPressEvent(event);
     }

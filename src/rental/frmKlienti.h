@@ -51,8 +51,10 @@ class frmKlienti final : public QWidget {
     qint32 selectedUSID() const;
 
     bool nameCustomer(ElidedLabel& title, const QString& heading) const;
-    void showPanel(QWidget& panel, QWidget& content);
+    void showPanel(QWidget& panel);
     void hidePanel(QWidget& panel);
+    /// Gives the keyboard to what lies on top, and takes it from what is covered.
+    void focusTop();
 
     /// Lends or returns the selected films of a list one by one, each under the personal code of the customer
     /// selected then.

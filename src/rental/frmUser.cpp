@@ -72,12 +72,16 @@ void frmUser::empty() {
     showText(*ui_->txtUSREGNUM, {}, longestCode);
     for (QPlainTextEdit* box : {ui_->txtUSADR, ui_->txtUSPOZN})
         loadedText::show(*box, {});
-    ui_->txtUSREGNUM->setFocus();
 }
 
 void frmUser::closeEvent(QCloseEvent* event) {
     QDialog::closeEvent(event);
     empty();
+}
+
+void frmUser::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    ui_->txtUSREGNUM->setFocus();  // not the button that it was left by
 }
 
 void frmUser::ReadData() {

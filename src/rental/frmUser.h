@@ -36,6 +36,7 @@ class frmUser final : public QDialog {
 
  protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
  private:
     void empty();

@@ -34,9 +34,7 @@ bool isCustomerNumber(const QString& code) {
     const bool sign = number.startsWith(u'-') || number.startsWith(u'+');
     const bool digits = std::all_of(number.begin() + (sign ? 1 : 0), number.end(),
                                     [](QChar letter) { return letter >= u'0' && letter <= u'9'; });
-    bool fits = false;
-    number.toInt(&fits);
-    return digits && fits;
+    return digits && number.size() > (sign ? 1 : 0);
 }
 
 }  // namespace

@@ -31,7 +31,8 @@ std::vector<ListEntry> freeFilms();
 /// The films with an open loan under a customer number, by Czech title, each with its `DVDID`. Whatever
 /// cannot be read is left out.
 /// @param code a personal code. Blanks around the number do not matter.
-/// @return nothing, without a look at the database, when the code is no 32-bit whole number.
+/// @return nothing, without a look at the database, when the code is no whole number. One longer than 32 bits
+///         meets no loan.
 std::optional<std::vector<ListEntry>> filmsToReturn(const QString& code);
 
 /// The closed loans of a customer by `USID`, the one returned last first: a line with title and moment of

@@ -15,6 +15,7 @@ void OwnedWindows::show(QWidget& window, const QWidget& owner) {
     if (!window.isVisible()) {
         putAbove(window, owner);
         windows_.removeAll(nullptr);
+        windows_.removeAll(&window);
         windows_.append(&window);
     }
     window.setWindowState(window.windowState() & ~Qt::WindowMinimized);

@@ -5,6 +5,8 @@
 #include <QFileDialog>
 #include <QMessageBox>
 
+#include "platform/download.h"
+#include "toolkit/WaitCursor.h"
 #include "toolkit/appTitle.h"
 
 namespace {
@@ -75,6 +77,11 @@ QString WindowOutside::saveFile(const FileDialogRequest& request, QObject* owner
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     return ask(dialog, request);
+}
+
+bool WindowOutside::download(const QString& url, const QString& path) {
+    const WaitCursor wait;
+    return ::download(url, path);
 }
 
 QDateTime WindowOutside::now() {

@@ -10,7 +10,9 @@
 
 #include "catalogue/frmFindStr.h"
 #include "catalogue/masterFixture.h"
+#include "rental/frmKlienti.h"
 #include "rental/frmPujcDVD.h"
+#include "rental/frmUser.h"
 
 using namespace Qt::StringLiterals;
 
@@ -56,6 +58,17 @@ class MasterCommandsTest : public MasterTest {
         const QSet<frmPujcDVD*> opened = dialogs() - before;
         if (opened.size() != 1) throw std::runtime_error(command);
         return **opened.begin();
+    }
+
+    /// The visible window of a kind; null when there is none, and when there are several.
+    template <typename Window>
+    static Window* shownWindow() {
+        QList<Window*> windows;
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (auto* wanted = qobject_cast<Window*>(window); wanted != nullptr && wanted->isVisible())
+                windows += wanted;
+        }
+        return windows.size() == 1 ? windows.first() : nullptr;
     }
 
     QString order() {
@@ -146,6 +159,35 @@ TEST_F(MasterCommandsTest, LendingBringsTheRowUpToDateWhenItsDialogIsAnswered) {
         EXPECT_EQ(list().item(u"K1").subItem(1), cancelled ? u"Nový název"_s : u"Žena"_s);
     }
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+TEST_F(MasterCommandsTest, OneCustomerFormServesTheMenuAndTheRentalWindowAndBothOutliveTheList) {
+    window().show();
+    action("smnuPujcovna_2")->trigger();
+    auto* form = shownWindow<frmUser>();
+    ASSERT_NE(form, nullptr);
+    EXPECT_FALSE(form->isModal());
+    auto* name = form->findChild<QLineEdit*>(u"txtUSNAME"_s);
+    name->setText(u"Nový"_s);
+    action("smnuPujcovna_0")->trigger();
+    QPointer<QWidget> rental = shownWindow<frmKlienti>();
+    ASSERT_TRUE(rental);
+    bool modal = false;
+    QTimer::singleShot(0, form, [&] {
+        modal = form->isModal() && name->text() == u"Nový";
+        form->reject();
+    });
+    rental->findChild<QPushButton*>(u"Command1"_s)->click();
+    EXPECT_TRUE(modal);
+    action("smnuPujcovna_2")->trigger();  // unloaded meanwhile
+    EXPECT_EQ(shownWindow<frmUser>()->findChild<QLineEdit*>(u"txtUSNAME"_s)->text(), u""_s);
+    action("smnuPujcovna_0")->trigger();
+    EXPECT_EQ(shownWindow<frmKlienti>(), rental);
+    closeWindow();
+    ASSERT_TRUE(rental && rental->isVisible());
+    rental->close();
+    QCoreApplication::sendPostedEvents(rental, QEvent::DeferredDelete);
+    EXPECT_FALSE(rental);
 }
 
 TEST_F(MasterCommandsTest, FindCommandsSelectTheFirstHit) {

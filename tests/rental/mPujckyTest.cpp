@@ -69,16 +69,15 @@ TEST_F(LoanRules, TheListOfFilmsToReturnGoesByTheNumberInTheCode) {
     const std::pair<QString, QString> others[] = {
         {u"-7"_s, u"3 Čáp"_s},  {u"12"_s, u"8 Drak"_s},          {u"99"_s, u"7 Auto"_s},
         {u"0"_s, u"9 Houba"_s}, {u"2147483647"_s, u"4 Chata"_s}, {u"-2147483648"_s, u"1 Žena"_s},
-        {u"1"_s, u""_s}};
+        {u"1"_s, u""_s},        {u"4294967303"_s, u""_s},        {u"-2147483649"_s, u""_s}};
     for (const auto& [code, films] : others)
         EXPECT_EQ(toReturn(code), films) << code.toStdString();
 
     ConnStr.clear();
     for (const QString& code :
-         {u""_s,           u" "_s,          u"7a"_s,          u"7,5"_s, u"7.0"_s, u"1 or 1=1"_s, u"7)--"_s,
-          u"4294967296"_s, u"2147483648"_s, u"-2147483649"_s, u"+"_s,   u"-"_s,   u"--1"_s,      u"+-1"_s,
-          u"- 7"_s,        u"\t7"_s,        u"7\t"_s,         u"7\n"_s, u"7 8"_s, u"7\u00a0"_s,  u"0x7"_s,
-          u"7e1"_s,        u"\u0667"_s,     u"P_UID"_s,       u"7\0"_s}) {
+         {u""_s,        u" "_s,   u"7a"_s,  u"7,5"_s,    u"7.0"_s,   u"1 or 1=1"_s, u"7)--"_s, u"+"_s,
+          u"-"_s,       u"--1"_s, u"+-1"_s, u"- 7"_s,    u"\t7"_s,   u"7\t"_s,      u"7\n"_s,  u"7 8"_s,
+          u"7\u00a0"_s, u"0x7"_s, u"7e1"_s, u"\u0667"_s, u"P_UID"_s, u"7\0"_s}) {
         EXPECT_EQ(toReturn(code), u"no number"_s) << code.toStdString();
     }
     EXPECT_EQ(ConnStr, u""_s);  // the database was not opened

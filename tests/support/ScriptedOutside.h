@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QList>
 #include <QStringList>
 
@@ -19,14 +20,20 @@ class ScriptedOutside final : public Outside {
     BoxAnswer messageBox(const QString& text, int style, const QString& title, QObject* owner) override;
     QString openFile(const FileDialogRequest& request, QObject* owner) override;
     QString saveFile(const FileDialogRequest& request, QObject* owner) override;
+    bool download(const QString& url, const QString& path) override;
     QDateTime now() override { return moment; }
 
     QList<Box> boxes;
     QList<FileDialogRequest> fileDialogs;
+    QStringList downloads;
 
     /// Taken from the front; a question without an answer here is answered with Yes.
     QList<BoxAnswer> answers;
     /// Taken from the front; a dialog without a file here is cancelled.
     QStringList files;
+    /// What each address holds; any other address fails.
+    QHash<QString, QByteArray> pages;
+    /// Downloads go to the real web instead.
+    bool online = false;
     QDateTime moment{QDate(2026, 3, 9), QTime(8, 5, 3)};
 };

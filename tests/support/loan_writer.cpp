@@ -16,6 +16,7 @@ class Clock final : public Outside {
     BoxAnswer messageBox(const QString&, int, const QString&, QObject*) override { return BoxAnswer::ok; }
     QString openFile(const FileDialogRequest&, QObject*) override { return {}; }
     QString saveFile(const FileDialogRequest&, QObject*) override { return {}; }
+    bool download(const QString&, const QString&) override { return false; }
     QDateTime now() override { return QDateTime::currentDateTime(); }
 };
 

@@ -1,0 +1,5 @@
+#include "core/Sites.h"
+
+Sites Sites::compiledIn() {
+    return {.filmDb = QStringLiteral(KALVERA_FILM_DB_ROOT), .filmDb2 = QStringLiteral(KALVERA_FILM_DB2_ROOT)};
+}

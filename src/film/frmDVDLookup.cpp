@@ -1,0 +1,47 @@
+// Filling the film editor from the web.
+
+#include "film/frmDVD.h"
+#include "lookup/frmCSFDFind.h"
+#include "platform/text.h"
+#include "toolkit/textBox.h"
+#include "ui_frmDVD.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A box keeps what it has where the lookup brought nothing.
+void takeUnlessBlank(QLineEdit& box, const QString& found) {
+    if (!text::trim(found).isEmpty()) box.setText(found);
+}
+
+void takeUnlessBlank(QPlainTextEdit& box, const QString& found) {
+    if (!text::trim(found).isEmpty()) textBox::setText(box, found);
+}
+
+}  // namespace
+
+void frmDVD::lookUpInFilmDatabase() {
+    frmCSFDFind lookup(sites_, this);
+    const QString term = text::trim(ui_->txtCZName->text());
+    if (!term.isEmpty()) lookup.setTerm(term);
+    lookup.exec();
+    if (!lookup.VlozitData) return;
+    const LookupResult found = lookup.result();
+    takeUnlessBlank(*ui_->txtCZName, found.czechTitle);
+    takeUnlessBlank(*ui_->txtDelka, found.length);
+    takeUnlessBlank(*ui_->txtPuvName, found.originalTitle);
+    takeUnlessBlank(*ui_->txtHerci, found.cast);
+    takeUnlessBlank(*ui_->txtPopis, found.description);
+    takeUnlessBlank(*ui_->txtRezie, found.director);
+    takeUnlessBlank(*ui_->txtStat, film::shortCountry(found.country));
+    takeUnlessBlank(*ui_->txtZanr, found.genre);
+    takeUnlessBlank(*ui_->txtRok, found.year);
+    takePreview(found);
+}
+
+void frmDVD::takePreview(const LookupResult& found) {
+    if (!found.withPicture) return;
+    imgObalDesk_[1]->loadPicture(found.picturePath);
+    ui_->lblNahled->setText(found.picturePath);
+}

@@ -1,0 +1,216 @@
+#include "lookup/frmCSFDFind.h"
+
+#include <QCoreApplication>
+
+#include "lookup/Module2.h"
+#include "lookup/mCSFD.h"
+#include "lookup/mModInetPic.h"
+#include "lookup/webText.h"
+#include "platform/Outside.h"
+#include "platform/errors.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+#include "toolkit/icons.h"
+#include "toolkit/loadedText.h"
+#include "toolkit/textBox.h"
+#include "toolkit/twips.h"
+#include "ui_frmCSFDFind.h"
+
+using namespace Qt::StringLiterals;
+using csfd::Field;
+
+namespace {
+
+// Twips.
+constexpr int windowWidth = 9570;
+constexpr int windowHeight = 5820;
+constexpr int fieldsLeft = 90;
+constexpr int fieldsTop = 30;
+
+/// Text boxes hold no more than this, so that a page gone wrong does not stall the window.
+constexpr qsizetype longestText = 65535;
+
+/// Download of an address to a file, true on success.
+bool DwnFile(const QString& url, const QString& path) {
+    return StahniSoubor(url, path);
+}
+
+}  // namespace
+
+frmCSFDFind::frmCSFDFind(const Sites& sites, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmCSFDFind>()), sites_(sites) {
+    ui_->setupUi(this);
+    icons::place(*this);
+    setFixedSize(twips::toPixels(windowWidth), twips::toPixels(windowHeight));
+    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+    ui_->lvwSeznam->setColumns({{u"Název"_s, 2850}, {u"URL"_s, 2000}});
+    ui_->lvwSeznam->setAccessibleName(u"Nalezené filmy"_s);
+    ui_->findPuvName->setCompleter(nullptr);
+    ui_->findPuvName->setInsertPolicy(QComboBox::NoInsert);
+    ui_->Picture2->setPixmap(icons::named(u"filmdb"_s).pixmap(ui_->Picture2->size()));
+    ui_->picTime->hide();
+    connect(ui_->Command1, &QPushButton::clicked, this, [this] { Hledej(ui_->Text1->text()); });
+    connect(ui_->Command2, &QPushButton::clicked, this, &frmCSFDFind::readSelected);
+    connect(ui_->cmdInsertData, &QPushButton::clicked, this, [this] {
+        accept();
+        VlozitData = true;
+    });
+    connect(ui_->cmdStorno, &QPushButton::clicked, this, &frmCSFDFind::reject);
+    ui_->Text1->setFocus();
+}
+
+frmCSFDFind::~frmCSFDFind() = default;
+
+void frmCSFDFind::setTerm(const QString& term) {
+    ui_->Text1->setText(term);
+}
+
+void frmCSFDFind::reject() {
+    QDialog::reject();
+    VlozitData = false;
+}
+
+void frmCSFDFind::Hledej(const QString& term) {
+    const QString file = paths::inProgramFolder(u"\\data\\list.find");
+    const QString url =
+        sites_.filmDb + u"/hledani-filmu-hercu-reziseru-ve-filmove-databazi/?search="_s + UpravText(term);
+    if (!DwnFile(url, file)) {
+        MsgBox(u"Pri stahovani doslo k chybe."_s);
+        return;
+    }
+    buffers_.page = NactiUTF8Soubor(file);
+    yield();
+    NactiSeznamFilmu();
+}
+
+void frmCSFDFind::NactiSeznamFilmu() {
+    ListView& list = *ui_->lvwSeznam;
+    for (const csfd::FoundFilm& film : csfd::NactiSeznamFilmu(buffers_.page)) {
+        const ListItem row = list.add(u'F' + QString::number(list.count()), film.title);
+        row.setSubItem(1, film.path);
+    }
+    if (!list.hasSelectedItem() && list.count() > 0) list.select(list.itemAt(0));
+    showStage(u"Počet nalezených záznamů: "_s + QString::number(list.count()));
+}
+
+void frmCSFDFind::readSelected() {
+    try {
+        csfd::nactiDetail(sites_, buffers_, *this);
+    } catch (const RuntimeError& failure) {
+        // Only this reading ends: the film that is being entered behind this window must not be lost.
+        MsgBox(u"Chyba číslo %1:\n%2"_s.arg(failure.number()).arg(failure.description()), boxStyle::critical);
+    }
+}
+
+LookupResult frmCSFDFind::result() const {
+    return {.czechTitle = text(Field::czechTitle),
+            .originalTitle = text(Field::originalTitle),
+            .genre = text(Field::genre),
+            .country = text(Field::country),
+            .year = text(Field::year),
+            .length = text(Field::length),
+            .director = text(Field::director),
+            .cast = text(Field::cast),
+            .description = text(Field::description),
+            .withPicture = ui_->chkGetPicture->isChecked(),
+            .picturePath = text(Field::poster)};
+}
+
+int frmCSFDFind::selectedRow() const {
+    return ui_->lvwSeznam->selectedItem().row();
+}
+
+QString frmCSFDFind::selectedPath() const {
+    return ui_->lvwSeznam->selectedItem().subItem(1);
+}
+
+QWidget& frmCSFDFind::control(Field field) const {
+    switch (field) {
+        case Field::czechTitle:
+            return *ui_->findCZ;
+        case Field::originalTitle:
+            return *ui_->findPuvName;
+        case Field::genre:
+            return *ui_->findZanr;
+        case Field::country:
+            return *ui_->findStat;
+        case Field::year:
+            return *ui_->findRok;
+        case Field::length:
+            return *ui_->findDelka;
+        case Field::director:
+            return *ui_->findRezie;
+        case Field::cast:
+            return *ui_->findHerci;
+        case Field::description:
+            return *ui_->findPopis;
+        case Field::poster:
+            break;
+    }
+    return *ui_->Text2;
+}
+
+QString frmCSFDFind::text(Field field) const {
+    const QWidget& box = control(field);
+    if (const auto* titles = qobject_cast<const QComboBox*>(&box)) return titles->currentText();
+    if (const auto* lines = qobject_cast<const QPlainTextEdit*>(&box)) return textBox::text(*lines);
+    return loadedText::toStore(*qobject_cast<const QLineEdit*>(&box));
+}
+
+void frmCSFDFind::setText(Field field, const QString& text) {
+    QWidget& box = control(field);
+    if (auto* titles = qobject_cast<QComboBox*>(&box)) {
+        titles->setEditText(text);
+    } else if (auto* lines = qobject_cast<QPlainTextEdit*>(&box)) {
+        textBox::setText(*lines, text.left(longestText));
+    } else {
+        auto* line = qobject_cast<QLineEdit*>(&box);
+        loadedText::show(*line, text.left(line->maxLength()));
+        line->setCursorPosition(0);
+    }
+}
+
+void frmCSFDFind::clearOtherTitles() {
+    ui_->findPuvName->clear();
+    ui_->findPuvName->clearEditText();
+}
+
+void frmCSFDFind::addOtherTitle(const QString& title) {
+    ui_->findPuvName->addItem(title);
+}
+
+void frmCSFDFind::showPoster(const QString& path) {
+    ui_->picWenImgNahl->loadPicture(path);
+}
+
+void frmCSFDFind::showPosterChoice() {
+    ui_->chkGetPicture->show();
+}
+
+void frmCSFDFind::untickPosterChoice() {
+    ui_->chkGetPicture->setChecked(false);
+}
+
+void frmCSFDFind::showStage(const QString& caption) {
+    ui_->Label2->setText(caption);
+}
+
+void frmCSFDFind::showWait() {
+    ui_->frmData->move(twips::toPixels(fieldsLeft), twips::toPixels(fieldsTop));
+    resize(twips::toPixels(windowWidth), twips::toPixels(windowHeight));
+    ui_->picTime->show();
+    ui_->picTime->raise();
+}
+
+void frmCSFDFind::hideWait() {
+    ui_->Picture2->setPixmap(icons::named(u"filmdb"_s).pixmap(ui_->Picture2->size()));
+    ui_->picTime->hide();
+}
+
+void frmCSFDFind::repaintFields() {
+    ui_->frmData->repaint();
+}
+
+void frmCSFDFind::yield() {
+    QCoreApplication::processEvents();
+}

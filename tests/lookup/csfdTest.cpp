@@ -1,0 +1,127 @@
+#include "lookup/mCSFD.h"
+
+#include <gtest/gtest.h>
+
+#include "support/filmPages.h"
+#include "support/printers.h"
+
+using namespace Qt::StringLiterals;
+using csfd::FoundFilm;
+using csfd::Page;
+
+namespace {
+
+/// The films of a page, "title|path" each.
+QString listed(QString page) {
+    QStringList films;
+    for (const auto& [title, path] : csfd::NactiSeznamFilmu(page))
+        films += title + u'|' + path;
+    return films.join(u", "_s);
+}
+
+QString otherTitles(const QString& block) {
+    const csfd::OtherTitles found = csfd::ZpracujDalsiNazvy(block);
+    QStringList titles(found.titles.begin(), found.titles.end());
+    return found.any ? u"["_s + titles.join(u'|') + u']' : u"none"_s;
+}
+
+}  // namespace
+
+TEST(FilmDatabase, AFieldStandsBetweenItsMarkersWhateverTheirCase) {
+    const auto field = [](const QString& page, const QString& start, const QString& end) {
+        return NajdiTextPolozky(Page(page), start, end);
+    };
+    EXPECT_EQ(field(u"x<B> a\r\n b  </b>y</B>"_s, u"<b>"_s, u"</b>"_s), u"a b  "_s);
+    EXPECT_EQ(field(u"</b><b>\r\n  a</b>"_s, u"<b>"_s, u"</b>"_s), u"a"_s);
+    EXPECT_EQ(field(u"REŽIE: ßa<"_s, u"Režie:"_s, u"<"_s), u"ßa"_s);
+    EXPECT_EQ(field(u"a</b>"_s, u"<b>"_s, u"</b>"_s), u""_s);
+    EXPECT_EQ(field(u"<b>a"_s, u"<b>"_s, u"</b>"_s), u""_s);
+    EXPECT_EQ(field(u"<b></b>"_s, u"<b>"_s, u"</b>"_s), u""_s);
+    EXPECT_EQ(NajdiURLPolozky(Page(u"<A HREF=\"http://x/title/tt1/a/b"_s), u"<a href=\"http://x/title/"_s),
+              u"tt1"_s);
+    EXPECT_EQ(NajdiURLPolozky(Page(u"/title/tt1"_s), u"/title/"_s), u""_s);
+    EXPECT_EQ(NajdiURLPolozky(Page(u""_s), u"/title/"_s), u""_s);
+}
+
+TEST(FilmDatabase, TheListIsReadFromTheFirstCellBehindItsHeading) {
+    const QString first = u"<a href=\"/film/1-A/\">Ztracený dům</a>"_s;
+    const QString second = u"<A HREF=\"/film/2-B/\">Druhý</A> (1999)"_s;
+    const struct {
+        QString page;
+        QString films;
+    } cases[] = {
+        {u"v českých názvech <td>"_s + first + u"<br>"_s + second + u"</td>"_s,
+         u"ZTRACENÝ DŮM|1-A/, DRUHÝ (1999)<|2-B/"_s},
+        {first + u"v originálních názvech"_s + second + u"</td>"_s, u"DRUHÝ (1999)<|2-B/"_s},
+        {u"v originálních názvech"_s + first + u"</td> v českých názvech"_s + second + u"<br></td>"_s,
+         u"DRUHÝ (1999)|2-B/"_s},
+        {u"V ČESKÝCH NÁZVECH"_s + first + u"</td>"_s, u""_s},
+        {u"v českých názvech nic"_s, u""_s},
+        {u"v českých názvech"_s + first, u""_s},  // a cell without an end
+        {u"v českých názvech"_s + first + u"<BR>text<br><a href='/film/3'>x</a><br></td>"_s,
+         u"ZTRACENÝ DŮM|1-A/"_s},
+        {u"v českých názvech<a href=\"/film/1-A>A</a><br></td>"_s, u"A|"_s},
+        {u"v českých názvech<a href=\"/film/1-A\"<br></td>"_s, u"1-A\"|1-A"_s},
+        {filmPages::searchPage({{u"1-A/"_s, u"Á"_s}, {u"2-B/"_s, u"Ž"_s}}),
+         u"Á (1999)|1-A/, Ž (1999)|2-B/"_s}};
+    for (const auto& [page, films] : cases)
+        EXPECT_EQ(listed(page), films) << page.toStdString();
+    QString page = u"x v českých názvech <a href=\"/film/1\">a</a></td>z"_s;
+    csfd::NactiSeznamFilmu(page);
+    EXPECT_EQ(page, u"<a href=\"/film/1\">a</a><"_s);
+}
+
+TEST(FilmDatabase, OtherTitlesNeedATableAtLeast21CharactersIn) {
+    const QString table = u"<TABLE cellpadding='0' cellspacing='0' border='0'>"_s;
+    const QString row = u"<tr><td vspace='2' ></td><td>%1</td></tr>"_s;
+    const QString ahead(21, u'x');
+    EXPECT_EQ(otherTitles(ahead + table + row.arg(u"Lost"_s) + row.arg(u"Perdu"_s)), u"[Lost|Perdu]"_s);
+    EXPECT_EQ(otherTitles(ahead.mid(1) + table + row.arg(u"Lost"_s)), u"none"_s);
+    EXPECT_EQ(otherTitles(ahead + table + u"<td>Lost</td>"_s), u"none"_s);
+    EXPECT_EQ(otherTitles(ahead + table + u"</td></tr>"_s), u"[]"_s);
+    EXPECT_EQ(otherTitles(ahead + table + row.arg(u"a"_s) + u"vspace='2' ></td><td>b"_s), u"[a]"_s);
+    EXPECT_EQ(otherTitles(row.arg(u"early"_s) + ahead + table + row.arg(u""_s)), u"[]"_s);
+    EXPECT_EQ(otherTitles(u""_s), u"none"_s);
+}
+
+TEST(FilmDatabase, KeyTitleOriginCastAndDescriptionAreCutByTheirOwnRules) {
+    EXPECT_EQ(csfd::detailKey(Page(u"<A Href=\"?text=9\" x><a href=\"?text=8\" "_s)), u"9"_s);
+    EXPECT_EQ(csfd::detailKey(Page(u"href=\"?text=9\">rest"_s)), u"9>rest"_s);
+    EXPECT_EQ(csfd::detailKey(Page(u"text=9 "_s)), u""_s);
+
+    const std::pair<QString, QString> titles[] = {{u"Lost House (1999)"_s, u"Lost House"_s},
+                                                  {u" (1899) A (2101) "_s, u"(1899) A (2101)"_s},
+                                                  {u"A (1999/I) (1900)(2100)"_s, u"A (1999/I)"_s},
+                                                  {u"(20(1999)00)"_s, u""_s},
+                                                  {u"(19(2000)99)"_s, u"(1999)"_s}};
+    for (const auto& [title, without] : titles)
+        EXPECT_EQ(csfd::titleWithoutYear(title), without) << title.toStdString();
+
+    const std::pair<QString, QString> lines[] = {
+        {u"USA / Kanada, 1999, 118 min"_s, u"USA , Kanada|1999|118 min"_s},
+        {u"USA,1999,118 min (DVD)"_s, u"USA|1999|118 min"_s},
+        {u"USA, 1999, 118"_s, u"USA|1999|11"_s},
+        {u", , "_s, u"||"_s},
+        {u"USA, 1999, 118 min, x"_s, u"no"_s},
+        {u"USA, 1999"_s, u"no"_s},
+        {u""_s, u"no"_s}};
+    for (const auto& [line, expected] : lines) {
+        csfd::Origin origin;
+        const bool whole = csfd::cutOrigin(line, origin);
+        EXPECT_EQ(whole ? QStringList({origin.country, origin.year, origin.length}).join(u'|') : u"no"_s,
+                  expected)
+            << line.toStdString();
+    }
+
+    EXPECT_EQ(csfd::castOf(u"<a href=1>A &amp; B</a>, <a>C</a>"_s), u"A & B, C, "_s);
+    EXPECT_EQ(csfd::castOf(u"bez odkazu</a>x"_s), u"bez odkazu, "_s);
+    EXPECT_EQ(csfd::castOf(u"<A>A</A>"_s), u""_s);
+
+    const std::pair<QString, QString> descriptions[] = {
+        {u"a<br>b<BR>c &egrave; d"_s, u"a b\r\nc č d"_s},
+        {u"reklama</noscript>x</div></div><b>Děj</b>"_s, u"Děj"_s},
+        {u"reklama</noscript>Děj"_s, u"Děj"_s},
+        {u"a</div></div>b"_s, u"a\r\n\r\n\r\n\r\nb"_s}};
+    for (const auto& [piece, text] : descriptions)
+        EXPECT_EQ(csfd::descriptionOf(piece), text) << piece.toStdString();
+}
