@@ -4,3 +4,7 @@ if(NOT EXISTS ${FOLDER}/data.ddb AND NOT EXISTS ${FOLDER}/pictures.ddb)
 elseif(NOT EXISTS ${FOLDER}/data.ddb OR NOT EXISTS ${FOLDER}/pictures.ddb)
     message(WARNING "${FOLDER} holds only one of the two data files; nothing was made.")
 endif()
+
+# The pages are the program's own: they follow it.
+file(GLOB pages ${PAGES}/*.htm)
+file(COPY ${pages} DESTINATION ${FOLDER})

@@ -62,7 +62,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     outside.pages = QByteArray(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size)).split('\f');
     Window window;
     csfd::Buffers buffers;
-    const Sites sites{.filmDb = QStringLiteral("http://film"), .filmDb2 = QStringLiteral("http://other")};
+    const Sites sites{
+        .filmDb = QStringLiteral("http://film"), .filmDb2 = QStringLiteral("http://other"), .shop = {}};
     try {
         csfd::nactiDetail(sites, buffers, window);
     } catch (const RuntimeError& failure) {

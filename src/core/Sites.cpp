@@ -1,5 +1,7 @@
 #include "core/Sites.h"
 
 Sites Sites::compiledIn() {
-    return {.filmDb = QStringLiteral(KALVERA_FILM_DB_ROOT), .filmDb2 = QStringLiteral(KALVERA_FILM_DB2_ROOT)};
+    return {.filmDb = QStringLiteral(KALVERA_FILM_DB_ROOT),
+            .filmDb2 = QStringLiteral(KALVERA_FILM_DB2_ROOT),
+            .shop = QStringLiteral(KALVERA_SHOP_ROOT)};
 }

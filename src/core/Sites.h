@@ -6,6 +6,7 @@
 struct Sites {
     QString filmDb;   ///< the film database
     QString filmDb2;  ///< the second film database, asked for original titles
+    QString shop;     ///< the disc shop
 
     /// Those that the program was built with.
     static Sites compiledIn();

@@ -119,6 +119,7 @@ void frmDVD::connectButtons() {
     });
     connect(ui_->Command2, &QPushButton::clicked, this, &frmDVD::takeGenres);
     connect(ui_->Command3, &QPushButton::clicked, this, &frmDVD::closeGenres);
+    connect(ui_->cmdFindNet, &QPushButton::clicked, this, &frmDVD::lookUpInShop);
     connect(ui_->Command4, &QPushButton::clicked, this, &frmDVD::lookUpInFilmDatabase);
     connect(ui_->cmdSave, &QPushButton::clicked, this, &frmDVD::save);
     connect(ui_->cmdStorno, &QPushButton::clicked, this, [this] {

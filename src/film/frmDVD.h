@@ -59,6 +59,7 @@ class frmDVD final : public QDialog {
 
     void takeGenres();
     void closeGenres();
+    void lookUpInShop();
     void lookUpInFilmDatabase();
     void takePreview(const LookupResult& found);
     void choosePicture(int picture);

@@ -2,6 +2,7 @@
 
 #include "film/frmDVD.h"
 #include "lookup/frmCSFDFind.h"
+#include "lookup/frmNetFind.h"
 #include "platform/text.h"
 #include "toolkit/textBox.h"
 #include "ui_frmDVD.h"
@@ -20,6 +21,26 @@ void takeUnlessBlank(QPlainTextEdit& box, const QString& found) {
 }
 
 }  // namespace
+
+void frmDVD::lookUpInShop() {
+    frmNetFind lookup(sites_, browserFactory(), this);
+    const QString term = text::trim(ui_->txtCZName->text());
+    if (!term.isEmpty()) lookup.PredpripravSTR(term);
+    lookup.exec();
+    if (!lookup.VlozitData) return;
+    const LookupResult found = lookup.result();
+    const QString originalTitle = found.originalTitle == u"&nbsp;" ? u" "_s : found.originalTitle;
+    ui_->txtCZName->setText(found.czechTitle);
+    ui_->txtDelka->setText(found.length);
+    ui_->txtPuvName->setText(originalTitle);
+    textBox::setText(*ui_->txtHerci, found.cast);
+    textBox::setText(*ui_->txtPopis, found.description);
+    ui_->txtRezie->setText(found.director);
+    ui_->txtStat->setText(film::shortCountry(found.country));
+    ui_->txtZanr->setText(found.genre);
+    ui_->txtRok->setText(found.year);
+    takePreview(found);
+}
 
 void frmDVD::lookUpInFilmDatabase() {
     frmCSFDFind lookup(sites_, this);

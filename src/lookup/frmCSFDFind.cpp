@@ -11,6 +11,7 @@
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "toolkit/icons.h"
+#include "toolkit/keys.h"
 #include "toolkit/loadedText.h"
 #include "toolkit/textBox.h"
 #include "toolkit/twips.h"
@@ -43,7 +44,7 @@ frmCSFDFind::frmCSFDFind(const Sites& sites, QWidget* parent)
     icons::place(*this);
     setFixedSize(twips::toPixels(windowWidth), twips::toPixels(windowHeight));
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
-    ui_->lvwSeznam->setColumns({{u"Název"_s, 2850}, {u"URL"_s, 2000}});
+    ui_->lvwSeznam->setColumns({{u"Název"_s, 2250}, {u"URL"_s, 600}});
     ui_->lvwSeznam->setAccessibleName(u"Nalezené filmy"_s);
     ui_->findPuvName->setCompleter(nullptr);
     ui_->findPuvName->setInsertPolicy(QComboBox::NoInsert);
@@ -65,6 +66,14 @@ void frmCSFDFind::setTerm(const QString& term) {
     ui_->Text1->setText(term);
 }
 
+void frmCSFDFind::keyPressEvent(QKeyEvent* event) {
+    if (keys::pressFocusedButton(*this, *event)) return;
+    if (!keys::isEnter(*event)) return QDialog::keyPressEvent(event);
+    // In a field of data Enter does nothing: it must not start another search.
+    if (focusWidget() == ui_->Text1) ui_->Command1->click();
+    if (focusWidget() == ui_->lvwSeznam) ui_->Command2->click();
+}
+
 void frmCSFDFind::reject() {
     QDialog::reject();
     VlozitData = false;
@@ -78,14 +87,17 @@ void frmCSFDFind::Hledej(const QString& term) {
         MsgBox(u"Pri stahovani doslo k chybe."_s);
         return;
     }
-    buffers_.page = NactiUTF8Soubor(file);
+    buffers_.page = csfd::Page(NactiUTF8Soubor(file));
     yield();
     NactiSeznamFilmu();
 }
 
 void frmCSFDFind::NactiSeznamFilmu() {
     ListView& list = *ui_->lvwSeznam;
-    for (const csfd::FoundFilm& film : csfd::NactiSeznamFilmu(buffers_.page)) {
+    QString page = buffers_.page.text();
+    const std::vector<csfd::FoundFilm> films = csfd::NactiSeznamFilmu(page);
+    buffers_.page = csfd::Page(page);
+    for (const csfd::FoundFilm& film : films) {
         const ListItem row = list.add(u'F' + QString::number(list.count()), film.title);
         row.setSubItem(1, film.path);
     }
@@ -203,7 +215,6 @@ void frmCSFDFind::showWait() {
 }
 
 void frmCSFDFind::hideWait() {
-    ui_->Picture2->setPixmap(icons::named(u"filmdb"_s).pixmap(ui_->Picture2->size()));
     ui_->picTime->hide();
 }
 

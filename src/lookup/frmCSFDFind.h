@@ -39,6 +39,9 @@ class frmCSFDFind final : public QDialog, private csfd::DetailWindow {
 
     void reject() override;
 
+ protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
  private:
     void readSelected();
     QWidget& control(csfd::Field field) const;

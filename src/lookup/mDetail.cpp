@@ -1,5 +1,7 @@
 #include "lookup/mDetail.h"
 
+#include <optional>
+
 #include "lookup/Module2.h"
 #include "lookup/mCSFD.h"
 #include "lookup/mModInetPic.h"
@@ -38,7 +40,8 @@ class Reading {
 
     void run() {
         const WaitPanel wait(window_);
-        repaintAndYield();
+        window_.repaintFields();
+        window_.yield();
         if (!filmIsSelected() || !readPlainPage()) return;
         readFullPage();
         readCzechTitle();
@@ -50,7 +53,7 @@ class Reading {
         readCast();
         readDescription();
         readPoster();
-        repaintAndYield();
+        yieldAndRepaint();
     }
 
  private:
@@ -67,11 +70,11 @@ class Reading {
         step([&] { window_.setText(field, text); });
     }
     QString cut(const QString& startMarker, const QString& endMarker) const {
-        return NajdiTextPolozky(page_, startMarker, endMarker);
+        return NajdiTextPolozky(buffers_.page, startMarker, endMarker);
     }
-    void repaintAndYield() {
-        window_.repaintFields();
+    void yieldAndRepaint() {
         window_.yield();
+        window_.repaintFields();
     }
     void stage(const QString& percent) {
         window_.showStage(u"Hotovo z "_s + percent);
@@ -79,15 +82,19 @@ class Reading {
     }
     void takePage(const QString& fileName) {
         window_.yield();
-        step([&] { buffers_.page = NactiUTF8Soubor(inData(fileName)); });
-        page_ = csfd::Page(buffers_.page);
+        step([&] { buffers_.page = csfd::Page(NactiUTF8Soubor(inData(fileName))); });
         window_.yield();
     }
-    QString filmAddress() const { return sites_.filmDb + u"/film/"_s + window_.selectedPath(); }
+    QString filmAddress() const {
+        if (!path_) throw RuntimeError(errors::objectNotSet);
+        return sites_.filmDb + u"/film/"_s + *path_;
+    }
 
     bool filmIsSelected() {
         int row = 0;
         step([&] { row = window_.selectedRow(); });  // fails on an empty list, which counts as a row
+        // Read once: the user may go to another row meanwhile.
+        step([&] { path_ = window_.selectedPath(); });
         if (row != -1) return true;
         MsgBox(u"Není vybraný film v seznamu nalezených."_s, boxStyle::information);
         return false;
@@ -105,7 +112,7 @@ class Reading {
 
     void readFullPage() {
         const QString file = u"detail.find"_s;
-        const QString key = csfd::detailKey(page_);
+        const QString key = csfd::detailKey(buffers_.page);
         stage(u"30%"_s);
         bool fetched = true;
         step([&] { fetched = csfd::StahniDetail(filmAddress() + u"?text="_s + key, file); });
@@ -118,13 +125,13 @@ class Reading {
             cut(u"<h1 style='font-size: 18px;font-weight:bold;color: #000000;font-family: "
                 "Tahoma;display:inline'>"_s,
                 u"</h1>"_s));
-        repaintAndYield();
+        yieldAndRepaint();
     }
 
     void readOriginalTitle() {
         const QString file = u"detailimdb.find"_s;
         const QString address = sites_.filmDb2 + u"/title/"_s;
-        const QString identifier = NajdiURLPolozky(page_, u"<a href=\""_s + address);
+        const QString identifier = NajdiURLPolozky(buffers_.page, u"<a href=\""_s + address);
         if (identifier.isEmpty() || !csfd::StahniDetail(address + identifier, file)) return;
         step([&] { buffers_.otherPage = NactiUTF8Soubor(inData(file)); });
         const QString title = NajdiTextPolozky(csfd::Page(buffers_.otherPage), u"<title>"_s, u"</title>"_s);
@@ -146,7 +153,7 @@ class Reading {
 
     void readGenre() {
         set(csfd::Field::genre, cut(u"<br>   <b>"_s, u"&nbsp;<br>"_s).replace(u" / "_s, u", "_s));
-        repaintAndYield();
+        yieldAndRepaint();
     }
 
     void readOrigin() {
@@ -166,7 +173,7 @@ class Reading {
     void readDirector() {
         const csfd::Page links(cut(u"<b>Režie:</b>"_s, u"<br>"_s));
         set(csfd::Field::director, OdebratTagy(NajdiTextPolozky(links, u">"_s, u"</a>"_s)));
-        repaintAndYield();
+        yieldAndRepaint();
     }
 
     void readCast() {
@@ -177,7 +184,7 @@ class Reading {
             cast.chop(2);
         });
         set(csfd::Field::cast, cast);
-        repaintAndYield();
+        yieldAndRepaint();
     }
 
     void readDescription() {
@@ -188,13 +195,13 @@ class Reading {
     }
 
     void readPoster() {
-        const qsizetype found = page_.upper().indexOf(u"POSTERS");
+        const qsizetype found = buffers_.page.upper().indexOf(u"POSTERS");
         if (found < 0) {
             window_.showPosterChoice();
             window_.untickPosterChoice();
             return;
         }
-        QString address = page_.text().sliced(found);
+        QString address = buffers_.page.text().sliced(found);
         step([&] {
             const qsizetype blank = address.indexOf(u' ');
             if (blank < 0) throw RuntimeError(errors::invalidCall);
@@ -214,7 +221,7 @@ class Reading {
     const Sites& sites_;
     csfd::Buffers& buffers_;
     csfd::DetailWindow& window_;
-    csfd::Page page_{buffers_.page};
+    std::optional<QString> path_;
     bool skipping_ = true;
 };
 

@@ -3,6 +3,7 @@
 #include <QString>
 
 #include "core/Sites.h"
+#include "lookup/mCSFD.h"
 
 /// How the data of one film are read from the film databases.
 namespace csfd {
@@ -55,9 +56,9 @@ class DetailWindow {
 };
 
 /// The texts of the pages read last. They stay from one reading to the next, so that a page that could not be
-/// fetched leaves what there was.
+/// fetched leaves what there was. A search or another reading begun meanwhile takes their place.
 struct Buffers {
-    QString page;       ///< of the film database
+    Page page;          ///< of the film database
     QString otherPage;  ///< of the second one
 };
 

@@ -9,10 +9,24 @@ bool StahniSoubor(const QString& url, const QString& path) {
     return Outside::current().download(url, path);
 }
 
-QString NactiWebObrazek(const QString& url, const std::function<void(const QString& path)>& show) {
+namespace {
+
+QString fetchPicture(const QString& url, const QString& address,
+                     const std::function<void(const QString& path)>& show) {
     constexpr qsizetype suffix = 3;
-    const QString path = paths::inProgramFolder(QString(u"\\data\\webnahl."_s + url.right(suffix)));
+    const QString path = paths::inProgramFolder(QString(u"\\data\\webnahl."_s + address.right(suffix)));
     if (!StahniSoubor(url, path)) return {};
     show(path);
     return path;
+}
+
+}  // namespace
+
+QString NactiWebObrazek(const QString& url, const std::function<void(const QString& path)>& show) {
+    return fetchPicture(url, url, show);
+}
+
+QString NactiObrazekObchodu(const QString& shopRoot, const QString& address,
+                            const std::function<void(const QString& path)>& show) {
+    return fetchPicture(shopRoot + u'/' + address, address, show);
 }

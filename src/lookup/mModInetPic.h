@@ -12,3 +12,7 @@ bool StahniSoubor(const QString& url, const QString& path);
 /// @param show takes the local path; what it throws, as for a file that is no picture, goes to the caller.
 /// @return the local path; "" when the download failed, with nothing shown.
 QString NactiWebObrazek(const QString& url, const std::function<void(const QString& path)>& show);
+
+/// The same for an address relative to the shop's root.
+QString NactiObrazekObchodu(const QString& shopRoot, const QString& address,
+                            const std::function<void(const QString& path)>& show);

@@ -52,6 +52,8 @@ QString errors::description(qint32 number) {
             return u"Operace není povolena, objekt je zavřený."_s;
         case objectOpen:
             return u"Operace není povolena, objekt je již otevřený."_s;
+        case cannotCreateObject:
+            return u"Součást programu chybí nebo ji nelze načíst."_s;
         case elementNotFound:
             return u"Prvek seznamu nebyl nalezen."_s;
         case database:

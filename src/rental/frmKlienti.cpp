@@ -13,6 +13,7 @@
 #include "toolkit/OwnedWindows.h"
 #include "toolkit/WaitCursor.h"
 #include "toolkit/icons.h"
+#include "toolkit/keys.h"
 #include "toolkit/rowKey.h"
 #include "toolkit/tips.h"
 #include "toolkit/twips.h"
@@ -262,10 +263,8 @@ void frmKlienti::focusTop() {
 }
 
 void frmKlienti::keyPressEvent(QKeyEvent* event) {
-    auto* button = qobject_cast<QAbstractButton*>(focusWidget());
-    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && button != nullptr) {
-        button->click();
-    } else if (event->key() == Qt::Key_Escape && !shown_.isEmpty()) {
+    if (keys::pressFocusedButton(*this, *event)) return;
+    if (event->key() == Qt::Key_Escape && !shown_.isEmpty()) {
         hidePanel(*shown_.last());
     } else if (event->key() == Qt::Key_Escape && focusWidget() != ui_->txtFindUser) {
         close();

@@ -2,6 +2,7 @@
 
 #include <QFile>
 
+#include "lookup/mModInetPic.h"
 #include "support/TemporaryProgram.h"
 #include "support/detailWindow.h"
 #include "support/filmPages.h"
@@ -11,7 +12,7 @@ using csfd::Field;
 
 namespace {
 
-const Sites sites{.filmDb = u"http://film.example"_s, .filmDb2 = u"http://imdb.example"_s};
+const Sites sites{.filmDb = u"http://film.example"_s, .filmDb2 = u"http://imdb.example"_s, .shop = {}};
 const QString film = u"http://film.example/film/1-DUM/"_s;
 const ScriptedOutside::Box downloadFailed{u"Pri detailu došlo k chybě chybe."_s, 0, u""_s};
 
@@ -168,6 +169,34 @@ TEST_F(DetailTest, WithoutARowTheFilesOfTheLastReadingAreReadAgain) {
     EXPECT_EQ(outside.boxes,
               QList({ScriptedOutside::Box{u"Není vybraný film v seznamu nalezených."_s, 64, u""_s}}));
     EXPECT_TRUE(window.fields.isEmpty());
+}
+
+TEST_F(DetailTest, TheFilmIsTheOneSelectedAtTheBeginningAndThePageTheOneReadLast) {
+    serve({});
+    int yields = 0;
+    window.onYield = [&] {
+        if (++yields == 2) window.path = u"2-JINY/"_s;
+        // Between the title and the genre another page takes the place of this one.
+        if (field(Field::originalTitle) == u"Lost House" && buffers.page.text().contains(u"Drama"))
+            buffers.page = csfd::Page(QString(buffers.page.text()).replace(u"Drama"_s, u"Horor"_s));
+    };
+    read();
+    EXPECT_EQ(outside.downloads.value(1), film + u"?text=87"_s);
+    EXPECT_EQ(field(Field::genre), u"Horor, Komedie"_s);
+}
+
+TEST_F(DetailTest, APictureHasOneScratchFileForEachSuffix) {
+    const std::pair<QString, QString> names[] = {
+        {u"http://x/a.jpeg"_s, u"webnahl.peg"_s}, {u"ab"_s, u"webnahl.ab"_s}, {u""_s, u"webnahl."_s}};
+    for (const auto& [address, name] : names) {
+        outside.pages = {{address, "picture"}, {u"http://shop/"_s + address, "picture"}};
+        const QString path = folder() + u"/data/"_s + name;
+        QString shown;
+        EXPECT_EQ(NactiWebObrazek(address, [&](const QString& file) { shown = file; }), path);
+        EXPECT_EQ(shown, path);
+        EXPECT_EQ(NactiObrazekObchodu(u"http://shop"_s, address, [](const QString&) {}), path);
+    }
+    EXPECT_EQ(NactiWebObrazek(u"gone"_s, [](const QString&) { FAIL(); }), u""_s);
 }
 
 TEST_F(DetailTest, APageCutOffAnywhereGivesFieldsOrTheOneFailure) {

@@ -71,7 +71,7 @@ class FrmCSFDFindTest : public TemporaryProgram {
 
     const QString search = u"/hledani-filmu-hercu-reziseru-ve-filmove-databazi/?search="_s;
     WebServer server;
-    const Sites sites{.filmDb = server.root(), .filmDb2 = server.root()};
+    const Sites sites{.filmDb = server.root(), .filmDb2 = server.root(), .shop = {}};
 };
 
 }  // namespace
@@ -90,6 +90,9 @@ TEST_F(FrmCSFDFindTest, EverySearchAddsItsFilmsAndAFailedOneChangesNothing) {
     EXPECT_EQ(count(window), u"Počet nalezených záznamů: 2"_s);
     press(window, "Command1");
     EXPECT_EQ(count(window), u"Počet nalezených záznamů: 4"_s);
+    in<QLineEdit>(window, "findCZ").setFocus();
+    QTest::keyClick(&in<QLineEdit>(window, "findCZ"), Qt::Key_Return);  // no search from here
+    EXPECT_EQ(list.count(), 4);
     EXPECT_EQ(list.itemAt(2).text(), u"ZTRACENÝ DŮM (1999)"_s);
     EXPECT_EQ(list.itemAt(3).subItem(1), u"2-B/"_s);
     EXPECT_EQ(list.selectedItem().row(), 0);

@@ -86,6 +86,16 @@ void VirtualScreen::type(const QString& window, const QString& text) const {
     xdotool({u"windowfocus"_s, u"--sync"_s, window, u"type"_s, u"--delay"_s, u"25"_s, text});
 }
 
+bool VirtualScreen::waitForHeight(const QString& window, int height, int milliseconds) const {
+    QElapsedTimer waiting;
+    waiting.start();
+    const QString wanted = u"HEIGHT=%1"_s.arg(height);
+    while (!xdotool({u"getwindowgeometry"_s, u"--shell"_s, window}).contains(wanted)) {
+        if (waiting.elapsed() > milliseconds) return false;
+    }
+    return true;
+}
+
 bool VirtualScreen::waitUntilGone(const QString& title) const {
     QElapsedTimer waiting;
     waiting.start();

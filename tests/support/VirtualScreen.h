@@ -32,6 +32,8 @@ class VirtualScreen final {
     void drag(const QString& window, QPoint from, QPoint to) const;
     /// Types a text into whatever has the keyboard in a window.
     void type(const QString& window, const QString& text) const;
+    /// Waits until a window has a height. @return false when it has another one after that time.
+    bool waitForHeight(const QString& window, int height, int milliseconds = 60000) const;
     /// Waits until no window with such a title is visible. @return false when one still is after a minute.
     bool waitUntilGone(const QString& title) const;
 

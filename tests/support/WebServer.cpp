@@ -14,12 +14,24 @@ WebServer::WebServer(const QString& certificate, const QString& key) {
                                                        QFile::encodeName(key).constData());
     }
     // Before routing, as that would split the target and decode it.
-    server_->set_pre_routing_handler([this](const httplib::Request& request, httplib::Response& response) {
+    const auto respond = [this](const httplib::Request& request, httplib::Response& response) {
         const Page page = answer(QString::fromStdString(request.target));
         response.status = page.status;
         response.set_content(page.body.toStdString(), page.type.toStdString());
         if (!page.location.isEmpty()) response.set_header("Location", page.location.toStdString());
+    };
+    server_->set_pre_routing_handler([respond](const httplib::Request& request, httplib::Response& response) {
+        // What is posted has not been read yet.
+        if (request.method == "POST") return httplib::Server::HandlerResponse::Unhandled;
+        respond(request, response);
         return httplib::Server::HandlerResponse::Handled;
+    });
+    server_->Post(".*", [this, respond](const httplib::Request& request, httplib::Response& response) {
+        {
+            const QMutexLocker lock(&mutex_);
+            posts_.append(QByteArray::fromStdString(request.body));
+        }
+        respond(request, response);
     });
     const int port = server_->bind_to_any_port("127.0.0.1");
     root_ = u"%1://127.0.0.1:%2"_s.arg(certificate.isEmpty() ? u"http"_s : u"https"_s).arg(port);
@@ -42,6 +54,11 @@ void WebServer::serve(const QString& target, const Page& page) {
 QStringList WebServer::targets() const {
     const QMutexLocker lock(&mutex_);
     return targets_;
+}
+
+QByteArrayList WebServer::posts() const {
+    const QMutexLocker lock(&mutex_);
+    return posts_;
 }
 
 WebServer::Page WebServer::answer(const QString& target) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QByteArray>
+#include <QByteArrayList>
 #include <QHash>
 #include <QMutex>
 #include <QStringList>
@@ -36,6 +36,8 @@ class WebServer final {
     void serve(const QString& target, const Page& page);
     /// All targets asked for, in order.
     QStringList targets() const;
+    /// The bodies of all forms sent, in order.
+    QByteArrayList posts() const;
 
  private:
     Page answer(const QString& target);
@@ -43,6 +45,7 @@ class WebServer final {
     mutable QMutex mutex_;
     QHash<QString, Page> pages_;
     QStringList targets_;
+    QByteArrayList posts_;
     std::unique_ptr<httplib::Server> server_;
     QString root_;
     std::thread thread_;

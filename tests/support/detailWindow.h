@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMap>
+#include <functional>
 
 #include "lookup/mDetail.h"
 #include "platform/errors.h"
@@ -33,7 +34,9 @@ class RecordingDetailWindow final : public csfd::DetailWindow {
     void showWait() override { waits = true; }
     void hideWait() override { waits = false; }
     void repaintFields() override {}
-    void yield() override {}
+    void yield() override {
+        if (onYield) onYield();
+    }
 
     int row = 0;
     QString path = QStringLiteral("1-DUM/");
@@ -45,4 +48,5 @@ class RecordingDetailWindow final : public csfd::DetailWindow {
     QString poster;
     bool posterWanted = true;
     bool waits = false;
+    std::function<void()> onYield;
 };

@@ -1,0 +1,94 @@
+#include "browser/WebBrowser.h"
+
+#include <QFile>
+#include <QTimer>
+#include <QUrl>
+#include <QWebEngineLoadingInfo>
+#include <QWebEngineScript>
+#include <QWebEngineSettings>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString bodyScript() {
+    QFile file(u":/browser/innerHtml.js"_s);
+    return file.open(QFile::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+}  // namespace
+
+/// A page that tells where it is about to go and keeps its scripts' boxes from the user.
+class WebBrowser::Page final : public QWebEnginePage {
+ public:
+    Page(QWebEngineProfile* profile, const Events& events) : QWebEnginePage(profile), events_(events) {}
+
+ protected:
+    bool acceptNavigationRequest(const QUrl& url, NavigationType /*type*/, bool isMainFrame) override {
+        if (isMainFrame) events_.BeforeNavigate2(url.toString());
+        return true;
+    }
+    void javaScriptAlert(const QUrl& /*origin*/, const QString& /*text*/) override {}
+    bool javaScriptConfirm(const QUrl& /*origin*/, const QString& /*text*/) override { return false; }
+    bool javaScriptPrompt(const QUrl& /*origin*/, const QString& /*text*/, const QString& /*preset*/,
+                          QString* /*result*/) override {
+        return false;
+    }
+    void javaScriptConsoleMessage(JavaScriptConsoleMessageLevel /*level*/, const QString& /*message*/,
+                                  int /*line*/, const QString& /*source*/) override {}
+
+ private:
+    const Events& events_;
+};
+
+WebBrowser::WebBrowser(QWidget& parent, Events events)
+    : events_(std::move(events)),
+      profile_(std::make_unique<QWebEngineProfile>()),
+      page_(std::make_unique<Page>(profile_.get(), events_)),
+      view_(std::make_unique<QWebEngineView>(&parent).release()) {
+    view_->setPage(page_.get());
+    view_->setContextMenuPolicy(Qt::NoContextMenu);
+    // The search form is a local page, and its results come from the web.
+    page_->settings()->setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
+    connect(page_.get(), &QWebEnginePage::loadingChanged, this, &WebBrowser::loadingChanged);
+    // Not from within the engine, which knows no exceptions.
+    connect(page_.get(), &QWebEnginePage::loadProgress, this, [this](int percent) {
+        QTimer::singleShot(0, this, [this, percent] { events_.ProgressChange(percent, 100); });
+    });
+}
+
+WebBrowser::~WebBrowser() {
+    page_->disconnect(this);
+    delete view_;
+    page_.reset();
+}
+
+void WebBrowser::Navigate(const QString& urlOrPath) {
+    const bool file = !urlOrPath.contains(u"://"_s);
+    page_->load(file ? QUrl::fromLocalFile(urlOrPath) : QUrl(urlOrPath));
+}
+
+void WebBrowser::Stop() {
+    page_->triggerAction(QWebEnginePage::Stop);
+}
+
+void WebBrowser::loadingChanged(const QWebEngineLoadingInfo& info) {
+    // A page of the site counts as one, whatever its status; the engine's own error pages do not.
+    const bool answered = info.status() == QWebEngineLoadingInfo::LoadSucceededStatus ||
+                          (info.status() == QWebEngineLoadingInfo::LoadFailedStatus &&
+                           info.errorDomain() == QWebEngineLoadingInfo::HttpStatusCodeDomain);
+    if (answered) takeBody(info.url().toString());
+}
+
+void WebBrowser::takeBody(const QString& url) {
+    static const QString script = bodyScript();
+    // In a world of its own, where the page's scripts cannot have changed anything.
+    page_->runJavaScript(script, QWebEngineScript::ApplicationWorld,
+                         [self = QPointer<WebBrowser>(this), url](const QVariant& body) {
+                             if (self == nullptr || !body.isValid()) return;
+                             QTimer::singleShot(0, self, [self, url, html = body.toString()] {
+                                 self->body_ = html;
+                                 self->events_.DocumentComplete(url);
+                             });
+                         });
+}

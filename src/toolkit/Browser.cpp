@@ -1,0 +1,38 @@
+#include "toolkit/Browser.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QPluginLoader>
+
+#include "platform/errors.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Beside the program, or where a system keeps the libraries of one program; else among Qt's own folders.
+QString pluginFile() {
+    const QString name = u"kalvera_browser"_s;
+    const QDir executable(QCoreApplication::applicationDirPath());
+    for (const QString& folder : {u"."_s, u"../lib/kalvera"_s}) {
+        for (const QString& file :
+             {u"lib"_s + name + u".so"_s, u"lib"_s + name + u".dylib"_s, name + u".dll"_s}) {
+            const QString path = executable.filePath(folder + u'/' + file);
+            if (QFile::exists(path)) return path;
+        }
+    }
+    return name;
+}
+
+}  // namespace
+
+BrowserFactory& browserFactory() {
+    static QPluginLoader loader;
+    if (!loader.isLoaded()) loader.setFileName(pluginFile());
+    auto* factory = qobject_cast<BrowserFactory*>(loader.instance());
+    if (factory == nullptr) {
+        qWarning("%s", qPrintable(loader.errorString()));
+        throw RuntimeError(errors::cannotCreateObject);
+    }
+    return *factory;
+}
