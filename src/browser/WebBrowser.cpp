@@ -48,8 +48,17 @@ WebBrowser::WebBrowser(QWidget& parent, Events events)
       view_(std::make_unique<QWebEngineView>(&parent).release()) {
     view_->setPage(page_.get());
     view_->setContextMenuPolicy(Qt::NoContextMenu);
-    // The search form is a local page, and its results come from the web.
-    page_->settings()->setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
+    view_->setAcceptDrops(false);
+    const auto set = [this](QWebEngineSettings::WebAttribute attribute, bool on) {
+        page_->settings()->setAttribute(attribute, on);
+    };
+    // The search form is a local page, and its results come from the web. It holds a title, which may hold
+    // anything, so it must not reach other local files.
+    set(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
+    set(QWebEngineSettings::LocalContentCanAccessFileUrls, false);
+    // Pages are cut and not looked at.
+    set(QWebEngineSettings::AutoLoadImages, false);
+    set(QWebEngineSettings::AutoLoadIconsForPage, false);
     connect(page_.get(), &QWebEnginePage::loadingChanged, this, &WebBrowser::loadingChanged);
     // Not from within the engine, which knows no exceptions.
     connect(page_.get(), &QWebEnginePage::loadProgress, this, [this](int percent) {

@@ -3,6 +3,8 @@
 #include "film/frmDVD.h"
 #include "lookup/frmCSFDFind.h"
 #include "lookup/frmNetFind.h"
+#include "platform/Outside.h"
+#include "platform/errors.h"
 #include "platform/text.h"
 #include "toolkit/textBox.h"
 #include "ui_frmDVD.h"
@@ -23,12 +25,19 @@ void takeUnlessBlank(QPlainTextEdit& box, const QString& found) {
 }  // namespace
 
 void frmDVD::lookUpInShop() {
-    frmNetFind lookup(sites_, browserFactory(), this);
-    const QString term = text::trim(ui_->txtCZName->text());
-    if (!term.isEmpty()) lookup.PredpripravSTR(term);
-    lookup.exec();
-    if (!lookup.VlozitData) return;
-    const LookupResult found = lookup.result();
+    std::unique_ptr<frmNetFind> lookup;
+    try {
+        lookup = std::make_unique<frmNetFind>(sites_, browserFactory(), this);
+        const QString term = text::trim(ui_->txtCZName->text());
+        if (!term.isEmpty()) lookup->PredpripravSTR(term);
+    } catch (const RuntimeError& failure) {
+        // A part of the program that is missing must not cost the film that is being entered.
+        MsgBox(u"Vyhledávání v obchodě nelze otevřít:\n"_s + failure.description(), boxStyle::critical);
+        return;
+    }
+    lookup->exec();
+    if (!lookup->VlozitData) return;
+    const LookupResult found = lookup->result();
     const QString originalTitle = found.originalTitle == u"&nbsp;" ? u" "_s : found.originalTitle;
     ui_->txtCZName->setText(found.czechTitle);
     ui_->txtDelka->setText(found.length);

@@ -53,6 +53,7 @@ frmCSFDFind::frmCSFDFind(const Sites& sites, QWidget* parent)
     connect(ui_->Command1, &QPushButton::clicked, this, [this] { Hledej(ui_->Text1->text()); });
     connect(ui_->Command2, &QPushButton::clicked, this, &frmCSFDFind::readSelected);
     connect(ui_->cmdInsertData, &QPushButton::clicked, this, [this] {
+        if (!isVisible()) return;  // a click that waited behind the one that closed the window
         accept();
         VlozitData = true;
     });

@@ -66,6 +66,7 @@ frmNetFind::frmNetFind(const Sites& sites, BrowserFactory& browsers, QWidget* pa
         later->hide();
     connect(ui_->cmdDataGet, &QPushButton::clicked, this, &frmNetFind::loadSelected);
     connect(ui_->Command4, &QPushButton::clicked, this, [this] {
+        if (!isVisible()) return;  // a click that waited behind the one that closed the window
         accept();
         VlozitData = true;
     });
@@ -131,6 +132,7 @@ void frmNetFind::listIsThere(const QString& url) {
     NactiSeznamObchod();
     if (ui_->List1->count() > 0) {
         ui_->cmdDataGet->setEnabled(true);
+        ui_->List1->setCurrentRow(0);
         ui_->List1->setFocus();
     }
     if (ui_->List1->count() >= tooMany) {
@@ -165,7 +167,7 @@ void frmNetFind::filmIsThere(const QString& url) {
     ui_->framData->raise();
     resizeTo(wideWidth, wideHeight);
     obchod::NactiDetailObchod(filmPage_, sites_.shop, *this);
-    ui_->Command4->setFocus();
+    ui_->Command4->setFocus(Qt::TabFocusReason);
 }
 
 void frmNetFind::showProgress(int progress, int maximum) {

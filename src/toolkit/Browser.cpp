@@ -31,7 +31,7 @@ BrowserFactory& browserFactory() {
     if (!loader.isLoaded()) loader.setFileName(pluginFile());
     auto* factory = qobject_cast<BrowserFactory*>(loader.instance());
     if (factory == nullptr) {
-        qWarning("%s", qPrintable(loader.errorString()));
+        qWarning("%s: %s", qPrintable(loader.fileName()), qPrintable(loader.errorString()));
         throw RuntimeError(errors::cannotCreateObject);
     }
     return *factory;

@@ -17,6 +17,16 @@ class FrmDVDTest : public EditorTest {
 
 }  // namespace
 
+TEST_F(FrmDVDTest, AMissingPartOfTheShopLookupIsToldAndLosesNothing) {
+    open(0);
+    type("txtCZName", u"Čáp"_s);
+    press("cmdFindNet");  // the plugin does not lie beside the tests
+    ASSERT_EQ(outside.boxes.size(), 1);
+    EXPECT_EQ(outside.boxes[0].style, 16);
+    EXPECT_TRUE(outside.boxes[0].text.startsWith(u"Vyhledávání v obchodě nelze otevřít:\n"));
+    EXPECT_EQ(typed("txtCZName"), u"Čáp"_s);
+}
+
 TEST_F(FrmDVDTest, OpensEmptyAtItsSizeOnTheFirstTab) {
     open(0);
     EXPECT_EQ(editor().windowTitle(), u"DVD Film"_s);

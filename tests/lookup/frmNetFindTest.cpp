@@ -108,7 +108,9 @@ TEST_F(FrmNetFindTest, GoesFromTheFormToTheListToTheFilmByWhatTheBrowsersTell) {
     list(3);
     EXPECT_EQ(state(), u"Frame1 402x218"_s);
     EXPECT_EQ(in<QGroupBox>("Frame1").title(), u"Nalezeno 3 záznamů"_s);
-    in<QPushButton>("cmdDataGet").click();  // nothing selected
+    EXPECT_EQ(in<QListWidget>("List1").currentRow(), 0);
+    in<QListWidget>("List1").clearSelection();
+    in<QPushButton>("cmdDataGet").click();
     EXPECT_EQ(state(), u"Frame1 402x218"_s);
     in<QListWidget>("List1").setCurrentRow(1);
     in<QPushButton>("cmdDataGet").click();
@@ -185,6 +187,8 @@ TEST_F(FrmNetFindTest, OnlyTheAcceptingButtonLeavesAResult) {
         EXPECT_EQ(window().VlozitData, accepted) << button;
         EXPECT_FALSE(window().isVisible());
     }
+    in<QPushButton>("Command4").click();  // behind the click that closed the window
+    EXPECT_FALSE(window().VlozitData);
     window().show();
     window().VlozitData = true;
     QTest::keyClick(&window(), Qt::Key_Escape);

@@ -54,8 +54,16 @@ QString VirtualScreen::xdotool(const QStringList& arguments, int milliseconds) c
 }
 
 QString VirtualScreen::waitForWindow(const QString& title) const {
-    return xdotool({u"search"_s, u"--sync"_s, u"--onlyvisible"_s, u"--limit"_s, u"1"_s, u"--name"_s, title},
-                   patience);
+    QElapsedTimer waiting;
+    waiting.start();
+    QString window;
+    // A search ends early when a window goes away under it.
+    while (window.isEmpty() && waiting.elapsed() < patience) {
+        window =
+            xdotool({u"search"_s, u"--sync"_s, u"--onlyvisible"_s, u"--limit"_s, u"1"_s, u"--name"_s, title},
+                    patience);
+    }
+    return window;
 }
 
 bool VirtualScreen::hasWindow(const QString& title) const {

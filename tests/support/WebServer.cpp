@@ -56,6 +56,11 @@ QStringList WebServer::targets() const {
     return targets_;
 }
 
+bool WebServer::waitForRequest() const {
+    const QMutexLocker lock(&mutex_);
+    return !targets_.isEmpty() || asked_.wait(&mutex_, 60000);
+}
+
 QByteArrayList WebServer::posts() const {
     const QMutexLocker lock(&mutex_);
     return posts_;
@@ -64,5 +69,6 @@ QByteArrayList WebServer::posts() const {
 WebServer::Page WebServer::answer(const QString& target) {
     const QMutexLocker lock(&mutex_);
     targets_.append(target);
+    asked_.wakeAll();
     return pages_.value(target, {.body = "missing", .status = 404});
 }

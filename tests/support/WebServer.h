@@ -4,6 +4,7 @@
 #include <QHash>
 #include <QMutex>
 #include <QStringList>
+#include <QWaitCondition>
 #include <memory>
 #include <thread>
 
@@ -36,6 +37,8 @@ class WebServer final {
     void serve(const QString& target, const Page& page);
     /// All targets asked for, in order.
     QStringList targets() const;
+    /// Waits until anything has been asked for. @return false when nothing was within a minute.
+    bool waitForRequest() const;
     /// The bodies of all forms sent, in order.
     QByteArrayList posts() const;
 
@@ -43,6 +46,7 @@ class WebServer final {
     Page answer(const QString& target);
 
     mutable QMutex mutex_;
+    mutable QWaitCondition asked_;
     QHash<QString, Page> pages_;
     QStringList targets_;
     QByteArrayList posts_;

