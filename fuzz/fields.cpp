@@ -1,5 +1,7 @@
 // Fields between markers, which come from the page itself, so that they are found often.
 
+#include <QStringList>
+
 #include "fuzzText.h"
 #include "lookup/mCSFD.h"
 #include "lookup/webText.h"

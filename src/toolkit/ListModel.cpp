@@ -31,7 +31,7 @@ void ListModel::beginFill() {
 void ListModel::endFill() {
     filling_ = false;
     if (shown_ == count()) return;
-    if (sorted_) sort();
+    if (sorted_) sortRows();
     // One reset is cheaper for a view than one insertion of many rows, and the selection starts anew anyway.
     beginResetModel();
     shown_ = count();
@@ -116,16 +116,16 @@ void ListModel::moveToSortedRow(int item) {
 
 void ListModel::setSorted(bool sorted) {
     sorted_ = sorted;
-    if (sorted_) sort();
+    if (sorted_) sortRows();
 }
 
 void ListModel::setSort(int column, Qt::SortOrder order) {
     sortKey_ = column;
     sortOrder_ = order;
-    if (sorted_) sort();
+    if (sorted_) sortRows();
 }
 
-void ListModel::sort() {
+void ListModel::sortRows() {
     // One key for each row: comparing two of them costs far less than comparing two texts.
     std::vector<QCollatorSortKey> keys;
     keys.reserve(order_.size());

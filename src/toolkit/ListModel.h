@@ -70,7 +70,7 @@ class ListModel final : public QAbstractTableModel {
     void tellChanged(int item, int firstColumn, int lastColumn, int role);
     int sortedRow(int item) const;
     void moveToSortedRow(int item);
-    void sort();
+    void sortRows();
     void takeOrder(std::vector<int> order);
 
     QStringList captions_;
