@@ -21,8 +21,6 @@ void findProgramFolder() {
 }  // namespace
 
 int main(int argc, char** argv) {
-    // The browser plugin wants it, and it is too late once the application stands.
-    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     Application application(argc, argv);
     std::unique_ptr<frmMaster> master;
     Application::guarded([&master] {

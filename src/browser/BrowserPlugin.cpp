@@ -1,12 +1,33 @@
 // The plugin with the browser control. The program loads it when the first window with a browser opens.
 
+#include <QCoreApplication>
 #include <QObject>
+#include <QOpenGLContext>
 
 #ifdef Q_OS_UNIX
 #include <unistd.h>
 #endif
 
 #include "browser/WebBrowser.h"
+
+// What Qt itself calls where the attribute for shared contexts is set before the application object. It is
+// exported, but declared in no public header.
+QT_BEGIN_NAMESPACE
+Q_GUI_EXPORT void qt_gl_set_global_share_context(QOpenGLContext* context);
+QT_END_NAMESPACE
+
+namespace {
+
+/// The context that the engine's views share. Made with the first one, as making it takes long.
+void makeSharedContext() {
+    if (QOpenGLContext::globalShareContext() != nullptr) return;
+    auto context = std::make_unique<QOpenGLContext>();
+    if (!context->create()) return;
+    context->setParent(QCoreApplication::instance());
+    qt_gl_set_global_share_context(context.release());
+}
+
+}  // namespace
 
 class BrowserPlugin final : public QObject, public BrowserFactory {
     Q_OBJECT
@@ -19,6 +40,7 @@ class BrowserPlugin final : public QObject, public BrowserFactory {
         // The engine's sandbox does not start for root, and the engine not without it unless told so.
         if (geteuid() == 0) qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
 #endif
+        makeSharedContext();
         return std::make_unique<WebBrowser>(parent, std::move(events));
     }
 };

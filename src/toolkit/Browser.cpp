@@ -28,6 +28,8 @@ QString pluginFile() {
 
 BrowserFactory& browserFactory() {
     static QPluginLoader loader;
+    // The engine asks for it. Set before the application object it would cost every start a graphics context.
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     if (!loader.isLoaded()) loader.setFileName(pluginFile());
     auto* factory = qobject_cast<BrowserFactory*>(loader.instance());
     if (factory == nullptr) {
