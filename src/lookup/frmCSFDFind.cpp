@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 
 #include "lookup/Module2.h"
+#include "lookup/lookupBox.h"
 #include "lookup/mCSFD.h"
 #include "lookup/mModInetPic.h"
 #include "lookup/webText.h"
@@ -12,8 +13,6 @@
 #include "platform/text.h"
 #include "toolkit/icons.h"
 #include "toolkit/keys.h"
-#include "toolkit/loadedText.h"
-#include "toolkit/textBox.h"
 #include "toolkit/twips.h"
 #include "ui_frmCSFDFind.h"
 
@@ -27,9 +26,6 @@ constexpr int windowWidth = 9570;
 constexpr int windowHeight = 5820;
 constexpr int fieldsLeft = 90;
 constexpr int fieldsTop = 30;
-
-/// Text boxes hold no more than this, so that a page gone wrong does not stall the window.
-constexpr qsizetype longestText = 65535;
 
 /// Download of an address to a file, true on success.
 bool DwnFile(const QString& url, const QString& path) {
@@ -164,23 +160,11 @@ QWidget& frmCSFDFind::control(Field field) const {
 }
 
 QString frmCSFDFind::text(Field field) const {
-    const QWidget& box = control(field);
-    if (const auto* titles = qobject_cast<const QComboBox*>(&box)) return titles->currentText();
-    if (const auto* lines = qobject_cast<const QPlainTextEdit*>(&box)) return textBox::text(*lines);
-    return loadedText::toStore(*qobject_cast<const QLineEdit*>(&box));
+    return lookupBox::text(control(field));
 }
 
 void frmCSFDFind::setText(Field field, const QString& text) {
-    QWidget& box = control(field);
-    if (auto* titles = qobject_cast<QComboBox*>(&box)) {
-        titles->setEditText(text);
-    } else if (auto* lines = qobject_cast<QPlainTextEdit*>(&box)) {
-        textBox::setText(*lines, text.left(longestText));
-    } else {
-        auto* line = qobject_cast<QLineEdit*>(&box);
-        loadedText::show(*line, text.left(line->maxLength()));
-        line->setCursorPosition(0);
-    }
+    lookupBox::setText(control(field), text);
 }
 
 void frmCSFDFind::clearOtherTitles() {

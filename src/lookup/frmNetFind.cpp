@@ -5,6 +5,7 @@
 #include <QSaveFile>
 #include <QShortcut>
 
+#include "lookup/lookupBox.h"
 #include "lookup/webText.h"
 #include "platform/Outside.h"
 #include "platform/codepage.h"
@@ -13,8 +14,6 @@
 #include "platform/text.h"
 #include "toolkit/icons.h"
 #include "toolkit/keys.h"
-#include "toolkit/loadedText.h"
-#include "toolkit/textBox.h"
 #include "toolkit/twips.h"
 #include "ui_frmNetFind.h"
 
@@ -32,9 +31,6 @@ constexpr int outOfSight = -10000;
 constexpr int fieldsPlace = 45;
 
 constexpr int tooMany = 20;
-
-/// Text boxes hold no more than this, so that a page gone wrong does not stall the window.
-constexpr qsizetype longestText = 65535;
 
 QString inData(const QString& name) {
     return paths::inProgramFolder(u"\\data\\"_s + name);
@@ -231,20 +227,11 @@ QWidget& frmNetFind::control(Field field) const {
 }
 
 QString frmNetFind::text(Field field) const {
-    const QWidget& box = control(field);
-    if (const auto* lines = qobject_cast<const QPlainTextEdit*>(&box)) return textBox::text(*lines);
-    return loadedText::toStore(*qobject_cast<const QLineEdit*>(&box));
+    return lookupBox::text(control(field));
 }
 
 void frmNetFind::setText(Field field, const QString& text) {
-    QWidget& box = control(field);
-    if (auto* lines = qobject_cast<QPlainTextEdit*>(&box)) {
-        textBox::setText(*lines, text.left(longestText));
-    } else {
-        auto* line = qobject_cast<QLineEdit*>(&box);
-        loadedText::show(*line, text.left(line->maxLength()));
-        line->setCursorPosition(0);
-    }
+    lookupBox::setText(control(field), text);
 }
 
 void frmNetFind::showPicture(const QString& path) {
