@@ -79,7 +79,7 @@ void filmDetail(benchmark::State& state) {
     const QTemporaryDir folder;
     QDir(folder.path()).mkpath(u"data"_s);
     paths::setProgramFolder(folder.path());
-    const Sites sites{.filmDb = u"http://film"_s, .filmDb2 = u"http://other"_s, .shop = {}};
+    const Sites sites{.filmDb = u"http://film"_s, .filmDb2 = u"http://other"_s};
     const QString address = u"http://film/film/1-DUM/"_s;
     filmPages::Film film;
     while (film.otherTitles.size() < state.range(0) * 1000)

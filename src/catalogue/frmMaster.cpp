@@ -10,6 +10,7 @@
 #include "film/frmZanry.h"
 #include "platform/errors.h"
 #include "platform/text.h"
+#include "printing/frmTisknout.h"
 #include "rental/SharedUser.h"
 #include "rental/frmKlienti.h"
 #include "toolkit/appTitle.h"
@@ -144,6 +145,10 @@ void frmMaster::connectCommands() {
             [this] { ownedWindows_.open(frmKlienti_, *this, user_); });
     connect(ui_->smnuPujcovna_2, &QAction::triggered, this,
             [this] { ownedWindows_.show(user_->loaded(), *this); });
+    connect(ui_->keyPrint, &QAction::triggered, this, [this] { frmTisknout(this).exec(); });
+    connect(ui_->mnuFindObal, &QAction::triggered, this, [this] { findCover({}); });
+    connect(ui_->mnuListItem_4, &QAction::triggered, this,
+            [this] { findCover(text::trim(lvwList_->selectedItem().subItem(1))); });
     connect(ui_->smnuDB_5, &QAction::triggered, this, &QWidget::close);
     // The two entries of "Zálohovat" do nothing: what is done with the files is done from outside, where both
     // can be copied at any moment that the program waits.
@@ -151,8 +156,8 @@ void frmMaster::connectCommands() {
 
 void frmMaster::enableCommands() {
     const bool selected = lvwList_->hasSelectedItem();
-    for (QAction* action :
-         {ui_->KeyEdit, ui_->KeyPujcitVratit, ui_->mnuListItem_0, ui_->mnuListItem_1, ui_->mnuListItem_2}) {
+    for (QAction* action : {ui_->KeyEdit, ui_->KeyPujcitVratit, ui_->mnuListItem_0, ui_->mnuListItem_1,
+                            ui_->mnuListItem_2, ui_->mnuListItem_4}) {
         action->setEnabled(selected);
     }
 }

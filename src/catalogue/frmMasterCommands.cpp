@@ -7,6 +7,7 @@
 #include "film/frmDVD.h"
 #include "platform/Outside.h"
 #include "platform/text.h"
+#include "printing/frmFindObal.h"
 #include "rental/frmPujcDVD.h"
 #include "rental/mPujcky.h"
 
@@ -116,6 +117,12 @@ void frmMaster::NajdiText(const QString& mode, const QString& term) {
     const ListItem found = lvwList_->itemAt(row);
     lvwList_->select(found);
     lvwList_->ensureVisible(found);
+}
+
+void frmMaster::findCover(const QString& title) {
+    frmFindObal covers(sites_, this);
+    covers.setTerm(title);
+    covers.exec();
 }
 
 void frmMaster::sortByColumn(int column) {

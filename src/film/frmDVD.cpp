@@ -7,13 +7,13 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QSaveFile>
 #include <limits>
 
 #include "core/mDatabase.h"
 #include "core/mDialog.h"
 #include "core/mFunction.h"
 #include "platform/Outside.h"
+#include "platform/files.h"
 #include "platform/paths.h"
 #include "toolkit/controlArray.h"
 #include "toolkit/icons.h"
@@ -197,15 +197,7 @@ void frmDVD::copyPictureOut(int picture) {
         paths::inProgramFolder(picture == 0 ? u"\\data\\obal.jpg" : u"\\data\\nahled.jpg"));
     const QString destination = UlozitObrazek(this);
     if (path.isEmpty() || destination.isEmpty()) return;
-    QFile source(path);
-    if (!source.open(QFile::ReadOnly)) throw RuntimeError(errors::fileNotFound);
-    // A copy that fails leaves a file that stands there as it was.
-    QSaveFile copy(destination);
-    if (!copy.open(QFile::WriteOnly)) throw RuntimeError(errors::pathAccess);
-    constexpr qint64 block = 100000;
-    for (QByteArray piece = source.read(block); !piece.isEmpty(); piece = source.read(block))
-        copy.write(piece);
-    if (!copy.commit()) throw RuntimeError(errors::diskFull);
+    files::copy(path, destination);
 }
 
 int frmDVD::departmentIndex() const {

@@ -16,12 +16,6 @@ namespace {
 const QStringView data = u"PicDat";
 const QStringView size = u"PicSize";
 
-void openPictureFile(ado::Connection& connection) {
-    QString path = paths::inProgramFolder(u"\\data\\pictures.ddb");
-    path.remove(QChar::Null);
-    connection.Open(connectionString(path), {}, {}, -1);
-}
-
 void openRows(ado::Recordset& rows, ado::Connection& connection, const QString& sql) {
     rows.Open(sql, connection, 1, 2, -1);
 }
@@ -76,6 +70,12 @@ QString show(qint32 id, Group group) {
 }
 
 }  // namespace
+
+void openPictureFile(ado::Connection& connection) {
+    QString path = paths::inProgramFolder(u"\\data\\pictures.ddb");
+    path.remove(QChar::Null);
+    connection.Open(connectionString(path), {}, {}, -1);
+}
 
 qint32 UlozObal(qint32 film, const QString& path) {
     Err.Clear();

@@ -2,9 +2,15 @@
 
 #include <QString>
 
+#include "platform/ado.h"
+
 /// The picture store: a film's cover and preview in `tPicture` of the picture file. Each routine opens that
 /// file for itself and closes it again; the shared connection is not touched. A film has at most one row for
 /// each group, which is found again by the pair and keeps its key.
+
+/// Opens the picture file, which lies in the program folder whatever catalogue is in use.
+/// @throws RuntimeError when it cannot be opened.
+void openPictureFile(ado::Connection& connection);
 
 /// Stores the file at `path` as the cover of a film. What fails is skipped; a failure is told in a box after
 /// some of the steps, and the other columns are written all the same.

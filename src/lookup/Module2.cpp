@@ -1,10 +1,8 @@
 #include "lookup/Module2.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QStringDecoder>
 
-#include "platform/errors.h"
+#include "platform/files.h"
 
 QString UTF8NaText(QByteArrayView bytes) {
     QStringDecoder decoder(QStringDecoder::Utf8,
@@ -13,10 +11,5 @@ QString UTF8NaText(QByteArrayView bytes) {
 }
 
 QString NactiUTF8Soubor(const QString& path) {
-    const QFileInfo info(path);
-    if (!info.isFile()) throw RuntimeError(errors::fileNotFound);
-    if (info.size() <= 0) return {};
-    QFile file(path);
-    if (!file.open(QFile::ReadOnly)) throw RuntimeError(errors::pathAccess);
-    return UTF8NaText(file.readAll());
+    return UTF8NaText(files::readAll(path));
 }

@@ -2,7 +2,6 @@
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QSaveFile>
 #include <QShortcut>
 
 #include "lookup/lookupBox.h"
@@ -10,6 +9,7 @@
 #include "platform/Outside.h"
 #include "platform/codepage.h"
 #include "platform/errors.h"
+#include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "toolkit/icons.h"
@@ -37,17 +37,11 @@ QString inData(const QString& name) {
 }
 
 QString readPlainText(const QString& path) {
-    QFile file(path);
-    if (!file.open(QFile::ReadOnly)) throw RuntimeError(errors::fileNotFound);
-    return codepage::fromWindows1250(file.readAll());
+    return codepage::fromWindows1250(files::readAll(path));
 }
 
 void writePlainText(const QString& path, const QString& text) {
-    QSaveFile file(path);
-    if (!file.open(QFile::WriteOnly)) throw RuntimeError(errors::pathAccess);
-    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-    file.write(codepage::toWindows1250(text));
-    if (!file.commit()) throw RuntimeError(errors::pathAccess);
+    files::write(path, {codepage::toWindows1250(text)});
 }
 
 }  // namespace

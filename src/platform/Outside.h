@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 /// Style numbers of a message box as the platform numbers them. Styles add up.
 namespace boxStyle {
@@ -24,6 +25,18 @@ struct FileDialogRequest {
     QString pattern;           ///< such as "*.jpg"
     QString folder;            ///< where it starts
     QString defaultExtension;  ///< appended to a saved name without one; no dot
+};
+
+/// A page with one picture on it, stretched to its place whatever its proportions. Places in twips from the
+/// corner of the paper.
+struct PicturePage {
+    QString picture;  ///< path of the file
+    QString title;    ///< what the print queue calls it
+    bool landscape;
+    int left;
+    int top;
+    int width;
+    int height;
 };
 
 /// The one seam between the program and the world. The object made last is the one in use, as long as it
@@ -48,6 +61,18 @@ class Outside {
     /// Fetches a web address into a file and waits for it with the user's input held back; see `download` in
     /// platform/download.h for the rules. @return false when it failed; the file is then as it was.
     virtual bool download(const QString& url, const QString& path) = 0;
+    /// Hands a file, or a web address, to the program that the desktop has for it, and goes on at once.
+    /// @return false when there is none.
+    virtual bool openWithDesktop(const QString& target) = 0;
+    /// The names of the printers at hand.
+    virtual QStringList printers() = 0;
+    /// Makes the printer of that name the current one; without one of that name the current one stays. At
+    /// first it is the user's default printer.
+    virtual void setPrinter(const QString& name) = 0;
+    /// Prints a page on the current printer, on its usual paper.
+    /// @throws RuntimeError 53 when there is no such picture, 481 when the file is none, 482 when there is no
+    ///         printer or it fails.
+    virtual void printPicture(const PicturePage& page) = 0;
     /// The machine's local date and time.
     virtual QDateTime now() = 0;
 

@@ -1,6 +1,5 @@
 #include "platform/codepage.h"
 
-#include <QHash>
 #include <array>
 
 namespace {
@@ -18,32 +17,28 @@ constexpr std::array<char16_t, 128> upperHalf = {
     0x010D, 0x00E9, 0x0119, 0x00EB, 0x011B, 0x00ED, 0x00EE, 0x010F, 0x0111, 0x0144, 0x0148, 0x00F3, 0x00F4,
     0x0151, 0x00F6, 0x00F7, 0x0159, 0x016F, 0x00FA, 0x0171, 0x00FC, 0x00FD, 0x0163, 0x02D9};
 
-const QHash<char16_t, char>& byteOfCharacter() {
-    static const QHash<char16_t, char> bytes = [] {
-        QHash<char16_t, char> made;
-        for (std::size_t at = 0; at < upperHalf.size(); ++at) {
-            made.insert(upperHalf.at(at), static_cast<char>(0x80 + at));
-        }
-        return made;
-    }();
-    return bytes;
-}
+/// The byte of each character up to the last one that the code page has; '?' for those that it lacks.
+constexpr auto byteOfCharacter = [] {
+    std::array<char, 0x2123> made{};
+    made.fill('?');
+    for (std::size_t at = 0; at < 0x80; ++at)
+        made.at(at) = static_cast<char>(at);
+    for (std::size_t at = 0; at < upperHalf.size(); ++at)
+        made.at(upperHalf.at(at)) = static_cast<char>(0x80 + at);
+    return made;
+}();
 
 }  // namespace
 
 QByteArray codepage::toWindows1250(QStringView text) {
-    const QHash<char16_t, char>& bytes = byteOfCharacter();
-    QByteArray result;
-    result.reserve(text.size());
+    QByteArray result(text.size(), Qt::Uninitialized);
+    char* end = result.data();
     for (qsizetype at = 0; at < text.size(); ++at) {
         const char16_t c = text[at].unicode();
-        if (c < 0x80) {
-            result += static_cast<char>(c);
-            continue;
-        }
-        result += bytes.value(c, '?');
+        *end++ = c < byteOfCharacter.size() ? byteOfCharacter[c] : '?';
         if (text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate()) ++at;
     }
+    result.truncate(end - result.constData());
     return result;
 }
 

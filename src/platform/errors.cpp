@@ -38,6 +38,8 @@ QString errors::description(qint32 number) {
             return u"Neplatný index vlastnosti."_s;
         case invalidPicture:
             return u"Soubor není platný obrázek."_s;
+        case printer:
+            return u"Tiskárna není k dispozici nebo ohlásila chybu."_s;
         case invalidPropertyValue:
             return u"Neplatná hodnota vlastnosti."_s;
         case duplicateKey:

@@ -24,6 +24,7 @@ inline constexpr qint32 noSuchControl = 340;
 inline constexpr qint32 invalidPropertyValue = 380;
 inline constexpr qint32 invalidPropertyIndex = 381;
 inline constexpr qint32 invalidPicture = 481;
+inline constexpr qint32 printer = 482;
 inline constexpr qint32 cannotCreateObject = 429;
 inline constexpr qint32 duplicateKey = 457;
 inline constexpr qint32 noCurrentRecord = 3021;

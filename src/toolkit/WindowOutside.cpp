@@ -1,13 +1,19 @@
 #include "toolkit/WindowOutside.h"
 
 #include <QApplication>
+#include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QUrl>
 
 #include "platform/download.h"
+#include "platform/errors.h"
 #include "toolkit/WaitCursor.h"
 #include "toolkit/appTitle.h"
+#include "toolkit/pagePrinter.h"
 
 namespace {
 
@@ -82,6 +88,31 @@ QString WindowOutside::saveFile(const FileDialogRequest& request, QObject* owner
 bool WindowOutside::download(const QString& url, const QString& path) {
     const WaitCursor wait;
     return ::download(url, path);
+}
+
+bool WindowOutside::openWithDesktop(const QString& target) {
+    const bool web =
+        target.startsWith(QStringLiteral("http:")) || target.startsWith(QStringLiteral("https:"));
+    return QDesktopServices::openUrl(web ? QUrl(target) : QUrl::fromLocalFile(target));
+}
+
+QStringList WindowOutside::printers() {
+    return QPrinterInfo::availablePrinterNames();
+}
+
+void WindowOutside::setPrinter(const QString& name) {
+    if (!QPrinterInfo::printerInfo(name).isNull()) printer_ = name;
+}
+
+void WindowOutside::printPicture(const PicturePage& page) {
+    const WaitCursor wait;
+    QPrinterInfo device = QPrinterInfo::printerInfo(printer_);
+    if (device.isNull()) device = QPrinterInfo::defaultPrinter();
+    // The system may have printers and no default one.
+    if (device.isNull()) device = QPrinterInfo::printerInfo(printers().value(0));
+    if (device.isNull()) throw RuntimeError(errors::printer);
+    QPrinter printer(device, QPrinter::HighResolution);
+    pagePrinter::print(page, printer);
 }
 
 QDateTime WindowOutside::now() {

@@ -12,7 +12,7 @@ using csfd::Field;
 
 namespace {
 
-const Sites sites{.filmDb = u"http://film.example"_s, .filmDb2 = u"http://imdb.example"_s, .shop = {}};
+const Sites sites{.filmDb = u"http://film.example"_s, .filmDb2 = u"http://imdb.example"_s};
 const QString film = u"http://film.example/film/1-DUM/"_s;
 const ScriptedOutside::Box downloadFailed{u"Pri detailu došlo k chybě chybe."_s, 0, u""_s};
 

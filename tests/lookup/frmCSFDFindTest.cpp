@@ -71,7 +71,7 @@ class FrmCSFDFindTest : public TemporaryProgram {
 
     const QString search = u"/hledani-filmu-hercu-reziseru-ve-filmove-databazi/?search="_s;
     WebServer server;
-    const Sites sites{.filmDb = server.root(), .filmDb2 = server.root(), .shop = {}};
+    const Sites sites{.filmDb = server.root(), .filmDb2 = server.root()};
 };
 
 }  // namespace

@@ -79,7 +79,7 @@ class FrmNetFindTest : public TemporaryProgram {
         search().events.DocumentComplete(listUrl);
     }
 
-    const Sites sites{.filmDb = {}, .filmDb2 = {}, .shop = u"http://shop"_s};
+    const Sites sites{.shop = u"http://shop"_s};
     const QString listUrl = u"http://shop/seznam_video.php"_s;
     FakeBrowsers browsers;
 

@@ -3,6 +3,7 @@
 #include <QFile>
 
 #include "platform/download.h"
+#include "platform/errors.h"
 
 BoxAnswer ScriptedOutside::messageBox(const QString& text, int style, const QString& title, QObject*) {
     boxes.append({text, style, title});
@@ -25,4 +26,18 @@ bool ScriptedOutside::download(const QString& url, const QString& path) {
     const auto page = pages.constFind(url);
     QFile file(path);
     return page != pages.constEnd() && file.open(QIODevice::WriteOnly) && file.write(*page) == page->size();
+}
+
+bool ScriptedOutside::openWithDesktop(const QString& target) {
+    opened.append(target);
+    return desktopOpens;
+}
+
+void ScriptedOutside::setPrinter(const QString& name) {
+    if (printerNames.contains(name)) printer_ = name;
+}
+
+void ScriptedOutside::printPicture(const PicturePage& page) {
+    if (printerNames.isEmpty()) throw RuntimeError(errors::printer);
+    printed.append({printerNames.contains(printer_) ? printer_ : printerNames.first(), page});
 }

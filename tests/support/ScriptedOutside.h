@@ -21,6 +21,10 @@ class ScriptedOutside final : public Outside {
     QString openFile(const FileDialogRequest& request, QObject* owner) override;
     QString saveFile(const FileDialogRequest& request, QObject* owner) override;
     bool download(const QString& url, const QString& path) override;
+    bool openWithDesktop(const QString& target) override;
+    QStringList printers() override { return printerNames; }
+    void setPrinter(const QString& name) override;
+    void printPicture(const PicturePage& page) override;
     QDateTime now() override { return moment; }
 
     QList<Box> boxes;
@@ -35,5 +39,15 @@ class ScriptedOutside final : public Outside {
     QHash<QString, QByteArray> pages;
     /// Downloads go to the real web instead.
     bool online = false;
+    /// What was handed to the desktop.
+    QStringList opened;
+    bool desktopOpens = true;
+    /// The printers there are; the first one is the current one until another one is chosen.
+    QStringList printerNames;
+    /// Each page printed, with the printer it was printed on.
+    QList<std::pair<QString, PicturePage>> printed;
     QDateTime moment{QDate(2026, 3, 9), QTime(8, 5, 3)};
+
+ private:
+    QString printer_;
 };

@@ -7,24 +7,12 @@
 #include <cstdio>
 
 #include "core/mDatabase.h"
-#include "platform/Outside.h"
 #include "rental/mPujcky.h"
-
-namespace {
-
-class Clock final : public Outside {
-    BoxAnswer messageBox(const QString&, int, const QString&, QObject*) override { return BoxAnswer::ok; }
-    QString openFile(const FileDialogRequest&, QObject*) override { return {}; }
-    QString saveFile(const FileDialogRequest&, QObject*) override { return {}; }
-    bool download(const QString&, const QString&) override { return false; }
-    QDateTime now() override { return QDateTime::currentDateTime(); }
-};
-
-}  // namespace
+#include "support/ScriptedOutside.h"
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
-    const Clock clock;
+    const ScriptedOutside outside;
     const QStringList arguments = QCoreApplication::arguments();
     ActDBPath = arguments.at(1);
     const qint32 customer = arguments.at(2).toInt();

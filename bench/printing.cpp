@@ -1,0 +1,165 @@
+// Film lists: a simple one of 100,000 films and a detailed one with 2,000 previews of 30 kB, beside reading
+// and writing the same bare; and the memory that the simple one takes.
+
+#include <malloc.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QTextStream>
+#include <map>
+#include <memory>
+
+#include "benchCatalogue.h"
+#include "core/mDatabase.h"
+#include "platform/files.h"
+#include "platform/sqlite.h"
+#include "printing/filmLists.h"
+#include "printing/mPrintHTM.h"
+#include "ratios.h"
+#include "support/ScriptedOutside.h"
+
+using namespace Qt::StringLiterals;
+using filmLists::Kind;
+
+namespace {
+
+constexpr int manyFilms = 100000;
+constexpr int fewFilms = 10000;
+constexpr int previews = 2000;
+constexpr int previewSize = 30000;
+
+const QString byTitle = u"SELECT * from tDVD ORDER BY CZJM"_s;
+
+const BenchCatalogue& catalogueOf(int films) {
+    static std::map<int, std::unique_ptr<BenchCatalogue>> catalogues;
+    auto& catalogue = catalogues[films];
+    if (catalogue == nullptr) catalogue = std::make_unique<BenchCatalogue>(films, 0);
+    catalogue->use();
+    return *catalogue;
+}
+
+const BenchCatalogue& catalogueWithPreviews() {
+    static const std::unique_ptr<BenchCatalogue> catalogue = [] {
+        auto made = std::make_unique<BenchCatalogue>(previews, 0);
+        const sqlite::Database store(made->picturesPath(), sqlite::Database::Mode::readWrite);
+        const QByteArray count = QByteArray::number(previews);
+        const QByteArray size = QByteArray::number(previewSize);
+        store.exec(
+            ("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<" + count +
+             ") INSERT INTO tPicture (PicDVDID, PicSkup, PicTyp, PicSize, PicDat) SELECT i, 'N', 'jpg', " +
+             size + ", randomblob(" + size + "+1) FROM n")
+                .constData());
+        sqlite::Database(made->path(), sqlite::Database::Mode::readWrite)
+            .exec("UPDATE tDVD SET Nahled_ID=DVDID");
+        return made;
+    }();
+    catalogue->use();
+    return *catalogue;
+}
+
+QString listPath(const BenchCatalogue& catalogue) {
+    return catalogue.folder() + u"/data/test.htm"_s;
+}
+
+void yield() {
+    QCoreApplication::processEvents();
+}
+
+/// Reads all columns of all films.
+void readFilms(const BenchCatalogue& catalogue) {
+    const sqlite::Database database(catalogue.path(), sqlite::Database::Mode::readWrite);
+    const sqlite::Statement films(database, "SELECT * from tDVD ORDER BY CZJM");
+    while (films.step()) {
+        for (int column = 0; column < sqlite3_column_count(films.handle()); ++column) {
+            QString text = films.text(column);
+            benchmark::DoNotOptimize(text);
+        }
+    }
+}
+
+void writeBare(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    if (!file.open(QFile::WriteOnly) || file.write(bytes) != bytes.size()) std::abort();
+}
+
+void simpleList(benchmark::State& state) {
+    catalogueOf(static_cast<int>(state.range(0)));
+    for (auto _ : state)
+        filmLists::print(byTitle, Kind::simple, yield);
+}
+
+void bareSimple(benchmark::State& state) {
+    const BenchCatalogue& catalogue = catalogueOf(static_cast<int>(state.range(0)));
+    filmLists::print(byTitle, Kind::simple, yield);
+    const QByteArray bytes(QFile(listPath(catalogue)).size(), 'x');
+    for (auto _ : state) {
+        readFilms(catalogue);
+        writeBare(catalogue.folder() + u"/bare.htm"_s, bytes);
+    }
+}
+
+void detailedList(benchmark::State& state) {
+    catalogueWithPreviews();
+    for (auto _ : state)
+        filmLists::print(byTitle, Kind::detailed, yield);
+}
+
+void bareDetailed(benchmark::State& state) {
+    const BenchCatalogue& catalogue = catalogueWithPreviews();
+    filmLists::print(byTitle, Kind::detailed, yield);
+    const QByteArray bytes(QFile(listPath(catalogue)).size(), 'x');
+    for (auto _ : state) {
+        readFilms(catalogue);
+        const sqlite::Database store(catalogue.picturesPath(), sqlite::Database::Mode::readWrite);
+        const sqlite::Statement pictures(store, "SELECT PicID, PicDat FROM tPicture");
+        while (pictures.step())
+            writeBare(catalogue.folder() + u"/bare%1.jpg"_s.arg(pictures.text(0)),
+                      {static_cast<const char*>(sqlite3_column_blob(pictures.handle(), 1)), previewSize});
+        writeBare(catalogue.folder() + u"/bare.htm"_s, bytes);
+    }
+}
+
+qint64 memoryInUse() {
+    const auto now = mallinfo2();
+    return static_cast<qint64>(now.uordblks + now.hblkhd);
+}
+
+/// The most memory taken while a list is made, in sizes of its file.
+void memoryOfTheList(benchmark::State& state) {
+    const BenchCatalogue& catalogue = catalogueOf(manyFilms);
+    for (auto _ : state) {
+        HtmlTelo = {};
+        malloc_trim(0);
+        const qint64 before = memoryInUse();
+        qint64 most = 0;
+        filmLists::print(byTitle, Kind::simple, [&] { most = std::max(most, memoryInUse() - before); });
+        most = std::max(most, memoryInUse() - before);
+        state.counters["memory"] =
+            static_cast<double>(most) / static_cast<double>(QFile(listPath(catalogue)).size());
+    }
+}
+
+BENCHMARK(bareSimple)->Arg(fewFilms)->Arg(manyFilms)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(simpleList)->Arg(fewFilms)->Arg(manyFilms)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(bareDetailed)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(detailedList)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(memoryOfTheList)->Iterations(1)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    const ScriptedOutside outside;
+    benchmark::Initialize(&argc, argv);
+    Ratios ratios;
+    benchmark::RunSpecifiedBenchmarks(&ratios);
+    QTextStream(stdout) << "Simple list of 100,000 films / reading and writing bare: "
+                        << ratios.ratio("simpleList100000", "bareSimple100000")
+                        << "  (at most 2)\nSimple list, 100,000 / 10,000 films: "
+                        << ratios.ratio("simpleList100000", "simpleList10000")
+                        << "  (at most 11)\nDetailed list with 2,000 previews / bare: "
+                        << ratios.ratio("detailedList", "bareDetailed")
+                        << "  (at most 2)\nMemory / size of the file: " << ratios.counter("memory")
+                        << "  (at most 3)\n";
+    return 0;
+}

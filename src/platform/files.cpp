@@ -1,0 +1,54 @@
+#include "platform/files.h"
+
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include "platform/errors.h"
+
+namespace {
+
+void openForReading(QFile& file) {
+    if (!QFileInfo(file.fileName()).isFile()) throw RuntimeError(errors::fileNotFound);
+    if (!file.open(QFile::ReadOnly)) throw RuntimeError(errors::pathAccess);
+}
+
+void openForWriting(QSaveFile& file) {
+    if (!file.open(QFile::WriteOnly)) throw RuntimeError(errors::pathAccess);
+}
+
+/// A disk that fills up takes a part of the bytes without any failure.
+void writeAll(QSaveFile& file, const QByteArray& bytes) {
+    if (file.write(bytes) != bytes.size()) throw RuntimeError(errors::diskFull);
+}
+
+void commit(QSaveFile& file) {
+    if (!file.commit()) throw RuntimeError(errors::diskFull);
+}
+
+}  // namespace
+
+QByteArray files::readAll(const QString& path) {
+    QFile file(path);
+    openForReading(file);
+    return file.readAll();
+}
+
+void files::write(const QString& path, const QByteArrayList& pieces) {
+    QSaveFile file(path);
+    openForWriting(file);
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    for (const QByteArray& piece : pieces)
+        writeAll(file, piece);
+    commit(file);
+}
+
+void files::copy(const QString& from, const QString& to) {
+    QFile source(from);
+    openForReading(source);
+    QSaveFile target(to);
+    openForWriting(target);
+    constexpr qint64 block = 100000;
+    for (QByteArray piece = source.read(block); !piece.isEmpty(); piece = source.read(block))
+        writeAll(target, piece);
+    commit(target);
+}

@@ -1,0 +1,49 @@
+#include "printing/coverPage.h"
+
+#include "platform/errors.h"
+#include "platform/text.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString fromFirst(const QString& text, QStringView marker) {
+    return text::mid(text, text::inStr(text, marker));
+}
+
+QString before(const QString& text, QStringView marker) {
+    return text::mid(text, 1, text::inStr(text, marker) - 1);
+}
+
+QString behind(const QString& text, QStringView marker) {
+    return text::mid(text, text::inStr(text, marker) + marker.size());
+}
+
+}  // namespace
+
+QStringList coverPage::ZpracujZaznamy(const QString& page) {
+    QString options = fromFirst(page, u"<select name=\"dvd\" align=\"center\" size=25");
+    options = fromFirst(options, u">");
+    options = fromFirst(options, u"<");
+    QStringList parts = options.split(u"</option>"_s);
+    parts.removeLast();
+    return parts;
+}
+
+coverPage::Cover coverPage::ZiskejData(const QString& option) {
+    Cover cover;
+    cover.code = before(behind(option, u"\""), u"\"");
+    QString label = text::trim(behind(option, u">"));
+    if (label.contains(u"[EN]")) {
+        label.remove(u"[EN]"_s);
+        cover.language = u"Anglicky"_s;
+    }
+    label.remove(u"[AV]"_s).remove(u"[SE]"_s);
+    const QStringView blank = u"&nbsp";
+    // The archive writes a label of one title without the blank; the cover is to be had all the same.
+    skipFailure([&] { cover.czechTitle = text::trim(before(label, blank)); });
+    cover.originalTitle = text::trim(behind(label, blank));
+    if (cover.originalTitle.startsWith(u'(')) cover.originalTitle.remove(0, 1);
+    if (cover.originalTitle.endsWith(u')')) cover.originalTitle.chop(1);
+    return cover;
+}

@@ -1,0 +1,65 @@
+#include "printing/filmLists.h"
+
+#include "core/forEachRow.h"
+#include "platform/Outside.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "printing/mPrintHTM.h"
+
+using namespace Qt::StringLiterals;
+using filmLists::Kind;
+
+namespace {
+
+/// The columns of a simple list, looked up once for all its rows.
+struct RowFields {
+    explicit RowFields(const ado::Recordset& films)
+        : czJm(films.Fields(u"CZJm")),
+          zanr(films.Fields(u"Zanr")),
+          jazyk(films.Fields(u"Jazyk")),
+          katCisl(films.Fields(u"KatCisl")) {}
+
+    ado::Field czJm;
+    ado::Field zanr;
+    ado::Field jazyk;
+    ado::Field katCisl;
+};
+
+void addRow(const RowFields& film, qint32 number) {
+    PridejRadek(QString::number(number), film.czJm.Value().toText(), film.zanr.Value().toText(),
+                GetJazyk(film.jazyk.Value()), film.katCisl.Value().toText());
+}
+
+void addBlock(const ado::Recordset& film) {
+    QString picture;
+    skipFailure([&] {
+        const DbValue id = film.Fields(u"Nahled_ID").Value();
+        if (!id.isNull() && id.toLong() != 0) picture = PripravNahled(id.toLong());
+    });
+    const auto text = [&film](QStringView column) { return film.Fields(column).Value().toText(); };
+    PridejDetail(text(u"CZJm"), text(u"Zanr"), text(u"Delka"), text(u"Stat"), text(u"Rok"),
+                 GetJazyk(film.Fields(u"Jazyk").Value()), text(u"Obsah"), text(u"Herci"), text(u"KatCisl"),
+                 picture);
+}
+
+}  // namespace
+
+void filmLists::print(const QString& sql, Kind kind, const std::function<void()>& yield) {
+    HtmlTelo.clear();
+    qint32 number = 0;
+    std::optional<RowFields> fields;
+    forEachRow(sql, [&](const ado::Recordset& film) {
+        ++number;
+        skipFailure([&] {
+            if (kind == Kind::detailed) return addBlock(film);
+            if (!fields) fields.emplace(film);
+            addRow(*fields, number);
+        });
+        yield();
+    });
+    const QString path = paths::inProgramFolder(u"\\data\\test.htm");
+    const QByteArray head = kind == Kind::simple ? hlavickaSeznamu() : hlavickaPodrobneho();
+    skipFailure([&] { files::write(path, {head, HtmlTelo, konecSeznamu()}); });
+    Outside::current().openWithDesktop(path);
+    Err.Clear();
+}

@@ -1,0 +1,166 @@
+#include "printing/frmFindObal.h"
+
+#include <QCoreApplication>
+
+#include "core/mDialog.h"
+#include "lookup/mModInetPic.h"
+#include "platform/Outside.h"
+#include "platform/codepage.h"
+#include "platform/errors.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+#include "printing/coverPage.h"
+#include "toolkit/icons.h"
+#include "toolkit/keys.h"
+#include "ui_frmFindObal.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Twips: a full disc cover of 27.5 by 18.5 cm.
+constexpr int offset = 10;
+constexpr int coverWidth = 15600;
+constexpr int coverHeight = 10480;
+
+QString coverFile() {
+    return paths::inProgramFolder(u"\\data\\fobl.jpg");
+}
+
+}  // namespace
+
+frmFindObal::frmFindObal(const Sites& sites, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmFindObal>()), sites_(sites) {
+    ui_->setupUi(this);
+    icons::place(*this);
+    setFixedSize(size());
+    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+    ui_->lvwDVD->setColumns({{u"Český název"_s, 3100}, {u"Původní název"_s, 3000}, {u"Info"_s, 1440}});
+    ui_->lvwDVD->setAccessibleName(u"Nalezené obaly"_s);
+    ui_->picPrinter->hide();
+    showPreview(false);
+    connect(ui_->Command1, &QPushButton::clicked, this, &frmFindObal::search);
+    connect(ui_->Command4, &QPushButton::clicked, this, &frmFindObal::fetch);
+    connect(ui_->Command2, &QPushButton::clicked, this, &frmFindObal::save);
+    connect(ui_->Command3, &QPushButton::clicked, this, &frmFindObal::choosePrinter);
+    connect(ui_->Command5, &QPushButton::clicked, this, [this] { showPreview(false); });
+    connect(ui_->cmdSelectPrinterPrint, &QPushButton::clicked, this, [this] {
+        ui_->picPrinter->hide();
+        Outside::current().setPrinter(ui_->Combo1->currentText());
+        print();
+    });
+}
+
+frmFindObal::~frmFindObal() = default;
+
+void frmFindObal::setTerm(const QString& term) {
+    ui_->Text1->setText(term);
+}
+
+void frmFindObal::keyPressEvent(QKeyEvent* event) {
+    if (keys::pressFocusedButton(*this, *event)) return;
+    if (keys::isEnter(*event)) {
+        // Looked up before anything is pressed, as that moves the focus.
+        const QWidget* const focused = focusWidget();
+        if (focused == ui_->Text1) ui_->Command1->click();
+        if (focused == ui_->lvwDVD) ui_->Command4->click();
+        if (focused == ui_->Combo1) ui_->cmdSelectPrinterPrint->click();
+        return;
+    }
+    // Esc leads back from what lies on top, and out of the window only from its first page.
+    const bool escape = event->key() == Qt::Key_Escape;
+    if (escape && ui_->picPrinter->isVisible()) {
+        ui_->picPrinter->hide();
+        ui_->Command3->setFocus();
+    } else if (escape && ui_->picNahled->isVisible()) {
+        ui_->Command5->click();
+    } else {
+        QDialog::keyPressEvent(event);
+    }
+}
+
+void frmFindObal::search() {
+    ui_->lvwDVD->clear();
+    const QString file = paths::inProgramFolder(u"\\data\\sezobf.htm");
+    const QString url = sites_.cover + u"/covers.php?search="_s + text::trim(ui_->Text1->text());
+    if (!StahniSoubor(url, file)) return;
+    ZpracujZaznamy(codepage::fromWindows1250(files::readAll(file)));
+}
+
+void frmFindObal::ZpracujZaznamy(const QString& page) {
+    const QStringList options = coverPage::ZpracujZaznamy(page);
+    if (options.isEmpty()) {
+        MsgBox(u"Obal nebyl nalezen."_s, boxStyle::information, u"Výsledek hledání"_s);
+        return;
+    }
+    for (const QString& option : options)
+        ZiskejData(option);
+    ListView& list = *ui_->lvwDVD;
+    if (!list.hasSelectedItem() && list.count() > 0) list.select(list.itemAt(0));
+    list.setFocus();
+}
+
+void frmFindObal::ZiskejData(const QString& option) {
+    const coverPage::Cover cover = coverPage::ZiskejData(option);
+    skipFailure([&] {
+        const ListItem row = ui_->lvwDVD->add(u'D' + cover.code, cover.czechTitle);
+        row.setSubItem(1, cover.originalTitle);
+        row.setSubItem(2, cover.language);
+    });
+    Err.Clear();
+}
+
+void frmFindObal::fetch() {
+    QString code;
+    skipFailure([&] { code = text::trim(text::mid(ui_->lvwDVD->selectedItem().key(), 2)); });
+    if (StahniSoubor(sites_.cover + u"/support.php?DVDcover2="_s + code, coverFile())) {
+        skipFailure([&] { ui_->imgNahled->loadPicture(coverFile()); });
+        ui_->imgNahled->repaint();
+        QCoreApplication::processEvents();
+    } else {
+        MsgBox(u"Chyba při stahování obalu"_s);
+    }
+    Err.Clear();
+    showPreview(true);
+}
+
+void frmFindObal::showPreview(bool shown) {
+    // What lies below must not be reached by keyboard either.
+    ui_->picHledani->setVisible(!shown);
+    ui_->picNahled->setVisible(shown);
+    if (shown) {
+        ui_->Command5->setFocus();
+    } else if (ui_->lvwDVD->count() > 0) {
+        ui_->lvwDVD->setFocus();
+    } else {
+        ui_->Text1->setFocus();
+    }
+}
+
+void frmFindObal::save() {
+    skipFailure([&] { files::copy(coverFile(), UlozitObrazek(this)); });
+    Err.Clear();
+}
+
+void frmFindObal::choosePrinter() {
+    const QStringList printers = Outside::current().printers();
+    if (printers.isEmpty()) return print();
+    for (const QString& printer : printers) {
+        ui_->Combo1->addItem(printer);
+        ui_->Combo1->setCurrentText(printer);
+    }
+    ui_->picPrinter->show();
+    ui_->picPrinter->raise();
+    ui_->Combo1->setFocus();
+}
+
+void frmFindObal::print() {
+    Outside::current().printPicture({.picture = coverFile(),
+                                     .title = u"Obal DVD"_s,
+                                     .landscape = true,
+                                     .left = offset,
+                                     .top = offset,
+                                     .width = coverWidth,
+                                     .height = coverHeight});
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QDialog>
+#include <memory>
+
+#include "printing/filmLists.h"
+
+namespace Ui {
+class frmTisknout;
+}
+
+/// Offers the four film lists. While one is made another one can be asked for, which is then made within it;
+/// the window closes when the outermost is done.
+class frmTisknout final : public QDialog {
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(frmTisknout)
+
+ public:
+    explicit frmTisknout(QWidget* parent = nullptr);
+    ~frmTisknout() override;
+
+    void done(int result) override;
+
+ protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+    void print(const QString& sql, filmLists::Kind kind);
+
+    std::unique_ptr<Ui::frmTisknout> ui_;
+    int running_ = 0;
+    bool closing_ = false;
+};

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/Outside.h"
+
+class QPrinter;
+
+/// Paints pages on printers.
+namespace pagePrinter {
+
+/// Prints a page, to the same size whatever the printer's resolution. The printer's paper stays.
+/// @throws RuntimeError 53 and 481 for the picture, 482 when the printer fails; nothing is printed then.
+void print(const PicturePage& page, QPrinter& printer);
+
+}  // namespace pagePrinter

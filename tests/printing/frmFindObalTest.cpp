@@ -1,0 +1,211 @@
+#include "printing/frmFindObal.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QBuffer>
+#include <QComboBox>
+#include <QFile>
+#include <QImage>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include "catalogue/frmMaster.h"
+#include "support/TemporaryProgram.h"
+#include "support/WebServer.h"
+#include "support/clipped.h"
+#include "toolkit/ImageFrame.h"
+#include "toolkit/ListView.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The search for covers against a server of its own.
+class FrmFindObalTest : public TemporaryProgram {
+ protected:
+    FrmFindObalTest() {
+        outside.online = true;
+        server.serve(
+            u"/covers.php?search=%9Eert"_s,
+            {.body = "<select name=\"dvd\" align=\"center\" size=25 onclick=\"\">"
+                     "<option value=\"17\">\x8E"
+                     "ert&nbsp(Joke) [EN]</option><option value=\"../a'<b>&amp;\">Dva&nbspTwo</option>"
+                     "<option value=\"17\">Znovu&nbspAgain</option></select>"});
+        server.serve(u"/support.php?DVDcover2=17"_s, {.body = jpg, .type = "image/jpeg"});
+        server.serve(u"/covers.php?search=nic"_s,
+                     {.body = "<select name=\"dvd\" align=\"center\" size=25></select>"});
+        window.show();
+    }
+
+    static QByteArray picture() {
+        QImage image(30, 20, QImage::Format_RGB32);
+        image.fill(Qt::red);
+        QByteArray bytes;
+        QBuffer buffer(&bytes);
+        image.save(&buffer, "JPG");
+        return bytes;
+    }
+
+    template <typename Control>
+    Control& in(const char* name) const {
+        return *window.findChild<Control*>(QString::fromLatin1(name));
+    }
+    void press(const char* button) const { QTest::mouseClick(&in<QPushButton>(button), Qt::LeftButton); }
+    bool shows(const char* panel) const { return in<QWidget>(panel).isVisible(); }
+    void search(const QString& term) {
+        window.setTerm(term);
+        press("Command1");
+    }
+    QStringList offered() const {
+        QStringList names;
+        for (int at = 0; at < in<QComboBox>("Combo1").count(); ++at)
+            names += in<QComboBox>("Combo1").itemText(at);
+        return names;
+    }
+
+    const QByteArray jpg = picture();
+    WebServer server;
+    frmFindObal window{{.cover = server.root()}};
+    ListView& list = in<ListView>("lvwDVD");
+};
+
+}  // namespace
+
+TEST_F(FrmFindObalTest, ASearchFillsTheListAnewAndTellsWhenThereIsNothing) {
+    window.setTerm(u"  žert "_s);
+    QTest::keyClick(&in<QLineEdit>("Text1"), Qt::Key_Return);
+    ASSERT_EQ(list.count(), 2);
+    EXPECT_FALSE(shows("picNahled"));
+    EXPECT_EQ(list.itemAt(0).key(), u"D17"_s);
+    EXPECT_EQ(list.itemAt(0).text(), u"Žert"_s);
+    EXPECT_EQ(list.itemAt(0).subItem(1), u"Joke"_s);
+    EXPECT_EQ(list.itemAt(0).subItem(2), u"Anglicky"_s);
+    EXPECT_EQ(list.itemAt(1).key(), u"D../a'<b>&amp;"_s);
+    EXPECT_EQ(list.selectedItem().row(), 0);
+    search(u"nic"_s);
+    EXPECT_EQ(list.count(), 0);
+    EXPECT_EQ(outside.boxes,
+              QList({ScriptedOutside::Box{u"Obal nebyl nalezen."_s, 64, u"Výsledek hledání"_s}}));
+    search(u"žert"_s);
+    search(u"neznámý"_s);  // 404: nothing is said
+    EXPECT_EQ(list.count(), 0);
+    EXPECT_EQ(outside.boxes.size(), 1);
+    EXPECT_EQ(failureOf([&] { window.ZpracujZaznamy(u"<html></html>"_s); }), 5);
+}
+
+TEST_F(FrmFindObalTest, ACoverIsFetchedShownAndSaved) {
+    search(u"žert"_s);
+    EXPECT_FALSE(shows("picNahled"));
+    press("Command4");
+    EXPECT_TRUE(shows("picNahled"));
+    EXPECT_FALSE(shows("lvwDVD"));
+    EXPECT_TRUE(in<ImageFrame>("imgNahled").hasPicture());
+    outside.files = {folder() + u"/obal.jpg"_s};
+    press("Command2");
+    press("Command2");  // cancelled
+    QFile saved(folder() + u"/obal.jpg"_s);
+    ASSERT_TRUE(saved.open(QFile::ReadOnly));
+    EXPECT_EQ(saved.readAll(), jpg);
+    EXPECT_EQ(outside.fileDialogs.value(0).title, u"Uložení obrázku"_s);
+    outside.files = {folder() + u"/missing/obal.jpg"_s};
+    press("Command2");  // cannot be written: skipped
+    press("Command5");
+    EXPECT_FALSE(shows("picNahled"));
+    EXPECT_TRUE(shows("lvwDVD"));
+    EXPECT_TRUE(QFile::exists(folder() + u"/data/fobl.jpg"_s));
+    EXPECT_TRUE(outside.boxes.isEmpty());
+}
+
+TEST_F(FrmFindObalTest, TheFormerCoverStaysWhenNothingComes) {
+    search(u"žert"_s);
+    press("Command4");
+    press("Command5");
+    list.select(list.itemAt(1));
+    const ScriptedOutside::Box failed{u"Chyba při stahování obalu"_s, 0, u""_s};
+    press("Command4");  // a code that the archive does not know
+    EXPECT_EQ(outside.boxes, QList({failed}));
+    EXPECT_TRUE(shows("picNahled"));
+    EXPECT_TRUE(in<ImageFrame>("imgNahled").hasPicture());
+    EXPECT_EQ(server.targets().last(), u"/support.php?DVDcover2=../a'%3Cb%3E&amp;"_s);
+    // A page in place of the picture comes, and cannot be shown.
+    server.serve(u"/support.php?DVDcover2=17"_s, {.body = "<html>Neni</html>"});
+    press("Command5");
+    list.select(list.itemAt(0));
+    press("Command4");
+    EXPECT_EQ(outside.boxes.size(), 1);
+    EXPECT_TRUE(shows("picNahled"));
+    EXPECT_TRUE(in<ImageFrame>("imgNahled").hasPicture());
+    // Without a row the archive has nothing for an empty code.
+    press("Command5");
+    search(u"nic"_s);
+    press("Command4");
+    EXPECT_EQ(outside.boxes.last(), failed);
+    EXPECT_TRUE(shows("picNahled"));
+    EXPECT_FALSE(Err.pending());
+}
+
+TEST_F(FrmFindObalTest, PrintersAreOfferedAgainAtEachPress) {
+    outside.printerNames = {u"Hala"_s, u"Sklad"_s};
+    search(u"žert"_s);
+    press("Command4");
+    press("Command3");
+    EXPECT_TRUE(shows("picPrinter"));
+    press("Command3");
+    EXPECT_EQ(offered(), QStringList({u"Hala"_s, u"Sklad"_s, u"Hala"_s, u"Sklad"_s}));
+    EXPECT_EQ(in<QComboBox>("Combo1").currentText(), u"Sklad"_s);
+    press("cmdSelectPrinterPrint");
+    EXPECT_FALSE(shows("picPrinter"));
+    ASSERT_EQ(outside.printed.size(), 1);
+    const auto& [printer, page] = outside.printed.first();
+    EXPECT_EQ(printer, u"Sklad"_s);
+    EXPECT_EQ(page.picture, folder() + u"/data/fobl.jpg"_s);
+    EXPECT_TRUE(page.landscape);
+    EXPECT_EQ(QRect(page.left, page.top, page.width, page.height), QRect(10, 10, 15600, 10480));
+    // One that has gone since leaves the printer chosen before.
+    outside.printerNames += u"Nová"_s;
+    press("Command3");
+    outside.printerNames.removeLast();
+    press("cmdSelectPrinterPrint");
+    EXPECT_EQ(outside.printed.last().first, u"Sklad"_s);
+}
+
+TEST_F(FrmFindObalTest, EscapeLeadsBackPageByPage) {
+    outside.printerNames = {u"Hala"_s};
+    search(u"žert"_s);
+    QTest::keyClick(&list, Qt::Key_Return);
+    press("Command3");
+    QTest::keyClick(&in<QComboBox>("Combo1"), Qt::Key_Escape);
+    EXPECT_FALSE(shows("picPrinter"));
+    QTest::keyClick(&in<QPushButton>("Command3"), Qt::Key_Escape);
+    EXPECT_FALSE(shows("picNahled"));
+    QTest::keyClick(&list, Qt::Key_Escape);
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(FrmFindObalTest, TheMainWindowHandsOverATrimmedTitle) {
+    sql("INSERT INTO tDVD (DVDID, KatCisl, CZJm, Jazyk) VALUES (1, '1', '  Žert ', 0)");
+    frmMaster master({.cover = server.root()});
+    master.show();
+    for (const auto& [action, term] : {std::pair("mnuListItem_4", u"Žert"_s), {"mnuFindObal", u""_s}}) {
+        QString seen = u"(no window)"_s;
+        QTimer::singleShot(0, &master, [&seen] {
+            QWidget* const covers = QApplication::activeModalWidget();
+            ASSERT_NE(covers, nullptr);
+            seen = covers->findChild<QLineEdit*>(u"Text1"_s)->text();
+            covers->close();
+        });
+        master.findChild<QAction*>(QString::fromLatin1(action))->trigger();
+        EXPECT_EQ(seen, term);
+    }
+    EXPECT_TRUE(server.targets().isEmpty());
+}
+
+TEST_F(FrmFindObalTest, CaptionsAreFullyReadable) {
+    EXPECT_EQ(clipped(window).join(u' '), u""_s);
+    outside.printerNames = {u"Hala"_s};
+    press("Command4");
+    press("Command3");
+    EXPECT_EQ(clipped(window).join(u' '), u""_s);
+}
