@@ -1,6 +1,7 @@
 """The films that the demo knows: those in its catalogue and some more, found on its web sites only."""
 
 import os
+import threading
 import unicodedata
 
 import pictures
@@ -52,12 +53,14 @@ class Gallery:
 
     def __init__(self, folder):
         self.folder = folder
+        self.drawing = threading.Lock()
         os.makedirs(folder, exist_ok=True)
 
     def _path(self, name, draw):
         path = os.path.join(self.folder, name)
-        if not os.path.exists(path):
-            draw(path)
+        with self.drawing:
+            if not os.path.exists(path):
+                draw(path)
         return path
 
     def poster(self, film):

@@ -227,6 +227,11 @@ class Handler(http.server.BaseHTTPRequestHandler):
         pass
 
 
+class Server(http.server.ThreadingHTTPServer):
+    def handle_error(self, *_):
+        """Whoever asked has gone away."""
+
+
 def main():
     parser = argparse.ArgumentParser()
     for name in ("pictures", "film-db", "film-db2", "shop", "covers", "update"):
@@ -241,7 +246,7 @@ def main():
         roots.covers.lower(): CoverArchive(library, gallery),
         roots.update.lower(): UpdateHost(),
     }
-    server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
+    server = Server(("127.0.0.1", 0), Handler)
     print(server.server_port, flush=True)
     server.serve_forever()
 
