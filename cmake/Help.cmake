@@ -1,7 +1,7 @@
 # The help file, made by the target `help_file` from the pages in data/help. It lies in KALVERA_HELP.
 find_program(KALVERA_CHMCMD NAMES chmcmd REQUIRED)
 find_program(KALVERA_ICONV NAMES iconv REQUIRED)
-set(KALVERA_HELP ${CMAKE_BINARY_DIR}/help/napoveda.chm)
+set(KALVERA_HELP ${CMAKE_BINARY_DIR}/help/napoveda.chm CACHE INTERNAL "The help file")
 
 file(GLOB help_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/data/help/*)
 add_custom_command(OUTPUT ${KALVERA_HELP}
