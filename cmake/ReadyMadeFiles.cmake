@@ -5,6 +5,6 @@ elseif(NOT EXISTS ${FOLDER}/data.ddb OR NOT EXISTS ${FOLDER}/pictures.ddb)
     message(WARNING "${FOLDER} holds only one of the two data files; nothing was made.")
 endif()
 
-# The pages are the program's own: they follow it.
+# The pages and the help are the program's own: they follow it.
 file(GLOB pages ${PAGES}/*.htm)
-file(COPY ${pages} DESTINATION ${FOLDER})
+file(COPY ${pages} ${HELP} DESTINATION ${FOLDER})
