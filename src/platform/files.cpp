@@ -12,6 +12,11 @@ void openForReading(QFile& file) {
     if (!file.open(QFile::ReadOnly)) throw RuntimeError(errors::pathAccess);
 }
 
+/// What ends early through a failure looks like the end of the file.
+void checkRead(const QFile& file) {
+    if (file.error() != QFileDevice::NoError) throw RuntimeError(errors::pathAccess);
+}
+
 void openForWriting(QSaveFile& file) {
     if (!file.open(QFile::WriteOnly)) throw RuntimeError(errors::pathAccess);
 }
@@ -30,7 +35,9 @@ void commit(QSaveFile& file) {
 QByteArray files::readAll(const QString& path) {
     QFile file(path);
     openForReading(file);
-    return file.readAll();
+    QByteArray bytes = file.readAll();
+    checkRead(file);
+    return bytes;
 }
 
 void files::write(const QString& path, const QByteArrayList& pieces) {
@@ -50,5 +57,6 @@ void files::copy(const QString& from, const QString& to) {
     constexpr qint64 block = 100000;
     for (QByteArray piece = source.read(block); !piece.isEmpty(); piece = source.read(block))
         writeAll(target, piece);
+    checkRead(source);
     commit(target);
 }

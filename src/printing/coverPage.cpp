@@ -1,6 +1,5 @@
 #include "printing/coverPage.h"
 
-#include "platform/errors.h"
 #include "platform/text.h"
 
 using namespace Qt::StringLiterals;
@@ -40,8 +39,8 @@ coverPage::Cover coverPage::ZiskejData(const QString& option) {
     }
     label.remove(u"[AV]"_s).remove(u"[SE]"_s);
     const QStringView blank = u"&nbsp";
-    // The archive writes a label of one title without the blank; the cover is to be had all the same.
-    skipFailure([&] { cover.czechTitle = text::trim(before(label, blank)); });
+    // A label may lack the blank; the cover is to be had all the same.
+    if (label.contains(blank)) cover.czechTitle = text::trim(before(label, blank));
     cover.originalTitle = text::trim(behind(label, blank));
     if (cover.originalTitle.startsWith(u'(')) cover.originalTitle.remove(0, 1);
     if (cover.originalTitle.endsWith(u')')) cover.originalTitle.chop(1);

@@ -1,5 +1,7 @@
 #include "printing/filmLists.h"
 
+#include <optional>
+
 #include "core/forEachRow.h"
 #include "platform/Outside.h"
 #include "platform/files.h"
@@ -47,14 +49,14 @@ void addBlock(const ado::Recordset& film) {
 void filmLists::print(const QString& sql, Kind kind, const std::function<void()>& yield) {
     HtmlTelo.clear();
     qint32 number = 0;
-    std::optional<RowFields> fields;
+    std::optional<RowFields> found;
+    const auto fields = [&found](const ado::Recordset& films) -> const RowFields& {
+        return found ? *found : found.emplace(films);
+    };
     forEachRow(sql, [&](const ado::Recordset& film) {
         ++number;
-        skipFailure([&] {
-            if (kind == Kind::detailed) return addBlock(film);
-            if (!fields) fields.emplace(film);
-            addRow(*fields, number);
-        });
+        // Skipped here, so that the events of a film that is left out are seen to as well.
+        skipFailure([&] { kind == Kind::detailed ? addBlock(film) : addRow(fields(film), number); });
         yield();
     });
     const QString path = paths::inProgramFolder(u"\\data\\test.htm");

@@ -38,7 +38,6 @@ frmFindObal::frmFindObal(const Sites& sites, QWidget* parent)
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     ui_->lvwDVD->setColumns({{u"Český název"_s, 3100}, {u"Původní název"_s, 3000}, {u"Info"_s, 1440}});
     ui_->lvwDVD->setAccessibleName(u"Nalezené obaly"_s);
-    ui_->picPrinter->hide();
     showPreview(false);
     connect(ui_->Command1, &QPushButton::clicked, this, &frmFindObal::search);
     connect(ui_->Command4, &QPushButton::clicked, this, &frmFindObal::fetch);
@@ -46,7 +45,7 @@ frmFindObal::frmFindObal(const Sites& sites, QWidget* parent)
     connect(ui_->Command3, &QPushButton::clicked, this, &frmFindObal::choosePrinter);
     connect(ui_->Command5, &QPushButton::clicked, this, [this] { showPreview(false); });
     connect(ui_->cmdSelectPrinterPrint, &QPushButton::clicked, this, [this] {
-        ui_->picPrinter->hide();
+        hidePrinters();
         Outside::current().setPrinter(ui_->Combo1->currentText());
         print();
     });
@@ -61,6 +60,7 @@ void frmFindObal::setTerm(const QString& term) {
 void frmFindObal::keyPressEvent(QKeyEvent* event) {
     if (keys::pressFocusedButton(*this, *event)) return;
     if (keys::isEnter(*event)) {
+        if (event->isAutoRepeat()) return;
         // Looked up before anything is pressed, as that moves the focus.
         const QWidget* const focused = focusWidget();
         if (focused == ui_->Text1) ui_->Command1->click();
@@ -71,8 +71,7 @@ void frmFindObal::keyPressEvent(QKeyEvent* event) {
     // Esc leads back from what lies on top, and out of the window only from its first page.
     const bool escape = event->key() == Qt::Key_Escape;
     if (escape && ui_->picPrinter->isVisible()) {
-        ui_->picPrinter->hide();
-        ui_->Command3->setFocus();
+        hidePrinters();
     } else if (escape && ui_->picNahled->isVisible()) {
         ui_->Command5->click();
     } else {
@@ -117,7 +116,8 @@ void frmFindObal::fetch() {
     if (StahniSoubor(sites_.cover + u"/support.php?DVDcover2="_s + code, coverFile())) {
         skipFailure([&] { ui_->imgNahled->loadPicture(coverFile()); });
         ui_->imgNahled->repaint();
-        QCoreApplication::processEvents();
+        // What the user pressed during the download is meant for the page that comes now.
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     } else {
         MsgBox(u"Chyba při stahování obalu"_s);
     }
@@ -129,6 +129,7 @@ void frmFindObal::showPreview(bool shown) {
     // What lies below must not be reached by keyboard either.
     ui_->picHledani->setVisible(!shown);
     ui_->picNahled->setVisible(shown);
+    ui_->picPrinter->hide();
     if (shown) {
         ui_->Command5->setFocus();
     } else if (ui_->lvwDVD->count() > 0) {
@@ -153,6 +154,11 @@ void frmFindObal::choosePrinter() {
     ui_->picPrinter->show();
     ui_->picPrinter->raise();
     ui_->Combo1->setFocus();
+}
+
+void frmFindObal::hidePrinters() {
+    ui_->picPrinter->hide();
+    ui_->Command3->setFocus();
 }
 
 void frmFindObal::print() {

@@ -42,6 +42,7 @@ class frmFindObal final : public QDialog {
     void save();
     /// Offers the printers, each time behind those offered before; without any it prints at once.
     void choosePrinter();
+    void hidePrinters();
     void print();
 
     std::unique_ptr<Ui::frmFindObal> ui_;

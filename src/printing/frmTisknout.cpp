@@ -1,6 +1,7 @@
 #include "printing/frmTisknout.h"
 
 #include <QCoreApplication>
+#include <QScopeGuard>
 
 #include "toolkit/icons.h"
 #include "toolkit/keys.h"
@@ -26,9 +27,11 @@ frmTisknout::frmTisknout(QWidget* parent) : QDialog(parent), ui_(std::make_uniqu
 frmTisknout::~frmTisknout() = default;
 
 void frmTisknout::print(const QString& sql, Kind kind) {
-    ++running_;
-    filmLists::print(sql, kind, [] { QCoreApplication::processEvents(); });
-    --running_;
+    {
+        ++running_;
+        const auto over = qScopeGuard([this] { --running_; });
+        filmLists::print(sql, kind, [] { QCoreApplication::processEvents(); });
+    }
     if (running_ == 0 && closing_) reject();
 }
 

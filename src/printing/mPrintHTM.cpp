@@ -6,6 +6,7 @@
 #include "film/mObrazky.h"
 #include "platform/Outside.h"
 #include "platform/codepage.h"
+#include "platform/errors.h"
 #include "platform/text.h"
 
 using namespace Qt::StringLiterals;

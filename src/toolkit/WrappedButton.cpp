@@ -2,6 +2,7 @@
 
 #include <QStyleOptionButton>
 #include <QStylePainter>
+#include <utility>
 
 WrappedButton::WrappedButton(QWidget* parent) : QPushButton(parent) {}
 

@@ -9,6 +9,7 @@ bool keys::isEnter(const QKeyEvent& event) {
 bool keys::pressFocusedButton(const QWidget& window, const QKeyEvent& event) {
     auto* button = qobject_cast<QAbstractButton*>(window.focusWidget());
     if (!isEnter(event) || button == nullptr) return false;
-    button->click();
+    // A key held down is one press: a list or a search is not to be run over and over.
+    if (!event.isAutoRepeat()) button->click();
     return true;
 }

@@ -8,7 +8,7 @@ class QPrinter;
 namespace pagePrinter {
 
 /// Prints a page, to the same size whatever the printer's resolution. The printer's paper stays.
-/// @throws RuntimeError 53 and 481 for the picture, 482 when the printer fails; nothing is printed then.
+/// @throws RuntimeError 53 and 481 for the picture, before anything is printed; 482 when the printer fails.
 void print(const PicturePage& page, QPrinter& printer);
 
 }  // namespace pagePrinter

@@ -163,6 +163,15 @@ TEST_F(FilmListsTest, PreviewsComeFromTheProgramFolderAndReplaceOlderOnes) {
     EXPECT_EQ(PripravNahled(id), u"n%1.jpg"_s.arg(id));
     EXPECT_EQ(content(old.fileName()), QByteArray(250000, 'x'));
     EXPECT_EQ(PripravNahled(77), u""_s);
+    // A row without data has a name and no file; one that cannot be replaced has none.
+    sql(pictures(),
+        "INSERT INTO tPicture (PicID, PicDVDID, PicSkup, PicTyp) VALUES (5, 2, 'N', 'PNG'), (6, 3, "
+        "'N', NULL)");
+    EXPECT_EQ(PripravNahled(5), u"n5.png"_s);
+    EXPECT_FALSE(QFile::exists(folder() + u"/data/n5.png"_s));
+    EXPECT_EQ(PripravNahled(6), u"n6."_s);
+    sql(pictures(), "UPDATE tPicture SET PicTyp='a/b', PicSize=1, PicDat='x' WHERE PicID=5");
+    EXPECT_EQ(PripravNahled(5), u""_s);
     EXPECT_TRUE(outside.boxes.isEmpty());
 }
 
@@ -177,7 +186,7 @@ TEST_F(FilmListsTest, AMissingPictureFileIsToldForEveryPreviewAndTheFilmsArePrin
     EXPECT_EQ(list.count("<img"), 0);
     ASSERT_EQ(outside.boxes.size(), 2);
     EXPECT_EQ(outside.boxes[0], (ScriptedOutside::Box{outside.boxes[1].text, 0, u""_s}));
-    EXPECT_FALSE(outside.boxes[0].text.isEmpty());
+    EXPECT_EQ(outside.boxes[0].text, u"Soubor databáze nelze otevřít."_s);
 }
 
 TEST_F(FilmListsTest, WithoutFilmsOrCatalogueThereIsHeadAndEnd) {

@@ -155,8 +155,9 @@ TEST_F(FrmFindObalTest, PrintersAreOfferedAgainAtEachPress) {
     press("Command3");
     EXPECT_EQ(offered(), QStringList({u"Hala"_s, u"Sklad"_s, u"Hala"_s, u"Sklad"_s}));
     EXPECT_EQ(in<QComboBox>("Combo1").currentText(), u"Sklad"_s);
-    press("cmdSelectPrinterPrint");
+    QTest::keyClick(&in<QComboBox>("Combo1"), Qt::Key_Return);
     EXPECT_FALSE(shows("picPrinter"));
+    EXPECT_EQ(window.focusWidget(), &in<QPushButton>("Command3"));
     ASSERT_EQ(outside.printed.size(), 1);
     const auto& [printer, page] = outside.printed.first();
     EXPECT_EQ(printer, u"Sklad"_s);
@@ -169,6 +170,11 @@ TEST_F(FrmFindObalTest, PrintersAreOfferedAgainAtEachPress) {
     outside.printerNames.removeLast();
     press("cmdSelectPrinterPrint");
     EXPECT_EQ(outside.printed.last().first, u"Sklad"_s);
+    // The choice does not outlive the page.
+    press("Command3");
+    press("Command5");
+    press("Command4");
+    EXPECT_FALSE(shows("picPrinter"));
 }
 
 TEST_F(FrmFindObalTest, EscapeLeadsBackPageByPage) {
@@ -179,6 +185,11 @@ TEST_F(FrmFindObalTest, EscapeLeadsBackPageByPage) {
     QTest::keyClick(&in<QComboBox>("Combo1"), Qt::Key_Escape);
     EXPECT_FALSE(shows("picPrinter"));
     QTest::keyClick(&in<QPushButton>("Command3"), Qt::Key_Escape);
+    EXPECT_FALSE(shows("picNahled"));
+    // A key that is held down is one press.
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, {}, {}, true);
+    list.setFocus();
+    QApplication::sendEvent(&window, &held);
     EXPECT_FALSE(shows("picNahled"));
     QTest::keyClick(&list, Qt::Key_Escape);
     EXPECT_FALSE(window.isVisible());

@@ -1,5 +1,6 @@
 #include "printing/frmTisknout.h"
 
+#include <QApplication>
 #include <QFile>
 #include <QPushButton>
 #include <QTest>
@@ -68,6 +69,9 @@ TEST_F(FrmTisknoutTest, EachButtonMakesItsListAndTheWindowStays) {
     button("Command2").setFocus();
     QTest::keyClick(&button("Command2"), Qt::Key_Return);
     EXPECT_EQ(printed(), u"DAC"_s);
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, {}, {}, true);
+    QApplication::sendEvent(&window, &held);
+    EXPECT_EQ(outside.opened.size(), 5);
     QTest::keyClick(&window, Qt::Key_Escape);
     EXPECT_FALSE(window.isVisible());
 }

@@ -1,5 +1,6 @@
 #include "toolkit/pagePrinter.h"
 
+#include <QDir>
 #include <QImage>
 #include <QPrinter>
 #include <QProcess>
@@ -93,4 +94,7 @@ TEST_F(PagePrinterTest, WhatCannotBePrintedIsAFailure) {
     broken.close();
     EXPECT_EQ(failureOf([&] { printed(300); }), 481);
     EXPECT_FALSE(QFile::exists(folder() + u"/page.pdf"_s));
+    QImage(2, 2, QImage::Format_RGB32).save(cover, "JPG");
+    QDir(folder()).mkdir(u"page.pdf"_s);  // what cannot be written to
+    EXPECT_EQ(failureOf([&] { printed(300); }), 482);
 }
