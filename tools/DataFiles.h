@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 /// The ready-made pair of data files.
@@ -7,6 +8,9 @@ namespace dataFiles {
 
 QString cataloguePath(const QString& folder);
 QString picturesPath(const QString& folder);
+
+/// One of the scripts of statements that the pair is made with, such as `catalogue.sql`.
+QByteArray script(const QString& name);
 
 /// Makes `data.ddb` and `pictures.ddb` in `folder` (made when missing), readable for the owner only, with the
 /// usual genres and departments. Either both files stand afterwards or none.

@@ -1,0 +1,216 @@
+#include "Importer.h"
+
+#include <QDir>
+#include <algorithm>
+#include <span>
+
+#include "DataFiles.h"
+#include "Interruption.h"
+#include "NewPair.h"
+#include "RowWriter.h"
+#include "platform/errors.h"
+#include "platform/paths.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qint64 rowsPerReport = 50;
+constexpr qint64 highestKey = 2000000000;
+constexpr qint64 pictureBlock = 100000;
+
+struct Table {
+    QString name;
+    QString title;
+};
+
+const Table pictureTable{u"tPicture"_s, u"Obrázky"_s};
+const Table catalogueTables[] = {{u"tDVD"_s, u"Filmy"_s},
+                                 {u"tZanr"_s, u"Žánry"_s},
+                                 {u"tOddeleni"_s, u"Oddělení"_s},
+                                 {u"tUser"_s, u"Zákazníci"_s},
+                                 {u"tPujcky"_s, u"Výpůjčky"_s}};
+
+QString inFile(const OldFile& file, const QString& table) {
+    const qsizetype at = placeOf(table, file.tables());
+    if (at < 0) {
+        throw RuntimeError(errors::itemNotFound, u"Ve starém souboru %1 chybí tabulka %2."_s.arg(
+                                                     QDir::toNativeSeparators(file.path()), table));
+    }
+    return file.tables()[at];
+}
+
+/// The indexes of a file, taken away until all rows stand, which is faster.
+class LaterIndexes final {
+ public:
+    explicit LaterIndexes(const sqlite::Database& database) : database_(database) {
+        const sqlite::Statement list(
+            database, "SELECT name, sql FROM sqlite_master WHERE type='index' AND sql NOT NULL");
+        QStringList names;
+        while (list.step()) {
+            names += list.text(0);
+            create_ += list.text(1);
+        }
+        for (const QString& name : std::as_const(names))
+            database.exec(("DROP INDEX " + name.toUtf8()).constData());
+    }
+    void make() const {
+        for (const QString& sql : create_) {
+            interruption::check();
+            database_.exec(sql.toUtf8().constData());
+        }
+    }
+
+ private:
+    const sqlite::Database& database_;
+    QStringList create_;
+};
+
+/// The reason why a picture cannot be taken over. One without data at all is no such reason.
+std::optional<QString> pictureFault(std::optional<QByteArrayView> data, std::optional<QByteArrayView> size) {
+    const qint64 length = data ? data->size() : 0;
+    const qint64 wanted = size ? size->toLongLong() : 0;
+    if (wanted < 0) return u"PicSize je záporné (%1)"_s.arg(wanted);
+    if (length == 0 && wanted == 0) return std::nullopt;
+    if (!size) return u"má %1 bajtů dat, ale délka PicSize není uvedena"_s.arg(length);
+    const qint64 stored = wanted + wanted / pictureBlock + 1;
+    if (length == stored) return std::nullopt;
+    return u"podle PicSize %1 má mít %2 bajtů dat a má jich %3"_s.arg(wanted).arg(stored).arg(length);
+}
+
+class TableImport final {
+ public:
+    TableImport(const OldFile& file, const sqlite::Database& database, const Table& table,
+                ImportReport& report)
+        : table_(table),
+          database_(database),
+          report_(report),
+          counted_(file.count(inFile(file, table.name))),
+          rows_(file.open(inFile(file, table.name))),
+          writer_(database, table.name, rows_) {}
+
+    void run(const importer::Progress& progress) {
+        TableReport result{table_.title, table_.name, counted_, 0, 0, 0, 0};
+        while (rows_.next()) {
+            if (result.read++ % rowsPerReport == 0) progress(table_.title, result.read, counted_);
+            if (result.read > counted_) break;
+            if (const auto reason = takeOver(result.read)) {
+                ++result.refused;
+                report_.refused +=
+                    u"%1, %2: %3."_s.arg(table_.title, writer_.nameOf(rows_, result.read), *reason);
+            }
+        }
+        progress(table_.title, result.read, counted_);
+        checkCount(result);
+        result.written = database_.number(("SELECT COUNT(*) FROM " + table_.name.toUtf8()).constData());
+        if (!writer_.key().isEmpty()) result.nextKey = continueNumbers() + 1;
+        addNotes();
+        report_.tables.push_back(std::move(result));
+    }
+
+ private:
+    std::optional<QString> takeOver(qint64 number) {
+        if (table_.name == pictureTable.name) {
+            const auto data = writer_.value(rows_, u"PicDat");
+            const auto size = writer_.value(rows_, u"PicSize");
+            if (auto fault = pictureFault(data, size)) return fault;
+            if (!data || data->isEmpty()) {
+                report_.notes += u"Obrázek bez dat převeden jako řádek bez dat: %1 (film %2)."_s.arg(
+                    writer_.nameOf(rows_, number),
+                    QString::fromUtf8(writer_.value(rows_, u"PicDVDID").value_or("neuveden")));
+            }
+        }
+        if (auto reason = writer_.write(rows_)) return reason;
+        if (table_.name == u"tDVD"_s && !writer_.value(rows_, u"KatCisl"))
+            unlisted_ += QString::fromUtf8(writer_.value(rows_, u"DVDID").value_or(""));
+        return std::nullopt;
+    }
+
+    void checkCount(const TableReport& result) const {
+        if (result.read == counted_) return;
+        const QString read = result.read > counted_ ? u"víc"_s : QString::number(result.read);
+        throw RuntimeError(
+            errors::invalidCall,
+            u"Nesouhlasí to: tabulka %1 má podle starého souboru %2 řádků a přečíst se jich dá %3. "
+            "Soubor je poškozený, nic se nepřevedlo."_s.arg(table_.name)
+                .arg(counted_)
+                .arg(read));
+    }
+
+    /// Lets the numbers of new rows go on where those of the old file ended.
+    /// @return the highest number given out so far.
+    qint64 continueNumbers() {
+        const QByteArray name = table_.name.toUtf8();
+        const QByteArray key = writer_.key().toUtf8();
+        const qint64 highest =
+            database_.number(("SELECT IFNULL(MAX(" + key + "),0) FROM " + name).constData());
+        // Autonumbers can also be drawn at random; such a last number says nothing.
+        const qint64 given = rows_.lastNumber() <= highestKey ? rows_.lastNumber() : 0;
+        const qint64 last = std::max({highest, given, qint64{0}});
+        database_.exec(("DELETE FROM sqlite_sequence WHERE name='" + name +
+                        "'; INSERT INTO sqlite_sequence (name, seq) VALUES ('" + name + "'," +
+                        QByteArray::number(last) + ')')
+                           .constData());
+        if (last > highestKey) {
+            report_.notes += u"%1: nejvyšší číslo je %2, nové řádky už brzy nebude možné přidávat."_s.arg(
+                table_.title, QString::number(last));
+        }
+        return last;
+    }
+
+    void addNotes() {
+        if (!unlisted_.isEmpty()) {
+            report_.notes +=
+                u"Filmy bez evidenčního čísla; jsou převedené, ale hlavní seznam je neukazuje, jako je "
+                "neukazoval dřív: DVDID %1."_s.arg(unlisted_.join(u", "_s));
+        }
+        const QStringList leftOut = writer_.leftOut(rows_);
+        if (!leftOut.isEmpty()) {
+            report_.notes += u"%1: sloupce, které program nezná a které se nepřevádějí: %2."_s.arg(
+                table_.title, leftOut.join(u", "_s));
+        }
+    }
+
+    const Table& table_;
+    const sqlite::Database& database_;
+    ImportReport& report_;
+    qint64 counted_;
+    OldTable rows_;
+    RowWriter writer_;
+    QStringList unlisted_;
+};
+
+void importFile(const OldFile& file, const sqlite::Database& database, std::span<const Table> tables,
+                ImportReport& report, const importer::Progress& progress) {
+    sqlite::Transaction transaction(database);
+    const LaterIndexes indexes(database);
+    for (const Table& table : tables)
+        TableImport(file, database, table, report).run(progress);
+    for (const QString& name : file.tables()) {
+        const bool isKnown = std::any_of(tables.begin(), tables.end(), [&name](const Table& table) {
+            return table.name.compare(name, Qt::CaseInsensitive) == 0;
+        });
+        if (!isKnown) report.notes += u"Tabulka %1 se nepřevádí, program ji nezná."_s.arg(name);
+    }
+    indexes.make();
+    transaction.commit();
+}
+
+}  // namespace
+
+ImportReport importer::run(const QString& oldFolder, const QString& newFolder, const OldPrograms& programs,
+                           const Progress& progress) {
+    const auto oldPath = [](const QString& path) {
+        return QDir().absoluteFilePath(paths::ignoringCase(path));
+    };
+    const OldFile catalogue(oldPath(dataFiles::cataloguePath(oldFolder)), programs);
+    const OldFile pictures(oldPath(dataFiles::picturesPath(oldFolder)), programs);
+    ImportReport report{QDir(oldFolder).absolutePath(), QDir(newFolder).absolutePath(), {}, {}, {}, {}};
+    NewPair pair(newFolder, u"import.txt"_s);
+    importFile(catalogue, pair.catalogue(), catalogueTables, report, progress);
+    importFile(pictures, pair.pictures(), std::span(&pictureTable, 1), report, progress);
+    report.finished = QDateTime::currentDateTime();
+    interruption::check();
+    pair.keep(report.text());
+    return report;
+}

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "ChildProgram.h"
+#include "ExportReader.h"
+
+/// The place of a name of a table or column, from 0, whatever its letter case; -1 when it is not there.
+qsizetype placeOf(QStringView name, const QStringList& names);
+
+/// The programs that read old database files, with what each call of them may use up.
+struct OldPrograms {
+    QString version;  // mdb-ver
+    QString tables;   // mdb-tables
+    QString count;    // mdb-count
+    QString rows;     // mdb-export
+    QString nulls;    // our own kalvera-nulls
+    ProgramLimits limits;
+
+    /// Looks for those of mdbtools where the system looks for programs, and for our own beside this one.
+    /// @throws RuntimeError when one is missing, with its name.
+    static OldPrograms find();
+};
+
+/// The rows of one table of an old file, one after the other in the order in which the file holds them.
+class OldTable final {
+ public:
+    /// Its columns in the file's own spelling and order.
+    const QStringList& columns() const noexcept { return columns_; }
+    /// The highest number that its autonumber has ever given out; 0 when there is none.
+    qint64 lastNumber() const noexcept { return lastNumber_; }
+
+    /// Moves to the next row; false behind the last one.
+    /// @throws RuntimeError when the file turns out to be damaged or a program fails.
+    bool next();
+    /// A value of the row in UTF-8 or, for binary columns, as it stands; nothing for Null.
+    /// @param column counts from 0.
+    std::optional<QByteArrayView> value(int column) const;
+    /// True when a part of the value is missing in the file.
+    bool isDamaged(int column) const { return marks()[column] == 'D'; }
+
+ private:
+    friend class OldFile;
+    OldTable(const QString& path, const QString& table, const OldPrograms& programs);
+    const QByteArray& marks() const { return markFields_.front(); }
+    void check(bool matches) const;
+
+    QString what_;
+    std::unique_ptr<ChildProgram> exporter_;
+    std::unique_ptr<ChildProgram> marker_;
+    ExportReader rows_;
+    ExportReader marks_;
+    std::vector<QByteArray> fields_;
+    std::vector<QByteArray> markFields_;
+    QStringList columns_;
+    qint64 lastNumber_ = 0;
+};
+
+/// One old database file (Jet 4), which is only read.
+class OldFile final {
+ public:
+    /// @throws RuntimeError when it is missing, no such file, damaged beyond reading or of another version.
+    OldFile(const QString& path, const OldPrograms& programs);
+
+    const QString& path() const noexcept { return path_; }
+    /// The tables in the file's own spelling.
+    const QStringList& tables() const noexcept { return tables_; }
+    /// The number of rows that the file itself tells, independent of those read.
+    /// @throws RuntimeError as all the others do when a program fails.
+    qint64 count(const QString& table) const;
+    OldTable open(const QString& table) const { return {path_, table, programs_}; }
+
+ private:
+    QString path_;
+    OldPrograms programs_;
+    QStringList tables_;
+};
