@@ -62,7 +62,6 @@ ChildProgram::ChildProgram(const QString& program, const QStringList& arguments,
     process_.setChildProcessModifier([limits] { limit(limits); });
 #endif
     process_.start(program, arguments, QIODevice::ReadOnly);
-    if (!process_.waitForStarted()) fail(u"nelze spustit"_s);
 }
 
 ChildProgram::~ChildProgram() {
@@ -96,18 +95,17 @@ bool ChildProgram::read(QByteArray& bytes) {
             fail(u"pracuje příliš dlouho, soubor je asi poškozený"_s);
         process_.waitForReadyRead(slice);
     }
+    if (process_.error() == QProcess::FailedToStart) fail(u"nelze spustit"_s);
     if (process_.exitStatus() != QProcess::NormalExit) fail(u"spadl, soubor je asi poškozený"_s);
     if (process_.exitCode() != 0) fail(u"skončil s chybou %1"_s.arg(process_.exitCode()));
     return false;
 }
 
-QByteArray ChildProgram::output(const QString& program, const QStringList& arguments,
-                                const ProgramLimits& limits) {
-    ChildProgram child(program, arguments, limits);
+QByteArray ChildProgram::readAll() {
     QByteArray all;
-    for (QByteArray bytes; child.read(bytes);) {
+    for (QByteArray bytes; read(bytes);) {
         all += bytes;
-        if (all.size() > longestOutput) child.fail(u"píše bez konce, soubor je asi poškozený"_s);
+        if (all.size() > longestOutput) fail(u"píše bez konce, soubor je asi poškozený"_s);
     }
     return all;
 }

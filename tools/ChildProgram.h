@@ -13,7 +13,7 @@ struct ProgramLimits {
 /// A program whose output is read while it runs. It is ended when the object goes, and with this process.
 class ChildProgram final {
  public:
-    /// @throws RuntimeError when it cannot be started.
+    /// Starts the program; a failure to do so shows in `read`.
     ChildProgram(const QString& program, const QStringList& arguments, const ProgramLimits& limits);
     ~ChildProgram();
     ChildProgram(const ChildProgram&) = delete;
@@ -21,15 +21,14 @@ class ChildProgram final {
 
     /// Puts what it wrote next to standard output in place of what `bytes` holds.
     /// @return false at the end: then it has ended well.
-    /// @throws RuntimeError when it crashes, takes too long, writes anything to standard error or ends with
-    /// another
+    /// @throws RuntimeError when it could not be started, crashes, takes too long, writes anything to
+    /// standard error or ends with another
     ///         exit code than 0, and when this process is asked to end.
     bool read(QByteArray& bytes);
 
-    /// All that the program writes to standard output, at most 1 MB.
-    /// @throws RuntimeError as the constructor and `read` do.
-    static QByteArray output(const QString& program, const QStringList& arguments,
-                             const ProgramLimits& limits);
+    /// All that it has yet to write to standard output, at most 1 MB.
+    /// @throws RuntimeError as `read` does.
+    QByteArray readAll();
 
  private:
     void checkComplaints();

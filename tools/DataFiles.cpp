@@ -4,7 +4,9 @@
 #include <QFile>
 
 #include "NewPair.h"
+#include "core/mDatabase.h"
 #include "platform/errors.h"
+#include "platform/password.h"
 
 using namespace Qt::StringLiterals;
 
@@ -14,6 +16,17 @@ QString dataFiles::cataloguePath(const QString& folder) {
 
 QString dataFiles::picturesPath(const QString& folder) {
     return QDir(folder).filePath(u"pictures.ddb"_s);
+}
+
+sqlite::Database dataFiles::openCatalogue(const QString& folder) {
+    const QString path = cataloguePath(folder);
+    try {
+        sqlite::Database database(path, sqlite::Database::Mode::readWrite);
+        password::checkHeader(database, databasePassword());
+        return database;
+    } catch (const RuntimeError& failure) {
+        throw RuntimeError(failure.number(), u"%1 (%2)"_s.arg(failure.description(), path));
+    }
 }
 
 QByteArray dataFiles::script(const QString& name) {

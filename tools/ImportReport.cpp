@@ -3,8 +3,6 @@
 #include <QDir>
 #include <algorithm>
 
-#include "platform/dates.h"
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -42,7 +40,8 @@ QString ImportReport::verdict() const {
 
 QString ImportReport::text() const {
     QString text = u"Převod starých souborů\n\nZe složky: %1\nDo složky: %2\nDokončeno: %3\n\n"_s.arg(
-        QDir::toNativeSeparators(oldFolder), QDir::toNativeSeparators(newFolder), dates::toShown(finished));
+        QDir::toNativeSeparators(oldFolder), QDir::toNativeSeparators(newFolder),
+        finished.toString(u"d. M. yyyy H:mm:ss"_s));
     text += row(u"Tabulka"_s, {u"má mít"_s, u"přečteno"_s, u"zapsáno"_s, u"odmítnuto"_s, u"příští č."_s});
     for (const TableReport& table : tables) {
         text += row(

@@ -85,24 +85,22 @@ class TableImport final {
         : table_(table),
           database_(database),
           report_(report),
-          counted_(file.count(inFile(file, table.name))),
           rows_(file.open(inFile(file, table.name))),
           writer_(database, table.name, rows_) {}
 
     void run(const importer::Progress& progress) {
-        TableReport result{table_.title, table_.name, counted_, 0, 0, 0, 0};
+        TableReport result{table_.title, table_.name, rows_.count(), 0, 0, 0, 0};
         while (rows_.next()) {
-            if (result.read++ % rowsPerReport == 0) progress(table_.title, result.read, counted_);
-            if (result.read > counted_) break;
+            if (result.read++ % rowsPerReport == 0) progress(table_.title, result.read, rows_.count());
+            if (result.read > rows_.count()) break;
             if (const auto reason = takeOver(result.read)) {
                 ++result.refused;
                 report_.refused +=
                     u"%1, %2: %3."_s.arg(table_.title, writer_.nameOf(rows_, result.read), *reason);
             }
         }
-        progress(table_.title, result.read, counted_);
+        progress(table_.title, result.read, rows_.count());
         checkCount(result);
-        result.written = database_.number(("SELECT COUNT(*) FROM " + table_.name.toUtf8()).constData());
         if (!writer_.key().isEmpty()) result.nextKey = continueNumbers() + 1;
         addNotes();
         report_.tables.push_back(std::move(result));
@@ -127,13 +125,13 @@ class TableImport final {
     }
 
     void checkCount(const TableReport& result) const {
-        if (result.read == counted_) return;
-        const QString read = result.read > counted_ ? u"víc"_s : QString::number(result.read);
+        if (result.read == rows_.count()) return;
+        const QString read = result.read > rows_.count() ? u"víc"_s : QString::number(result.read);
         throw RuntimeError(
             errors::invalidCall,
             u"Nesouhlasí to: tabulka %1 má podle starého souboru %2 řádků a přečíst se jich dá %3. "
             "Soubor je poškozený, nic se nepřevedlo."_s.arg(table_.name)
-                .arg(counted_)
+                .arg(rows_.count())
                 .arg(read));
     }
 
@@ -174,7 +172,6 @@ class TableImport final {
     const Table& table_;
     const sqlite::Database& database_;
     ImportReport& report_;
-    qint64 counted_;
     OldTable rows_;
     RowWriter writer_;
     QStringList unlisted_;
@@ -193,6 +190,9 @@ void importFile(const OldFile& file, const sqlite::Database& database, std::span
         if (!isKnown) report.notes += u"Tabulka %1 se nepřevádí, program ji nezná."_s.arg(name);
     }
     indexes.make();
+    // What the new file holds in the end, rather than what was put into it.
+    for (TableReport& table : std::span(report.tables).last(tables.size()))
+        table.written = database.number(("SELECT COUNT(*) FROM " + table.name.toUtf8()).constData());
     transaction.commit();
 }
 

@@ -90,6 +90,8 @@ NewPair::NewPair(const QString& folder, const QString& report) : folder_(folder)
     }
     try {
         files_[0].database = newDatabase(files_[0].made, u"catalogue.sql"_s);
+        // Texts are read again for the indexes; pictures are not.
+        files_[0].database->exec("PRAGMA cache_size=-16000");
         files_[1].database = newDatabase(files_[1].made, u"pictures.sql"_s);
     } catch (...) {
         discard();

@@ -82,6 +82,7 @@ OldTable::OldTable(const QString& path, const QString& table, const OldPrograms&
                                                      u"%Y-%m-%d %H:%M:%S"_s, u"-b"_s, u"raw"_s, path, table},
                                          programs.limits)),
       marker_(std::make_unique<ChildProgram>(programs.nulls, QStringList{path, table}, programs.limits)),
+      counter_(std::make_unique<ChildProgram>(programs.count, QStringList{path, table}, programs.limits)),
       rows_(sourceOf(exporter_)),
       marks_(sourceOf(marker_)) {
     reading(what_, [this] {
@@ -90,6 +91,8 @@ OldTable::OldTable(const QString& path, const QString& table, const OldPrograms&
             columns_ += QString::fromUtf8(field);
         bool isNumber = false;
         lastNumber_ = marks().toLongLong(&isNumber);
+        check(isNumber);
+        count_ = counter_->readAll().trimmed().toLongLong(&isNumber);
         check(isNumber);
     });
 }
@@ -130,9 +133,13 @@ OldFile::OldFile(const QString& path, const OldPrograms& programs) : path_(path)
     if (!info.isReadable()) refuse(path, u"soubor nemáte právo číst."_s);
     if (info.size() == 0) refuse(path, u"soubor je prázdný."_s);
     programs_.limits.time += secondsForMegabyte * (info.size() >> 20);
+    programs_.limits.memory += info.size();
+    // Both at once, as most of their time goes into starting.
+    ChildProgram versionTeller(programs_.version, {path}, programs_.limits);
+    ChildProgram tablesTeller(programs_.tables, {u"-1"_s, path}, programs_.limits);
     QByteArray version;
     try {
-        version = ChildProgram::output(programs_.version, {path}, programs_.limits).trimmed();
+        version = versionTeller.readAll().trimmed();
     } catch (const RuntimeError& failure) {
         refuse(path, u"není to databáze Jet. %1"_s.arg(failure.description()));
     }
@@ -142,19 +149,6 @@ OldFile::OldFile(const QString& path, const OldPrograms& programs) : path_(path)
     }
     if (info.size() % pageSize != 0)
         refuse(path, u"je useknutý, jeho délka není násobkem %1."_s.arg(pageSize));
-    reading(path, [this] {
-        const QByteArray names = ChildProgram::output(programs_.tables, {u"-1"_s, path_}, programs_.limits);
-        tables_ = QString::fromUtf8(names).split(u'\n', Qt::SkipEmptyParts);
-    });
-}
-
-qint64 OldFile::count(const QString& table) const {
-    return reading(path_, [&] {
-        bool isNumber = false;
-        const QByteArray count = ChildProgram::output(programs_.count, {path_, table}, programs_.limits);
-        const qint64 rows = count.trimmed().toLongLong(&isNumber);
-        if (!isNumber)
-            throw RuntimeError(errors::invalidCall, u"Počet řádků tabulky %1 nelze zjistit."_s.arg(table));
-        return rows;
-    });
+    reading(path,
+            [&] { tables_ = QString::fromUtf8(tablesTeller.readAll()).split(u'\n', Qt::SkipEmptyParts); });
 }

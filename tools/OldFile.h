@@ -32,6 +32,8 @@ class OldTable final {
  public:
     /// Its columns in the file's own spelling and order.
     const QStringList& columns() const noexcept { return columns_; }
+    /// The number of rows that the file itself tells, independent of those read.
+    qint64 count() const noexcept { return count_; }
     /// The highest number that its autonumber has ever given out; 0 when there is none.
     qint64 lastNumber() const noexcept { return lastNumber_; }
 
@@ -53,12 +55,14 @@ class OldTable final {
     QString what_;
     std::unique_ptr<ChildProgram> exporter_;
     std::unique_ptr<ChildProgram> marker_;
+    std::unique_ptr<ChildProgram> counter_;
     ExportReader rows_;
     ExportReader marks_;
     std::vector<QByteArray> fields_;
     std::vector<QByteArray> markFields_;
     QStringList columns_;
     qint64 lastNumber_ = 0;
+    qint64 count_ = 0;
 };
 
 /// One old database file (Jet 4), which is only read.
@@ -70,9 +74,7 @@ class OldFile final {
     const QString& path() const noexcept { return path_; }
     /// The tables in the file's own spelling.
     const QStringList& tables() const noexcept { return tables_; }
-    /// The number of rows that the file itself tells, independent of those read.
-    /// @throws RuntimeError as all the others do when a program fails.
-    qint64 count(const QString& table) const;
+    /// @throws RuntimeError when a program fails.
     OldTable open(const QString& table) const { return {path_, table, programs_}; }
 
  private:

@@ -12,12 +12,18 @@ namespace {
 constexpr int shownColumns = 3;
 constexpr qsizetype shownLength = 40;
 
+/// True for `YYYY-MM-DD HH:MM:SS`, by the calendar alone: an hour that summer time skips was a real one to
+/// the program that wrote it.
 bool isDate(QByteArrayView value) {
-    // By the calendar alone: an hour that summer time skips was a real one to the program that wrote it.
-    const QString text = QString::fromLatin1(value);
-    return text.size() == 19 && text[10] == u' ' &&
-           QDate::fromString(text.left(10), u"yyyy-MM-dd").isValid() &&
-           QTime::fromString(text.mid(11), u"HH:mm:ss").isValid();
+    constexpr QByteArrayView form = "0000-00-00 00:00:00";
+    if (value.size() != form.size()) return false;
+    for (qsizetype at = 0; at < form.size(); ++at) {
+        const bool isDigit = value[at] >= '0' && value[at] <= '9';
+        if (form[at] == '0' ? !isDigit : value[at] != form[at]) return false;
+    }
+    const auto number = [value](qsizetype at, qsizetype length) { return value.sliced(at, length).toInt(); };
+    return QDate::isValid(number(0, 4), number(5, 2), number(8, 2)) &&
+           QTime::isValid(number(11, 2), number(14, 2), number(17, 2));
 }
 
 QString shown(QByteArrayView value) {

@@ -12,6 +12,7 @@
 #endif
 
 #include "DataFiles.h"
+#include "FilmExport.h"
 #include "FilmLoader.h"
 #include "Importer.h"
 #include "Interruption.h"
@@ -60,6 +61,7 @@ int usage(QTextStream& errors) {
         << u"Použití:\n"
            "  kalvera-data create SLOŽKA             vytvoří prázdné soubory data.ddb a pictures.ddb\n"
            "  kalvera-data load SLOŽKA FILMY.csv     přidá do katalogu filmy ze souboru\n"
+           "  kalvera-data export SLOŽKA FILMY.csv   zapíše filmy z katalogu do nového souboru\n"
            "  kalvera-data import STARÁ NOVÁ         převede starou dvojici souborů ze složky STARÁ do složky NOVÁ\n"_s;
     return exitUsage;
 }
@@ -69,16 +71,26 @@ void create(const QString& folder, QTextStream& output) {
     output << u"Vytvořeno: %1, %2\n"_s.arg(dataFiles::cataloguePath(folder), dataFiles::picturesPath(folder));
 }
 
-void load(const QString& folder, const QString& csv, QTextStream& output, QTextStream& errors) {
+/// @return the exit code, as of the next functions.
+int load(const QString& folder, const QString& csv, QTextStream& output, QTextStream& errors) {
     const Progress progress(errors);
-    const qint64 films = filmLoader::load(
+    const filmLoader::Report report = filmLoader::load(
         folder, csv, [&progress](qint64 done) { progress.show(u"Načteno filmů: %1"_s.arg(done)); });
     progress.clear();
-    output << u"Přidáno filmů: %1\n"_s.arg(films);
+    output << report.text();
+    return report.agrees() ? 0 : exitDifference;
 }
 
-/// @return the exit code.
-int import(const QString& oldFolder, const QString& newFolder, QTextStream& output, QTextStream& errors) {
+int exportFilms(const QString& folder, const QString& csv, QTextStream& output, QTextStream& errors) {
+    const Progress progress(errors);
+    const qint64 films = filmExport::write(
+        folder, csv, [&progress](qint64 done) { progress.show(u"Zapsáno filmů: %1"_s.arg(done)); });
+    progress.clear();
+    output << u"Zapsáno filmů: %1\n"_s.arg(films);
+    return 0;
+}
+
+int importPair(const QString& oldFolder, const QString& newFolder, QTextStream& output, QTextStream& errors) {
     const Progress progress(errors);
     const ImportReport report =
         importer::run(oldFolder, newFolder, OldPrograms::find(),
@@ -102,9 +114,11 @@ int main(int argc, char** argv) {
         if (arguments.size() == 3 && arguments[1] == u"create"_s) {
             create(arguments[2], output);
         } else if (arguments.size() == 4 && arguments[1] == u"load"_s) {
-            load(arguments[2], arguments[3], output, errors);
+            return load(arguments[2], arguments[3], output, errors);
+        } else if (arguments.size() == 4 && arguments[1] == u"export"_s) {
+            return exportFilms(arguments[2], arguments[3], output, errors);
         } else if (arguments.size() == 4 && arguments[1] == u"import"_s) {
-            return import(arguments[2], arguments[3], output, errors);
+            return importPair(arguments[2], arguments[3], output, errors);
         } else {
             return usage(errors);
         }

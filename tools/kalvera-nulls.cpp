@@ -13,6 +13,11 @@
 
 #include <mdbtools.h>
 
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cstdint>
 #include <cstdio>
 #include <optional>
@@ -27,6 +32,7 @@ constexpr int longValueHeader = 12;
 constexpr std::uint32_t storedInline = 0x80000000;
 constexpr std::uint32_t storedOnOnePage = 0x40000000;
 constexpr std::uint32_t lengthMask = 0x3FFFFFFF;
+constexpr int rowOffsets = 14;  // in a page of rows
 constexpr int rowStartMask = 0x1FFF;
 // The export cuts what is longer, in bytes of UTF-8, by a few bytes more or less.
 constexpr std::size_t longestExported = 199'900;
@@ -40,19 +46,51 @@ std::uint32_t numberAt(const void* bytes, int offset) {
     return static_cast<std::uint32_t>(mdb_get_int32(const_cast<void*>(bytes), offset));
 }
 
-/// A piece of a long value on another page, in the library's second page buffer until the next call.
-std::optional<std::string_view> piece(MdbHandle* file, std::uint32_t place) {
-    void* page = nullptr;
-    int offset = 0;
-    std::size_t length = 0;
-    if (mdb_find_pg_row(file, static_cast<int>(place), &page, &offset, &length) != 0) return std::nullopt;
-    if (offset < 0 || static_cast<std::size_t>(offset) + length > MDB_PGSIZE) return std::nullopt;
-    return std::string_view(static_cast<const char*>(page) + offset, length);
-}
+/// The old file in memory. Long values are followed here, as the library reads a page anew for each of their
+/// pieces.
+class Pages final {
+ public:
+    explicit Pages(const char* path) {
+        const int file = open(path, O_RDONLY | O_CLOEXEC);
+        struct stat state {};
+        if (file < 0 || fstat(file, &state) != 0) return;
+        length_ = static_cast<std::size_t>(state.st_size);
+        void* start = mmap(nullptr, length_, PROT_READ, MAP_PRIVATE, file, 0);
+        close(file);
+        if (start != MAP_FAILED) start_ = static_cast<const char*>(start);
+    }
+    ~Pages() {
+        if (start_ != nullptr) munmap(const_cast<char*>(start_), length_);
+    }
+    Pages(const Pages&) = delete;
+    Pages& operator=(const Pages&) = delete;
+
+    bool areThere() const { return start_ != nullptr; }
+
+    /// A row of a page; the lowest byte of `place` counts the rows, the others the pages.
+    std::optional<std::string_view> row(std::uint32_t place) const {
+        const std::size_t page = std::size_t{place >> 8} * MDB_PGSIZE;
+        if (page + MDB_PGSIZE > length_) return std::nullopt;
+        const std::size_t offsets = page + rowOffsets + std::size_t{place & 0xFF} * 2;
+        const std::size_t begin = wordAt(offsets) & rowStartMask;
+        const std::size_t end = (place & 0xFF) == 0 ? MDB_PGSIZE : wordAt(offsets - 2) & rowStartMask;
+        if (begin > end || end > MDB_PGSIZE) return std::nullopt;
+        return std::string_view(start_ + page + begin, end - begin);
+    }
+
+ private:
+    std::uint32_t wordAt(std::size_t at) const {
+        return static_cast<std::uint8_t>(start_[at]) |
+               static_cast<std::uint32_t>(static_cast<std::uint8_t>(start_[at + 1])) << 8;
+    }
+
+    const char* start_ = nullptr;
+    std::size_t length_ = 0;
+};
 
 /// Follows a long value from page to page. Its bytes go to `bytes` unless that is null.
 /// @return false when a part of it is missing.
-bool readLongValue(MdbHandle* file, const MdbField& field, std::string* bytes) {
+bool readLongValue(const Pages& pages, const MdbField& field, std::string* bytes) {
     if (field.siz < longValueHeader) return field.siz == 0;
     const std::uint32_t header = numberAt(field.value, 0);
     const std::uint32_t length = header & lengthMask;
@@ -64,13 +102,13 @@ bool readLongValue(MdbHandle* file, const MdbField& field, std::string* bytes) {
         return inside.size() == length;
     }
     if ((header & storedOnOnePage) != 0) {
-        const auto whole = piece(file, place);
+        const auto whole = pages.row(place);
         if (whole && bytes != nullptr) *bytes = *whole;
         return whole && whole->size() == length;
     }
     std::size_t found = 0;
     while (place != 0 && found < length) {
-        const auto part = piece(file, place);
+        const auto part = pages.row(place);
         if (!part || part->size() <= 4) return false;
         found += part->size() - 4;
         if (bytes != nullptr) *bytes += part->substr(4);
@@ -156,7 +194,7 @@ std::string quoted(const std::vector<std::uint16_t>& units) {
 
 class Marker final {
  public:
-    explicit Marker(MdbHandle* file) : file_(file) {}
+    explicit Marker(const Pages& pages) : pages_(pages) {}
 
     /// The record of one row.
     const std::string& record(const MdbTableDef& table, const std::vector<MdbField>& fields) {
@@ -172,11 +210,11 @@ class Marker final {
  private:
     char mark(const MdbColumn& column, const MdbField& field) {
         if (field.is_null != 0) return 'N';
-        if (column.col_type == MDB_OLE) return readLongValue(file_, field, nullptr) ? 'V' : 'D';
+        if (column.col_type == MDB_OLE) return readLongValue(pages_, field, nullptr) ? 'V' : 'D';
         if (column.col_type != MDB_TEXT && column.col_type != MDB_MEMO) return 'V';
         bytes_.clear();
         if (column.col_type == MDB_MEMO) {
-            if (!readLongValue(file_, field, &bytes_)) return 'D';
+            if (!readLongValue(pages_, field, &bytes_)) return 'D';
         } else if (field.siz > 0) {
             bytes_.assign(static_cast<const char*>(field.value), static_cast<std::size_t>(field.siz));
         }
@@ -186,20 +224,20 @@ class Marker final {
         return 'T';
     }
 
-    MdbHandle* file_;
+    const Pages& pages_;
     std::string record_;
     std::string texts_;
     std::string bytes_;
     std::vector<std::uint16_t> units_;
 };
 
-int tell(MdbHandle* file, MdbTableDef* table) {
+int tell(const Pages& pages, MdbHandle* file, MdbTableDef* table) {
     if (mdb_read_pg(file, table->entry->table_pg) != file->fmt->pg_size) return fail("no table definition");
     std::printf("%d\n", static_cast<std::int32_t>(numberAt(file->pg_buf, lastNumberOffset)));
     if (mdb_read_columns(table) == nullptr) return fail("no columns");
     mdb_rewind_table(table);
     std::vector<MdbField> fields(table->num_cols);
-    Marker marker(file);
+    Marker marker(pages);
     while (mdb_fetch_row(table) != 0) {
         int start = 0;
         std::size_t length = 0;
@@ -218,10 +256,11 @@ int tell(MdbHandle* file, MdbTableDef* table) {
 
 int main(int argc, char** argv) {
     if (argc != 3) return fail("usage: kalvera-nulls FILE TABLE");
+    const Pages pages(argv[1]);
     MdbHandle* file = mdb_open(argv[1], MDB_NOFLAGS);
-    if (file == nullptr) return fail("cannot open the file");
+    if (file == nullptr || !pages.areThere()) return fail("cannot open the file");
     MdbTableDef* table = mdb_read_table_by_name(file, argv[2], MDB_TABLE);
-    const int result = table == nullptr ? fail("no such table") : tell(file, table);
+    const int result = table == nullptr ? fail("no such table") : tell(pages, file, table);
     if (table != nullptr) mdb_free_tabledef(table);
     mdb_close(file);
     return result;
