@@ -6,8 +6,8 @@
 
 /// What a program started by this one may use up.
 struct ProgramLimits {
-    std::chrono::seconds time{60};
-    qint64 memory = 512LL << 20;  // bytes of address space; not kept on Windows
+    std::chrono::milliseconds time{60000};  // that it is waited for, and of the processor
+    qint64 memory = 512LL << 20;            // bytes of address space; not kept on Windows
 };
 
 /// A program whose output is read while it runs. It is ended when the object goes, and with this process.
@@ -36,5 +36,5 @@ class ChildProgram final {
 
     QProcess process_;
     QString name_;
-    std::chrono::steady_clock::time_point deadline_;
+    std::chrono::steady_clock::duration timeLeft_;
 };

@@ -2,6 +2,8 @@
 
 #include <QDir>
 #include <algorithm>
+#include <memory>
+#include <optional>
 #include <span>
 
 #include "DataFiles.h"
@@ -82,13 +84,11 @@ class TableImport final {
  public:
     TableImport(const OldFile& file, const sqlite::Database& database, const Table& table,
                 ImportReport& report)
-        : table_(table),
-          database_(database),
-          report_(report),
-          rows_(file.open(inFile(file, table.name))),
-          writer_(database, table.name, rows_) {}
+        : table_(table), database_(database), report_(report), rows_(file.open(inFile(file, table.name))) {}
 
     void run(const importer::Progress& progress) {
+        rows_.begin();
+        writer_.emplace(database_, table_.name, rows_);
         TableReport result{table_.title, table_.name, rows_.count(), 0, 0, 0, 0};
         while (rows_.next()) {
             if (result.read++ % rowsPerReport == 0) progress(table_.title, result.read, rows_.count());
@@ -96,12 +96,12 @@ class TableImport final {
             if (const auto reason = takeOver(result.read)) {
                 ++result.refused;
                 report_.refused +=
-                    u"%1, %2: %3."_s.arg(table_.title, writer_.nameOf(rows_, result.read), *reason);
+                    u"%1, %2: %3."_s.arg(table_.title, writer_->nameOf(rows_, result.read), *reason);
             }
         }
         progress(table_.title, result.read, rows_.count());
         checkCount(result);
-        if (!writer_.key().isEmpty()) result.nextKey = continueNumbers() + 1;
+        if (!writer_->key().isEmpty()) result.nextKey = continueNumbers() + 1;
         addNotes();
         report_.tables.push_back(std::move(result));
     }
@@ -109,18 +109,18 @@ class TableImport final {
  private:
     std::optional<QString> takeOver(qint64 number) {
         if (table_.name == pictureTable.name) {
-            const auto data = writer_.value(rows_, u"PicDat");
-            const auto size = writer_.value(rows_, u"PicSize");
+            const auto data = writer_->value(rows_, u"PicDat");
+            const auto size = writer_->value(rows_, u"PicSize");
             if (auto fault = pictureFault(data, size)) return fault;
             if (!data || data->isEmpty()) {
                 report_.notes += u"Obrázek bez dat převeden jako řádek bez dat: %1 (film %2)."_s.arg(
-                    writer_.nameOf(rows_, number),
-                    QString::fromUtf8(writer_.value(rows_, u"PicDVDID").value_or("neuveden")));
+                    writer_->nameOf(rows_, number),
+                    QString::fromUtf8(writer_->value(rows_, u"PicDVDID").value_or("neuveden")));
             }
         }
-        if (auto reason = writer_.write(rows_)) return reason;
-        if (table_.name == u"tDVD"_s && !writer_.value(rows_, u"KatCisl"))
-            unlisted_ += QString::fromUtf8(writer_.value(rows_, u"DVDID").value_or(""));
+        if (auto reason = writer_->write(rows_)) return reason;
+        if (table_.name == u"tDVD"_s && !writer_->value(rows_, u"KatCisl"))
+            unlisted_ += QString::fromUtf8(writer_->value(rows_, u"DVDID").value_or(""));
         return std::nullopt;
     }
 
@@ -139,7 +139,7 @@ class TableImport final {
     /// @return the highest number given out so far.
     qint64 continueNumbers() {
         const QByteArray name = table_.name.toUtf8();
-        const QByteArray key = writer_.key().toUtf8();
+        const QByteArray key = writer_->key().toUtf8();
         const qint64 highest =
             database_.number(("SELECT IFNULL(MAX(" + key + "),0) FROM " + name).constData());
         // Autonumbers can also be drawn at random; such a last number says nothing.
@@ -162,7 +162,7 @@ class TableImport final {
                 u"Filmy bez evidenčního čísla; jsou převedené, ale hlavní seznam je neukazuje, jako je "
                 "neukazoval dřív: DVDID %1."_s.arg(unlisted_.join(u", "_s));
         }
-        const QStringList leftOut = writer_.leftOut(rows_);
+        const QStringList leftOut = writer_->leftOut(rows_);
         if (!leftOut.isEmpty()) {
             report_.notes += u"%1: sloupce, které program nezná a které se nepřevádějí: %2."_s.arg(
                 table_.title, leftOut.join(u", "_s));
@@ -173,28 +173,51 @@ class TableImport final {
     const sqlite::Database& database_;
     ImportReport& report_;
     OldTable rows_;
-    RowWriter writer_;
+    std::optional<RowWriter> writer_;
     QStringList unlisted_;
 };
 
-void importFile(const OldFile& file, const sqlite::Database& database, std::span<const Table> tables,
-                ImportReport& report, const importer::Progress& progress) {
-    sqlite::Transaction transaction(database);
-    const LaterIndexes indexes(database);
-    for (const Table& table : tables)
-        TableImport(file, database, table, report).run(progress);
-    for (const QString& name : file.tables()) {
-        const bool isKnown = std::any_of(tables.begin(), tables.end(), [&name](const Table& table) {
-            return table.name.compare(name, Qt::CaseInsensitive) == 0;
-        });
-        if (!isKnown) report.notes += u"Tabulka %1 se nepřevádí, program ji nezná."_s.arg(name);
+/// One file with the programs that read its tables under way.
+class FileImport final {
+ public:
+    FileImport(const OldFile& file, const sqlite::Database& database, std::span<const Table> tables,
+               ImportReport& report)
+        : file_(file), database_(database), known_(tables), report_(report) {
+        for (const Table& table : tables)
+            tables_.push_back(std::make_unique<TableImport>(file, database, table, report));
     }
-    indexes.make();
-    // What the new file holds in the end, rather than what was put into it.
-    for (TableReport& table : std::span(report.tables).last(tables.size()))
-        table.written = database.number(("SELECT COUNT(*) FROM " + table.name.toUtf8()).constData());
-    transaction.commit();
-}
+
+    void run(const importer::Progress& progress) {
+        sqlite::Transaction transaction(database_);
+        const LaterIndexes indexes(database_);
+        for (auto& table : tables_) {
+            table->run(progress);
+            table.reset();
+        }
+        indexes.make();
+        // What the new file holds in the end, rather than what was put into it.
+        for (TableReport& table : std::span(report_.tables).last(known_.size()))
+            table.written = database_.number(("SELECT COUNT(*) FROM " + table.name.toUtf8()).constData());
+        noteUnknownTables();
+        transaction.commit();
+    }
+
+ private:
+    void noteUnknownTables() const {
+        for (const QString& name : file_.tables()) {
+            const bool isKnown = std::any_of(known_.begin(), known_.end(), [&name](const Table& table) {
+                return table.name.compare(name, Qt::CaseInsensitive) == 0;
+            });
+            if (!isKnown) report_.notes += u"Tabulka %1 se nepřevádí, program ji nezná."_s.arg(name);
+        }
+    }
+
+    const OldFile& file_;
+    const sqlite::Database& database_;
+    std::span<const Table> known_;
+    ImportReport& report_;
+    std::vector<std::unique_ptr<TableImport>> tables_;
+};
 
 }  // namespace
 
@@ -207,8 +230,10 @@ ImportReport importer::run(const QString& oldFolder, const QString& newFolder, c
     const OldFile pictures(oldPath(dataFiles::picturesPath(oldFolder)), programs);
     ImportReport report{QDir(oldFolder).absolutePath(), QDir(newFolder).absolutePath(), {}, {}, {}, {}};
     NewPair pair(newFolder, u"import.txt"_s);
-    importFile(catalogue, pair.catalogue(), catalogueTables, report, progress);
-    importFile(pictures, pair.pictures(), std::span(&pictureTable, 1), report, progress);
+    FileImport catalogueImport(catalogue, pair.catalogue(), catalogueTables, report);
+    FileImport picturesImport(pictures, pair.pictures(), std::span(&pictureTable, 1), report);
+    catalogueImport.run(progress);
+    picturesImport.run(progress);
     report.finished = QDateTime::currentDateTime();
     interruption::check();
     pair.keep(report.text());

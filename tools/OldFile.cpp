@@ -84,7 +84,9 @@ OldTable::OldTable(const QString& path, const QString& table, const OldPrograms&
       marker_(std::make_unique<ChildProgram>(programs.nulls, QStringList{path, table}, programs.limits)),
       counter_(std::make_unique<ChildProgram>(programs.count, QStringList{path, table}, programs.limits)),
       rows_(sourceOf(exporter_)),
-      marks_(sourceOf(marker_)) {
+      marks_(sourceOf(marker_)) {}
+
+void OldTable::begin() {
     reading(what_, [this] {
         check(rows_.next(fields_) && marks_.next(markFields_) && markFields_.size() == 1);
         for (const QByteArray& field : fields_)

@@ -27,9 +27,13 @@ struct OldPrograms {
     static OldPrograms find();
 };
 
-/// The rows of one table of an old file, one after the other in the order in which the file holds them.
+/// The rows of one table of an old file, one after the other in the order in which the file holds them. The
+/// programs that read it begin at once, so that several tables can be under way.
 class OldTable final {
  public:
+    /// Waits for what is told before the first row; to be called before anything else.
+    /// @throws RuntimeError when the file turns out to be damaged or a program fails.
+    void begin();
     /// Its columns in the file's own spelling and order.
     const QStringList& columns() const noexcept { return columns_; }
     /// The number of rows that the file itself tells, independent of those read.
@@ -74,7 +78,6 @@ class OldFile final {
     const QString& path() const noexcept { return path_; }
     /// The tables in the file's own spelling.
     const QStringList& tables() const noexcept { return tables_; }
-    /// @throws RuntimeError when a program fails.
     OldTable open(const QString& table) const { return {path_, table, programs_}; }
 
  private:

@@ -124,7 +124,7 @@ TEST_F(ImportFaults, ProgramThatHangsOrEatsMemoryIsEnded) {
                            folder + u"mdb-count"_s,
                            at(u"bin/mdb-export"_s),
                            bin + u"/kalvera-nulls"_s,
-                           {std::chrono::seconds(1)}};
+                           {std::chrono::milliseconds(500)}};
     }();
     const auto description = [&] {
         try {
