@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <algorithm>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <span>
@@ -26,20 +27,18 @@ struct Table {
     QString title;
 };
 
-const Table pictureTable{u"tPicture"_s, u"Obrázky"_s};
+const Table pictureTables[] = {{u"tPicture"_s, u"Obrázky"_s}};
 const Table catalogueTables[] = {{u"tDVD"_s, u"Filmy"_s},
                                  {u"tZanr"_s, u"Žánry"_s},
                                  {u"tOddeleni"_s, u"Oddělení"_s},
                                  {u"tUser"_s, u"Zákazníci"_s},
                                  {u"tPujcky"_s, u"Výpůjčky"_s}};
 
-QString inFile(const OldFile& file, const QString& table) {
-    const qsizetype at = placeOf(table, file.tables());
-    if (at < 0) {
-        throw RuntimeError(errors::itemNotFound, u"Ve starém souboru %1 chybí tabulka %2."_s.arg(
-                                                     QDir::toNativeSeparators(file.path()), table));
-    }
-    return file.tables()[at];
+QStringList namesOf(std::span<const Table> tables) {
+    QStringList names;
+    for (const Table& table : tables)
+        names += table.name;
+    return names;
 }
 
 /// The indexes of a file, taken away until all rows stand, which is faster.
@@ -82,16 +81,19 @@ std::optional<QString> pictureFault(std::optional<QByteArrayView> data, std::opt
 
 class TableImport final {
  public:
-    TableImport(const OldFile& file, const sqlite::Database& database, const Table& table,
-                ImportReport& report)
-        : table_(table), database_(database), report_(report), rows_(file.open(inFile(file, table.name))) {}
+    TableImport(OldFile& file, const sqlite::Database& database, const Table& table, ImportReport& report)
+        : table_(table), database_(database), report_(report), rows_(file) {}
 
-    void run(const importer::Progress& progress) {
+    /// @param startNext lets the programs for another table begin; it is called meanwhile.
+    void run(const importer::Progress& progress, const std::function<void()>& startNext) {
         rows_.begin();
         writer_.emplace(database_, table_.name, rows_);
         TableReport result{table_.title, table_.name, rows_.count(), 0, 0, 0, 0};
         while (rows_.next()) {
-            if (result.read++ % rowsPerReport == 0) progress(table_.title, result.read, rows_.count());
+            if (result.read++ % rowsPerReport == 0) {
+                progress(table_.title, result.read, rows_.count());
+                startNext();
+            }
             if (result.read > rows_.count()) break;
             if (const auto reason = takeOver(result.read)) {
                 ++result.refused;
@@ -108,7 +110,7 @@ class TableImport final {
 
  private:
     std::optional<QString> takeOver(qint64 number) {
-        if (table_.name == pictureTable.name) {
+        if (table_.name == u"tPicture"_s) {
             const auto data = writer_->value(rows_, u"PicDat");
             const auto size = writer_->value(rows_, u"PicSize");
             if (auto fault = pictureFault(data, size)) return fault;
@@ -177,46 +179,49 @@ class TableImport final {
     QStringList unlisted_;
 };
 
-/// One file with the programs that read its tables under way.
-class FileImport final {
+/// The tables of both files, one after the other, with the programs that read the next ones under way.
+class PairImport final {
  public:
-    FileImport(const OldFile& file, const sqlite::Database& database, std::span<const Table> tables,
-               ImportReport& report)
-        : file_(file), database_(database), known_(tables), report_(report) {
+    PairImport(ImportReport& report, const importer::Progress& progress)
+        : report_(report), progress_(progress) {}
+
+    void add(OldFile& file, const sqlite::Database& database, std::span<const Table> tables) {
         for (const Table& table : tables)
-            tables_.push_back(std::make_unique<TableImport>(file, database, table, report));
+            waiting_.push_back([&file, &database, &table, this] {
+                return std::make_unique<TableImport>(file, database, table, report_);
+            });
+        for (const QString& name : file.otherTables())
+            report_.notes += u"Tabulka %1 se nepřevádí, program ji nezná."_s.arg(name);
     }
 
-    void run(const importer::Progress& progress) {
-        sqlite::Transaction transaction(database_);
-        const LaterIndexes indexes(database_);
-        for (auto& table : tables_) {
-            table->run(progress);
-            table.reset();
+    /// Takes over the next `tables` tables, which belong to the file `database`.
+    void run(const sqlite::Database& database, std::size_t tables) {
+        sqlite::Transaction transaction(database);
+        const LaterIndexes indexes(database);
+        for (std::size_t table = 0; table < tables; ++table) {
+            if (started_.empty()) startNext();
+            const auto current = std::move(started_.front());
+            started_.pop_front();
+            current->run(progress_, [this] { startNext(); });
         }
         indexes.make();
         // What the new file holds in the end, rather than what was put into it.
-        for (TableReport& table : std::span(report_.tables).last(known_.size()))
-            table.written = database_.number(("SELECT COUNT(*) FROM " + table.name.toUtf8()).constData());
-        noteUnknownTables();
+        for (TableReport& table : std::span(report_.tables).last(tables))
+            table.written = database.number(("SELECT COUNT(*) FROM " + table.name.toUtf8()).constData());
         transaction.commit();
     }
 
  private:
-    void noteUnknownTables() const {
-        for (const QString& name : file_.tables()) {
-            const bool isKnown = std::any_of(known_.begin(), known_.end(), [&name](const Table& table) {
-                return table.name.compare(name, Qt::CaseInsensitive) == 0;
-            });
-            if (!isKnown) report_.notes += u"Tabulka %1 se nepřevádí, program ji nezná."_s.arg(name);
-        }
+    void startNext() {
+        if (waiting_.empty()) return;
+        started_.push_back(waiting_.front()());
+        waiting_.pop_front();
     }
 
-    const OldFile& file_;
-    const sqlite::Database& database_;
-    std::span<const Table> known_;
     ImportReport& report_;
-    std::vector<std::unique_ptr<TableImport>> tables_;
+    const importer::Progress& progress_;
+    std::deque<std::function<std::unique_ptr<TableImport>()>> waiting_;
+    std::deque<std::unique_ptr<TableImport>> started_;
 };
 
 }  // namespace
@@ -226,14 +231,15 @@ ImportReport importer::run(const QString& oldFolder, const QString& newFolder, c
     const auto oldPath = [](const QString& path) {
         return QDir().absoluteFilePath(paths::ignoringCase(path));
     };
-    const OldFile catalogue(oldPath(dataFiles::cataloguePath(oldFolder)), programs);
-    const OldFile pictures(oldPath(dataFiles::picturesPath(oldFolder)), programs);
+    OldFile catalogue(oldPath(dataFiles::cataloguePath(oldFolder)), namesOf(catalogueTables), programs);
+    OldFile pictures(oldPath(dataFiles::picturesPath(oldFolder)), namesOf(pictureTables), programs);
     ImportReport report{QDir(oldFolder).absolutePath(), QDir(newFolder).absolutePath(), {}, {}, {}, {}};
     NewPair pair(newFolder, u"import.txt"_s);
-    FileImport catalogueImport(catalogue, pair.catalogue(), catalogueTables, report);
-    FileImport picturesImport(pictures, pair.pictures(), std::span(&pictureTable, 1), report);
-    catalogueImport.run(progress);
-    picturesImport.run(progress);
+    PairImport import(report, progress);
+    import.add(catalogue, pair.catalogue(), catalogueTables);
+    import.add(pictures, pair.pictures(), pictureTables);
+    import.run(pair.catalogue(), std::size(catalogueTables));
+    import.run(pair.pictures(), std::size(pictureTables));
     report.finished = QDateTime::currentDateTime();
     interruption::check();
     pair.keep(report.text());

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <algorithm>
@@ -13,6 +14,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint64 pageSize = 4096;
+constexpr qsizetype versionOffset = 20;
+constexpr char jet3 = 0;
+constexpr char jet4 = 1;
 constexpr auto secondsForMegabyte = std::chrono::seconds(1);
 
 [[noreturn]] void refuse(const QString& path, const QString& what) {
@@ -43,10 +47,6 @@ auto reading(const QString& path, Work&& work) {
     }
 }
 
-ExportReader::Source sourceOf(const std::unique_ptr<ChildProgram>& program) {
-    return [child = program.get()](QByteArray& bytes) { return child->read(bytes); };
-}
-
 }  // namespace
 
 qsizetype placeOf(QStringView name, const QStringList& names) {
@@ -66,29 +66,63 @@ OldPrograms OldPrograms::find() {
             "není. Sestavuje se jen tam, kde je knihovna libmdb (na Debianu balíček mdbtools-dev)."_s.arg(
                 QDir::toNativeSeparators(folder)));
     }
-    return {located(u"mdb-ver"_s),
-            located(u"mdb-tables"_s),
-            located(u"mdb-count"_s),
-            located(u"mdb-export"_s),
-            nulls,
-            {}};
+    return {located(u"mdb-tables"_s), located(u"mdb-count"_s), located(u"mdb-export"_s), nulls, {}};
 }
 
-OldTable::OldTable(const QString& path, const QString& table, const OldPrograms& programs)
-    : what_(u"%1, tabulka %2"_s.arg(QDir::toNativeSeparators(path), table)),
-      exporter_(
-          std::make_unique<ChildProgram>(programs.rows,
-                                         QStringList{u"-D"_s, u"%Y-%m-%d %H:%M:%S"_s, u"-T"_s,
-                                                     u"%Y-%m-%d %H:%M:%S"_s, u"-b"_s, u"raw"_s, path, table},
-                                         programs.limits)),
-      marker_(std::make_unique<ChildProgram>(programs.nulls, QStringList{path, table}, programs.limits)),
-      counter_(std::make_unique<ChildProgram>(programs.count, QStringList{path, table}, programs.limits)),
-      rows_(sourceOf(exporter_)),
-      marks_(sourceOf(marker_)) {}
+void OldFile::checkHeader() const {
+    QFile file(path_);
+    const QFileInfo info(path_);
+    if (!info.isFile()) refuse(path_, u"soubor tam není."_s);
+    if (!file.open(QFile::ReadOnly)) refuse(path_, u"soubor nelze číst."_s);
+    if (info.size() == 0) refuse(path_, u"soubor je prázdný."_s);
+    const QByteArray header = file.read(versionOffset + 1);
+    if (header.size() <= versionOffset || !header.startsWith(QByteArray("\0\1\0\0Standard ", 13)))
+        refuse(path_, u"není to databáze Jet."_s);
+    if (header[versionOffset] != jet4 || header.sliced(13, 3) != "Jet") {
+        refuse(path_, header[versionOffset] == jet3
+                          ? u"je ve starším formátu Jet 3 (Access 97); převést lze jen Jet 4."_s
+                          : u"je v novějším formátu (Access 2007); převést lze jen Jet 4."_s);
+    }
+    if (info.size() % pageSize != 0)
+        refuse(path_, u"je useknutý, jeho délka není násobkem %1."_s.arg(pageSize));
+}
+
+OldFile::OldFile(const QString& path, const QStringList& tables, const OldPrograms& programs)
+    : path_(path), programs_(programs) {
+    checkHeader();
+    const qint64 length = QFileInfo(path).size();
+    programs_.limits.time += secondsForMegabyte * (length >> 20);
+    programs_.limits.memory += length;
+    reading(path_, [this] {
+        ChildProgram lister(programs_.tables, {u"-1"_s, path_}, programs_.limits);
+        otherTables_ = QString::fromUtf8(lister.readAll()).split(u'\n', Qt::SkipEmptyParts);
+    });
+    for (const QString& table : tables) {
+        const qsizetype at = placeOf(table, otherTables_);
+        if (at < 0) refuse(path_, u"chybí tabulka %1."_s.arg(table));
+        tables_ += otherTables_.takeAt(at);
+    }
+    marks_ =
+        std::make_unique<ProgramRecords>(programs_.nulls, QStringList(path_) + tables_, programs_.limits);
+}
+
+OldTable::OldTable(OldFile& file) : marks_(file.marks_->reader) {
+    const QString table = file.tables_.takeFirst();
+    isLast_ = file.tables_.isEmpty();
+    what_ = u"%1, tabulka %2"_s.arg(QDir::toNativeSeparators(file.path_), table);
+    const OldPrograms& programs = file.programs_;
+    rows_ = std::make_unique<ProgramRecords>(
+        programs.rows,
+        QStringList{u"-D"_s, u"%Y-%m-%d %H:%M:%S"_s, u"-T"_s, u"%Y-%m-%d %H:%M:%S"_s, u"-b"_s, u"raw"_s,
+                    file.path_, table},
+        programs.limits);
+    counter_ =
+        std::make_unique<ChildProgram>(programs.count, QStringList{file.path_, table}, programs.limits);
+}
 
 void OldTable::begin() {
     reading(what_, [this] {
-        check(rows_.next(fields_) && marks_.next(markFields_) && markFields_.size() == 1);
+        check(rows_->reader.next(fields_) && marks_.next(markFields_) && markFields_.size() == 1);
         for (const QByteArray& field : fields_)
             columns_ += QString::fromUtf8(field);
         bool isNumber = false;
@@ -99,7 +133,7 @@ void OldTable::begin() {
     });
 }
 
-void OldTable::check(bool matches) const {
+void OldTable::check(bool matches) {
     if (matches) return;
     throw RuntimeError(errors::invalidCall,
                        u"Dvě čtení téže tabulky se rozcházejí, soubor je asi poškozený."_s);
@@ -107,11 +141,11 @@ void OldTable::check(bool matches) const {
 
 bool OldTable::next() {
     return reading(what_, [this] {
-        const bool isRow = rows_.next(fields_);
+        const bool isRow = rows_->reader.next(fields_);
         check(marks_.next(markFields_));
         if (!isRow) {
             std::vector<QByteArray> nothing;
-            check(marks() == "end" && !marks_.next(nothing));
+            check(marks() == "end" && (!isLast_ || !marks_.next(nothing)));
             return false;
         }
         check(static_cast<qsizetype>(fields_.size()) == columns_.size() && marks().size() == columns_.size());
@@ -127,30 +161,4 @@ std::optional<QByteArrayView> OldTable::value(int column) const {
     if (marks()[column] != 'T') return fields_[static_cast<std::size_t>(column)];
     const auto text = static_cast<std::size_t>(QByteArrayView(marks()).first(column + 1).count('T'));
     return markFields_[text];
-}
-
-OldFile::OldFile(const QString& path, const OldPrograms& programs) : path_(path), programs_(programs) {
-    const QFileInfo info(path);
-    if (!info.isFile()) refuse(path, u"soubor tam není."_s);
-    if (!info.isReadable()) refuse(path, u"soubor nemáte právo číst."_s);
-    if (info.size() == 0) refuse(path, u"soubor je prázdný."_s);
-    programs_.limits.time += secondsForMegabyte * (info.size() >> 20);
-    programs_.limits.memory += info.size();
-    // Both at once, as most of their time goes into starting.
-    ChildProgram versionTeller(programs_.version, {path}, programs_.limits);
-    ChildProgram tablesTeller(programs_.tables, {u"-1"_s, path}, programs_.limits);
-    QByteArray version;
-    try {
-        version = versionTeller.readAll().trimmed();
-    } catch (const RuntimeError& failure) {
-        refuse(path, u"není to databáze Jet. %1"_s.arg(failure.description()));
-    }
-    if (version != "JET4") {
-        refuse(path, u"je ve formátu %1, převést lze jen JET4 (Access 2000 až 2003)."_s.arg(
-                         QString::fromUtf8(version)));
-    }
-    if (info.size() % pageSize != 0)
-        refuse(path, u"je useknutý, jeho délka není násobkem %1."_s.arg(pageSize));
-    reading(path,
-            [&] { tables_ = QString::fromUtf8(tablesTeller.readAll()).split(u'\n', Qt::SkipEmptyParts); });
 }

@@ -15,11 +15,10 @@ qsizetype placeOf(QStringView name, const QStringList& names);
 
 /// The programs that read old database files, with what each call of them may use up.
 struct OldPrograms {
-    QString version;  // mdb-ver
-    QString tables;   // mdb-tables
-    QString count;    // mdb-count
-    QString rows;     // mdb-export
-    QString nulls;    // our own kalvera-nulls
+    QString tables;  // mdb-tables
+    QString count;   // mdb-count
+    QString rows;    // mdb-export
+    QString nulls;   // our own kalvera-nulls
     ProgramLimits limits;
 
     /// Looks for those of mdbtools where the system looks for programs, and for our own beside this one.
@@ -27,13 +26,51 @@ struct OldPrograms {
     static OldPrograms find();
 };
 
-/// The rows of one table of an old file, one after the other in the order in which the file holds them. The
-/// programs that read it begin at once, so that several tables can be under way.
+/// The output of a program in records.
+struct ProgramRecords {
+    ChildProgram program;
+    ExportReader reader;
+
+    ProgramRecords(const QString& path, const QStringList& arguments, const ProgramLimits& limits)
+        : program(path, arguments, limits),
+          reader([this](QByteArray& bytes) { return program.read(bytes); }) {}
+};
+
+/// One old database file (Jet 4), which is only read.
+class OldFile final {
+ public:
+    /// Its tables will be read in the order of `tables`, whatever the letter case of their names.
+    /// @throws RuntimeError when it is missing, no such file, damaged beyond reading, of another version or
+    /// without
+    ///         one of the tables.
+    OldFile(const QString& path, const QStringList& tables, const OldPrograms& programs);
+
+    const QString& path() const noexcept { return path_; }
+    /// Tables that it has beside those to be read, in its own spelling.
+    const QStringList& otherTables() const noexcept { return otherTables_; }
+
+ private:
+    friend class OldTable;
+    void checkHeader() const;
+
+    QString path_;
+    OldPrograms programs_;
+    QStringList tables_;  // those still to be read, in the file's own spelling
+    QStringList otherTables_;
+    std::unique_ptr<ProgramRecords> marks_;
+};
+
+/// The rows of the next table of an old file, one after the other in the order in which the file holds them.
+/// The programs that read it begin at once, so that several tables can be under way; they are read one after
+/// the other.
 class OldTable final {
  public:
+    explicit OldTable(OldFile& file);
+
     /// Waits for what is told before the first row; to be called before anything else.
     /// @throws RuntimeError when the file turns out to be damaged or a program fails.
     void begin();
+
     /// Its columns in the file's own spelling and order.
     const QStringList& columns() const noexcept { return columns_; }
     /// The number of rows that the file itself tells, independent of those read.
@@ -51,37 +88,17 @@ class OldTable final {
     bool isDamaged(int column) const { return marks()[column] == 'D'; }
 
  private:
-    friend class OldFile;
-    OldTable(const QString& path, const QString& table, const OldPrograms& programs);
     const QByteArray& marks() const { return markFields_.front(); }
-    void check(bool matches) const;
+    static void check(bool matches);
 
     QString what_;
-    std::unique_ptr<ChildProgram> exporter_;
-    std::unique_ptr<ChildProgram> marker_;
+    ExportReader& marks_;
+    std::unique_ptr<ProgramRecords> rows_;
     std::unique_ptr<ChildProgram> counter_;
-    ExportReader rows_;
-    ExportReader marks_;
     std::vector<QByteArray> fields_;
     std::vector<QByteArray> markFields_;
     QStringList columns_;
+    bool isLast_;
     qint64 lastNumber_ = 0;
     qint64 count_ = 0;
-};
-
-/// One old database file (Jet 4), which is only read.
-class OldFile final {
- public:
-    /// @throws RuntimeError when it is missing, no such file, damaged beyond reading or of another version.
-    OldFile(const QString& path, const OldPrograms& programs);
-
-    const QString& path() const noexcept { return path_; }
-    /// The tables in the file's own spelling.
-    const QStringList& tables() const noexcept { return tables_; }
-    OldTable open(const QString& table) const { return {path_, table, programs_}; }
-
- private:
-    QString path_;
-    OldPrograms programs_;
-    QStringList tables_;
 };

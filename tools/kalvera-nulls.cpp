@@ -249,19 +249,22 @@ int tell(const Pages& pages, MdbHandle* file, MdbTableDef* table) {
         std::fwrite(record.data(), 1, record.size(), stdout);
     }
     std::puts("end");
-    return std::fflush(stdout) == 0 && std::ferror(stdout) == 0 ? 0 : fail("cannot write");
+    return 0;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 3) return fail("usage: kalvera-nulls FILE TABLE");
+    if (argc < 3) return fail("usage: kalvera-nulls FILE TABLE...");
     const Pages pages(argv[1]);
     MdbHandle* file = mdb_open(argv[1], MDB_NOFLAGS);
     if (file == nullptr || !pages.areThere()) return fail("cannot open the file");
-    MdbTableDef* table = mdb_read_table_by_name(file, argv[2], MDB_TABLE);
-    const int result = table == nullptr ? fail("no such table") : tell(pages, file, table);
-    if (table != nullptr) mdb_free_tabledef(table);
+    int result = 0;
+    for (int at = 2; at < argc && result == 0; ++at) {
+        MdbTableDef* table = mdb_read_table_by_name(file, argv[at], MDB_TABLE);
+        result = table == nullptr ? fail("no such table") : tell(pages, file, table);
+        if (table != nullptr) mdb_free_tabledef(table);
+    }
     mdb_close(file);
-    return result;
+    return std::fflush(stdout) == 0 && std::ferror(stdout) == 0 ? result : fail("cannot write");
 }
