@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 rowsPerReport = 50;
+constexpr qint64 stepsOfTable = 200;
 constexpr qint64 highestKey = 2000000000;
 constexpr qint64 pictureBlock = 100000;
 
@@ -41,32 +41,6 @@ QStringList namesOf(std::span<const Table> tables) {
     return names;
 }
 
-/// The indexes of a file, taken away until all rows stand, which is faster.
-class LaterIndexes final {
- public:
-    explicit LaterIndexes(const sqlite::Database& database) : database_(database) {
-        const sqlite::Statement list(
-            database, "SELECT name, sql FROM sqlite_master WHERE type='index' AND sql NOT NULL");
-        QStringList names;
-        while (list.step()) {
-            names += list.text(0);
-            create_ += list.text(1);
-        }
-        for (const QString& name : std::as_const(names))
-            database.exec(("DROP INDEX " + name.toUtf8()).constData());
-    }
-    void make() const {
-        for (const QString& sql : create_) {
-            interruption::check();
-            database_.exec(sql.toUtf8().constData());
-        }
-    }
-
- private:
-    const sqlite::Database& database_;
-    QStringList create_;
-};
-
 /// The reason why a picture cannot be taken over. One without data at all is no such reason.
 std::optional<QString> pictureFault(std::optional<QByteArrayView> data, std::optional<QByteArrayView> size) {
     const qint64 length = data ? data->size() : 0;
@@ -81,31 +55,41 @@ std::optional<QString> pictureFault(std::optional<QByteArrayView> data, std::opt
 
 class TableImport final {
  public:
-    TableImport(OldFile& file, const sqlite::Database& database, const Table& table, ImportReport& report)
-        : table_(table), database_(database), report_(report), rows_(file) {}
+    TableImport(OldFile& file, const Table& table, ImportReport& report)
+        : table_(table), report_(report), rows_(file) {}
 
-    /// @param startNext lets the programs for another table begin; it is called meanwhile.
-    void run(const importer::Progress& progress, const std::function<void()>& startNext) {
+    /// To be called before the first step.
+    void begin(const sqlite::Database& database) {
+        database_ = &database;
         rows_.begin();
-        writer_.emplace(database_, table_.name, rows_);
-        TableReport result{table_.title, table_.name, rows_.count(), 0, 0, 0, 0};
-        while (rows_.next()) {
-            if (result.read++ % rowsPerReport == 0) {
-                progress(table_.title, result.read, rows_.count());
-                startNext();
-            }
-            if (result.read > rows_.count()) break;
-            if (const auto reason = takeOver(result.read)) {
-                ++result.refused;
+        writer_.emplace(database, table_.name, rows_);
+        result_ = {table_.title, table_.name, rows_.count(), 0, 0, 0, 0};
+    }
+
+    /// Takes over a small part of the rows.
+    /// @return false when there are no more.
+    bool step(const importer::Progress& progress) {
+        for (qint64 rows = 1 + rows_.count() / stepsOfTable; rows > 0; --rows) {
+            if (!rows_.next()) return false;
+            if (++result_.read > rows_.count()) return false;
+            if (const auto reason = takeOver(result_.read)) {
+                ++result_.refused;
                 report_.refused +=
-                    u"%1, %2: %3."_s.arg(table_.title, writer_->nameOf(rows_, result.read), *reason);
+                    u"%1, %2: %3."_s.arg(table_.title, writer_->nameOf(rows_, result_.read), *reason);
             }
         }
-        progress(table_.title, result.read, rows_.count());
-        checkCount(result);
-        if (!writer_->key().isEmpty()) result.nextKey = continueNumbers() + 1;
+        progress(table_.title, result_.read, rows_.count());
+        return true;
+    }
+
+    /// To be called behind the last step.
+    void end() {
+        checkCount();
+        // What the new file holds in the end, rather than what was put into it.
+        result_.written = database_->number(("SELECT COUNT(*) FROM " + table_.name.toUtf8()).constData());
+        if (!writer_->key().isEmpty()) result_.nextKey = continueNumbers() + 1;
         addNotes();
-        report_.tables.push_back(std::move(result));
+        report_.tables.push_back(std::move(result_));
     }
 
  private:
@@ -126,9 +110,9 @@ class TableImport final {
         return std::nullopt;
     }
 
-    void checkCount(const TableReport& result) const {
-        if (result.read == rows_.count()) return;
-        const QString read = result.read > rows_.count() ? u"víc"_s : QString::number(result.read);
+    void checkCount() const {
+        if (result_.read == rows_.count()) return;
+        const QString read = result_.read > rows_.count() ? u"víc"_s : QString::number(result_.read);
         throw RuntimeError(
             errors::invalidCall,
             u"Nesouhlasí to: tabulka %1 má podle starého souboru %2 řádků a přečíst se jich dá %3. "
@@ -143,14 +127,14 @@ class TableImport final {
         const QByteArray name = table_.name.toUtf8();
         const QByteArray key = writer_->key().toUtf8();
         const qint64 highest =
-            database_.number(("SELECT IFNULL(MAX(" + key + "),0) FROM " + name).constData());
+            database_->number(("SELECT IFNULL(MAX(" + key + "),0) FROM " + name).constData());
         // Autonumbers can also be drawn at random; such a last number says nothing.
         const qint64 given = rows_.lastNumber() <= highestKey ? rows_.lastNumber() : 0;
         const qint64 last = std::max({highest, given, qint64{0}});
-        database_.exec(("DELETE FROM sqlite_sequence WHERE name='" + name +
-                        "'; INSERT INTO sqlite_sequence (name, seq) VALUES ('" + name + "'," +
-                        QByteArray::number(last) + ')')
-                           .constData());
+        database_->exec(("DELETE FROM sqlite_sequence WHERE name='" + name +
+                         "'; INSERT INTO sqlite_sequence (name, seq) VALUES ('" + name + "'," +
+                         QByteArray::number(last) + ')')
+                            .constData());
         if (last > highestKey) {
             report_.notes += u"%1: nejvyšší číslo je %2, nové řádky už brzy nebude možné přidávat."_s.arg(
                 table_.title, QString::number(last));
@@ -172,57 +156,72 @@ class TableImport final {
     }
 
     const Table& table_;
-    const sqlite::Database& database_;
+    const sqlite::Database* database_ = nullptr;
     ImportReport& report_;
     OldTable rows_;
     std::optional<RowWriter> writer_;
+    TableReport result_;
     QStringList unlisted_;
 };
 
-/// The tables of both files, one after the other, with the programs that read the next ones under way.
-class PairImport final {
+/// One of the two files. The programs that read its next tables are under way while one is taken over.
+class FileImport final {
  public:
-    PairImport(ImportReport& report, const importer::Progress& progress)
-        : report_(report), progress_(progress) {}
+    FileImport(const QString& path, const OldPrograms& programs, std::span<const Table> tables)
+        : file_(path, programs), waiting_(tables) {}
 
-    void add(OldFile& file, const sqlite::Database& database, std::span<const Table> tables) {
-        for (const Table& table : tables)
-            waiting_.push_back([&file, &database, &table, this] {
-                return std::make_unique<TableImport>(file, database, table, report_);
-            });
-        for (const QString& name : file.otherTables())
+    /// Looks at the old file and has the programs for the first table begin.
+    void look() {
+        file_.begin(namesOf(waiting_));
+        for (const QString& name : file_.otherTables())
             report_.notes += u"Tabulka %1 se nepřevádí, program ji nezná."_s.arg(name);
+        startNext();
     }
 
-    /// Takes over the next `tables` tables, which belong to the file `database`.
-    void run(const sqlite::Database& database, std::size_t tables) {
-        sqlite::Transaction transaction(database);
-        const LaterIndexes indexes(database);
-        for (std::size_t table = 0; table < tables; ++table) {
-            if (started_.empty()) startNext();
-            const auto current = std::move(started_.front());
-            started_.pop_front();
-            current->run(progress_, [this] { startNext(); });
-        }
-        indexes.make();
-        // What the new file holds in the end, rather than what was put into it.
-        for (TableReport& table : std::span(report_.tables).last(tables))
-            table.written = database.number(("SELECT COUNT(*) FROM " + table.name.toUtf8()).constData());
-        transaction.commit();
+    /// To be called before the first step.
+    void begin(const sqlite::Database& database) {
+        transaction_.emplace(database);
+        database_ = &database;
     }
+
+    /// Takes over a small part of the file, so that both can be read side by side.
+    /// @return false when all is done.
+    bool step(const importer::Progress& progress) {
+        startNext();
+        if (started_.empty()) return false;
+        TableImport& table = *started_.front();
+        if (!isBegun_) table.begin(*database_);
+        isBegun_ = table.step(progress);
+        if (isBegun_) return true;
+        table.end();
+        started_.pop_front();
+        return true;
+    }
+
+    void commit() { transaction_->commit(); }
+    const ImportReport& report() const noexcept { return report_; }
 
  private:
     void startNext() {
         if (waiting_.empty()) return;
-        started_.push_back(waiting_.front()());
-        waiting_.pop_front();
+        started_.push_back(std::make_unique<TableImport>(file_, waiting_.front(), report_));
+        waiting_ = waiting_.subspan(1);
     }
 
-    ImportReport& report_;
-    const importer::Progress& progress_;
-    std::deque<std::function<std::unique_ptr<TableImport>()>> waiting_;
+    OldFile file_;
+    const sqlite::Database* database_ = nullptr;
+    std::span<const Table> waiting_;
+    std::optional<sqlite::Transaction> transaction_;
+    ImportReport report_;
     std::deque<std::unique_ptr<TableImport>> started_;
+    bool isBegun_ = false;
 };
+
+void add(ImportReport& report, const ImportReport& part) {
+    report.tables.insert(report.tables.end(), part.tables.begin(), part.tables.end());
+    report.refused += part.refused;
+    report.notes += part.notes;
+}
 
 }  // namespace
 
@@ -231,17 +230,27 @@ ImportReport importer::run(const QString& oldFolder, const QString& newFolder, c
     const auto oldPath = [](const QString& path) {
         return QDir().absoluteFilePath(paths::ignoringCase(path));
     };
-    OldFile catalogue(oldPath(dataFiles::cataloguePath(oldFolder)), namesOf(catalogueTables), programs);
-    OldFile pictures(oldPath(dataFiles::picturesPath(oldFolder)), namesOf(pictureTables), programs);
+    // Outlives what writes into it, but is made only when the old files are found to be what they should be.
+    std::optional<NewPair> pair;
+    FileImport catalogue(oldPath(dataFiles::cataloguePath(oldFolder)), programs, catalogueTables);
+    FileImport pictures(oldPath(dataFiles::picturesPath(oldFolder)), programs, pictureTables);
+    catalogue.look();
+    pictures.look();
     ImportReport report{QDir(oldFolder).absolutePath(), QDir(newFolder).absolutePath(), {}, {}, {}, {}};
-    NewPair pair(newFolder, u"import.txt"_s);
-    PairImport import(report, progress);
-    import.add(catalogue, pair.catalogue(), catalogueTables);
-    import.add(pictures, pair.pictures(), pictureTables);
-    import.run(pair.catalogue(), std::size(catalogueTables));
-    import.run(pair.pictures(), std::size(pictureTables));
+    pair.emplace(newFolder, u"import.txt"_s);
+    catalogue.begin(pair->catalogue());
+    pictures.begin(pair->pictures());
+    // Side by side, as the export of either keeps only one processor busy.
+    while (catalogue.step(progress))
+        pictures.step([](const QString&, qint64, qint64) {});
+    while (pictures.step(progress)) {
+    }
+    catalogue.commit();
+    pictures.commit();
+    add(report, catalogue.report());
+    add(report, pictures.report());
     report.finished = QDateTime::currentDateTime();
     interruption::check();
-    pair.keep(report.text());
+    pair->keep(report.text());
     return report;
 }

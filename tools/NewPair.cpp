@@ -57,7 +57,6 @@ void writeText(const QString& path, const QString& text) {
     const QByteArray bytes = text.toUtf8();
     if (!file.open(QFile::WriteOnly | QFile::NewOnly) || file.write(bytes) != bytes.size() || !file.flush())
         refuseWriting(path);
-    bringToDisk(file);
 }
 
 }  // namespace
@@ -90,7 +89,7 @@ NewPair::NewPair(const QString& folder, const QString& report) : folder_(folder)
     }
     try {
         files_[0].database = newDatabase(files_[0].made, u"catalogue.sql"_s);
-        // Texts are read again for the indexes; pictures are not.
+        // Its indexes are filled in any order; pictures come one after the other.
         files_[0].database->exec("PRAGMA cache_size=-16000");
         files_[1].database = newDatabase(files_[1].made, u"pictures.sql"_s);
     } catch (...) {

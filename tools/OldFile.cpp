@@ -87,19 +87,20 @@ void OldFile::checkHeader() const {
         refuse(path_, u"je useknutý, jeho délka není násobkem %1."_s.arg(pageSize));
 }
 
-OldFile::OldFile(const QString& path, const QStringList& tables, const OldPrograms& programs)
-    : path_(path), programs_(programs) {
+OldFile::OldFile(const QString& path, const OldPrograms& programs) : path_(path), programs_(programs) {
     checkHeader();
     const qint64 length = QFileInfo(path).size();
     programs_.limits.time += secondsForMegabyte * (length >> 20);
     programs_.limits.memory += length;
-    reading(path_, [this] {
-        ChildProgram lister(programs_.tables, {u"-1"_s, path_}, programs_.limits);
-        otherTables_ = QString::fromUtf8(lister.readAll()).split(u'\n', Qt::SkipEmptyParts);
-    });
+    lister_ = std::make_unique<ChildProgram>(programs_.tables, QStringList{u"-1"_s, path_}, programs_.limits);
+}
+
+void OldFile::begin(const QStringList& tables) {
+    otherTables_ = reading(
+        path_, [this] { return QString::fromUtf8(lister_->readAll()).split(u'\n', Qt::SkipEmptyParts); });
     for (const QString& table : tables) {
         const qsizetype at = placeOf(table, otherTables_);
-        if (at < 0) refuse(path_, u"chybí tabulka %1."_s.arg(table));
+        if (at < 0) refuse(path_, u"chybí v něm tabulka %1."_s.arg(table));
         tables_ += otherTables_.takeAt(at);
     }
     marks_ =

@@ -39,11 +39,13 @@ struct ProgramRecords {
 /// One old database file (Jet 4), which is only read.
 class OldFile final {
  public:
-    /// Its tables will be read in the order of `tables`, whatever the letter case of their names.
-    /// @throws RuntimeError when it is missing, no such file, damaged beyond reading, of another version or
-    /// without
-    ///         one of the tables.
-    OldFile(const QString& path, const QStringList& tables, const OldPrograms& programs);
+    /// @throws RuntimeError when it is missing, no such file or of another version.
+    OldFile(const QString& path, const OldPrograms& programs);
+
+    /// To be called before its tables are read, which has to be done in the order of `tables`, whatever the
+    /// letter case of their names.
+    /// @throws RuntimeError when the file is damaged beyond reading or lacks one of the tables.
+    void begin(const QStringList& tables);
 
     const QString& path() const noexcept { return path_; }
     /// Tables that it has beside those to be read, in its own spelling.
@@ -57,6 +59,7 @@ class OldFile final {
     OldPrograms programs_;
     QStringList tables_;  // those still to be read, in the file's own spelling
     QStringList otherTables_;
+    std::unique_ptr<ChildProgram> lister_;
     std::unique_ptr<ProgramRecords> marks_;
 };
 

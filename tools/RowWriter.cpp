@@ -82,14 +82,14 @@ std::optional<QString> RowWriter::bind(int parameter, const Column& column, QByt
                 return u"sloupec %1 má být datum od 30. 12. 1899 a starý soubor dává \"%2\""_s.arg(
                     column.name, shown(value));
             }
-            insert_->bindText(parameter, value);
+            insert_->bindTextInPlace(parameter, value);
             break;
         case Kind::text:
             if (!value.isValidUtf8()) return u"text ve sloupci %1 nelze přečíst"_s.arg(column.name);
-            insert_->bindText(parameter, value);
+            insert_->bindTextInPlace(parameter, value);
             break;
         case Kind::bytes:
-            insert_->bindBytes(parameter, value);
+            insert_->bindBytesInPlace(parameter, value);
             break;
     }
     return std::nullopt;
