@@ -117,10 +117,10 @@ bool readLongValue(const Pages& pages, const MdbField& field, std::string* bytes
     return place == 0 && found == length;
 }
 
-/// The UTF-16 units of a stored text, which is compressed when it begins with FF FE: then single bytes stand
-/// for units below 256, and a zero byte changes to whole units and back.
-void decode(std::string_view stored, std::vector<std::uint16_t>& units) {
-    units.clear();
+/// Gives `take` one after the other the UTF-16 units of a stored text, which is compressed when it begins
+/// with FF FE: then single bytes stand for units below 256, and a zero byte changes to whole units and back.
+template <typename Take>
+void forEachUnit(std::string_view stored, Take take) {
     const bool compressed = stored.starts_with("\xFF\xFE");
     bool single = compressed;
     for (std::size_t at = compressed ? 2 : 0; at < stored.size();) {
@@ -129,11 +129,11 @@ void decode(std::string_view stored, std::vector<std::uint16_t>& units) {
             single = !single;
             ++at;
         } else if (single) {
-            units.push_back(low);
+            take(std::uint16_t{low});
             ++at;
         } else {
             if (at + 1 == stored.size()) break;
-            units.push_back(static_cast<std::uint16_t>(low | static_cast<std::uint8_t>(stored[at + 1]) << 8));
+            take(static_cast<std::uint16_t>(low | static_cast<std::uint8_t>(stored[at + 1]) << 8));
             at += 2;
         }
     }
@@ -147,13 +147,15 @@ bool isLow(std::uint32_t unit) {
     return (unit & 0xFC00) == 0xDC00;
 }
 
-bool isSpoilt(const std::vector<std::uint16_t>& units) {
-    std::size_t length = 0;
-    for (const std::uint16_t unit : units) {
-        if (unit == 0 || isHigh(unit) || isLow(unit)) return true;
-        length += unit < 0x80 ? 1 : unit < 0x800 ? 2 : 3;
-    }
-    return length >= longestExported;
+/// True when the export would not give the text as it is.
+bool isSpoilt(std::string_view stored) {
+    bool isLost = false;
+    std::size_t length = 0;  // in UTF-8
+    forEachUnit(stored, [&](std::uint16_t unit) {
+        isLost |= unit == 0 || (unit & 0xF800) == 0xD800;
+        length += 1U + (unit >= 0x80 ? 1U : 0U) + (unit >= 0x800 ? 1U : 0U);
+    });
+    return isLost || length >= longestExported;
 }
 
 void appendUtf8(std::string& text, std::uint32_t character) {
@@ -177,7 +179,9 @@ void appendUtf8(std::string& text, std::uint32_t character) {
 }
 
 /// In quotes, with quotes doubled. A half of a character alone becomes U+FFFD.
-std::string quoted(const std::vector<std::uint16_t>& units) {
+std::string quoted(std::string_view stored) {
+    std::vector<std::uint16_t> units;
+    forEachUnit(stored, [&units](std::uint16_t unit) { units.push_back(unit); });
     std::string text = "\"";
     for (std::size_t at = 0; at < units.size(); ++at) {
         std::uint32_t character = units[at];
@@ -218,9 +222,8 @@ class Marker final {
         } else if (field.siz > 0) {
             bytes_.assign(static_cast<const char*>(field.value), static_cast<std::size_t>(field.siz));
         }
-        decode(bytes_, units_);
-        if (!isSpoilt(units_)) return 'V';
-        texts_ += ',' + quoted(units_);
+        if (!isSpoilt(bytes_)) return 'V';
+        texts_ += ',' + quoted(bytes_);
         return 'T';
     }
 
@@ -228,7 +231,6 @@ class Marker final {
     std::string record_;
     std::string texts_;
     std::string bytes_;
-    std::vector<std::uint16_t> units_;
 };
 
 int tell(const Pages& pages, MdbHandle* file, MdbTableDef* table) {
