@@ -2,8 +2,6 @@
 
 #include <csignal>
 
-#include "platform/errors.h"
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -15,6 +13,9 @@ extern "C" void remember(int) {
 }
 
 }  // namespace
+
+interruption::Interrupted::Interrupted()
+    : RuntimeError(errors::invalidCall, u"Práce byla přerušena, nic se nezměnilo."_s) {}
 
 void interruption::watch() {
 #ifdef Q_OS_UNIX
@@ -32,5 +33,5 @@ void interruption::watch() {
 }
 
 void interruption::check() {
-    if (requested != 0) throw RuntimeError(errors::invalidCall, u"Práce byla přerušena, nic se nezměnilo."_s);
+    if (requested != 0) throw Interrupted();
 }

@@ -39,6 +39,8 @@ class NewPair final {
      public:
         explicit Folder(const QString& path);
         ~Folder();
+        Folder(const Folder&) = delete;
+        Folder& operator=(const Folder&) = delete;
         void keep() { made_.clear(); }
 
      private:

@@ -7,6 +7,7 @@
 #include <QStandardPaths>
 #include <algorithm>
 
+#include "Interruption.h"
 #include "platform/errors.h"
 
 using namespace Qt::StringLiterals;
@@ -41,6 +42,8 @@ template <typename Work>
 auto reading(const QString& path, Work&& work) {
     try {
         return work();
+    } catch (const interruption::Interrupted&) {
+        throw;
     } catch (const RuntimeError& failure) {
         throw RuntimeError(failure.number(),
                            u"%1 (%2)"_s.arg(failure.description(), QDir::toNativeSeparators(path)));
