@@ -145,8 +145,8 @@ class TableImport final {
     void addNotes() {
         if (!unlisted_.isEmpty()) {
             report_.notes +=
-                u"Filmy bez evidenčního čísla; jsou převedené, ale hlavní seznam je neukazuje, jako je "
-                "neukazoval dřív: DVDID %1."_s.arg(unlisted_.join(u", "_s));
+                u"Filmy bez evidenčního čísla jsou převedené, ale hlavní seznam je stejně jako dřív "
+                "neukazuje: DVDID %1."_s.arg(unlisted_.join(u", "_s));
         }
         const QStringList leftOut = writer_->leftOut(rows_);
         if (!leftOut.isEmpty()) {
