@@ -32,19 +32,12 @@ QProcessEnvironment surroundings() {
 }
 
 #ifdef Q_OS_UNIX
-// The sanitizers reserve terabytes of address space in every program that is built with them.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool limitsMemory = false;
-#else
-constexpr bool limitsMemory = true;
-#endif
-
 void limit(const ProgramLimits& limits) {
     const auto set = [](auto resource, rlim_t most) {
         const rlimit both{most, most};
         setrlimit(resource, &both);
     };
-    if (limitsMemory) set(RLIMIT_AS, static_cast<rlim_t>(limits.memory));
+    if (limits.memory > 0) set(RLIMIT_AS, static_cast<rlim_t>(limits.memory));
     set(RLIMIT_CPU, static_cast<rlim_t>(1 + limits.time / std::chrono::seconds(1)));
     set(RLIMIT_CORE, 0);
 #ifdef Q_OS_LINUX

@@ -7,7 +7,7 @@
 /// What a program started by this one may use up.
 struct ProgramLimits {
     std::chrono::milliseconds time{60000};  // that it is waited for, and of the processor
-    qint64 memory = 512LL << 20;            // bytes of address space; not kept on Windows
+    qint64 memory = 512LL << 20;            // bytes of address space, 0 for no limit; not kept on Windows
 };
 
 /// A program whose output is read while it runs. It is ended when the object goes, and with this process.

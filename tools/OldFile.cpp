@@ -37,6 +37,14 @@ QString located(const QString& program) {
     return path;
 }
 
+/// The limits for our own program.
+ProgramLimits ownLimits(ProgramLimits limits) {
+#if defined(__SANITIZE_ADDRESS__)
+    limits.memory = 0;  // the sanitizer reserves terabytes
+#endif
+    return limits;
+}
+
 /// Failures of a program, with the file that it was to read.
 template <typename Work>
 auto reading(const QString& path, Work&& work) {
@@ -106,8 +114,8 @@ void OldFile::begin(const QStringList& tables) {
         if (at < 0) refuse(path_, u"chybí v něm tabulka %1."_s.arg(table));
         tables_ += otherTables_.takeAt(at);
     }
-    marks_ =
-        std::make_unique<ProgramRecords>(programs_.nulls, QStringList(path_) + tables_, programs_.limits);
+    marks_ = std::make_unique<ProgramRecords>(programs_.nulls, QStringList(path_) + tables_,
+                                              ownLimits(programs_.limits));
 }
 
 OldTable::OldTable(OldFile& file) : marks_(file.marks_->reader) {
