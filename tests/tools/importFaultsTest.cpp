@@ -59,11 +59,11 @@ TEST_F(ImportFaults, FileThatCannotBeReadIsRefused) {
         {"no database", [this] { write(u"old/data.ddb"_s, QByteArray(8192, 'x')); },
          u"není to databáze Jet"_s},
         {"half a page", [this] { cut(u"old/data.ddb"_s, 200000); }, u"useknutý"_s},
-        {"definitions cut off", [this] { cut(u"old/data.ddb"_s, 5 * 4096); }, u"poškozený"_s},
-        {"rows cut off", [this] { cut(u"old/data.ddb"_s, 60 * 4096); }, u"poškozený"_s},
+        {"definitions cut off", [this] { cut(u"old/data.ddb"_s, 5LL * 4096); }, u"poškozený"_s},
+        {"rows cut off", [this] { cut(u"old/data.ddb"_s, 60LL * 4096); }, u"poškozený"_s},
         {"last page cut off", [this] { cut(u"old/data.ddb"_s, content(u"old/data.ddb"_s).size() - 4096); },
          u"poškozený"_s},
-        {"pictures cut off", [this] { cut(u"old/pictures.ddb"_s, 180 * 4096); }, u"poškozený"_s},
+        {"pictures cut off", [this] { cut(u"old/pictures.ddb"_s, 180LL * 4096); }, u"poškozený"_s},
         {"older version",
          [this] { patch(u"old/data.ddb"_s, "Standard Jet DB\0\1"_ba, "Standard Jet DB\0\0"_ba); },
          u"Jet 3 (Access 97)"_s},
@@ -134,7 +134,7 @@ TEST_F(ImportFaults, ProgramThatHangsOrEatsMemoryIsEnded) {
     };
     EXPECT_TRUE(description().contains(u"mdb-export pracuje příliš dlouho"_s)) << description().toStdString();
     replaceProgram(u"mdb-export"_s, "exec head -c 1000000000 /dev/zero | sort");
-    programs.limits = {std::chrono::seconds(60), 64 << 20};
+    programs.limits = {std::chrono::seconds(60), 64LL << 20};
     EXPECT_TRUE(description().contains(u"Program mdb-export"_s));
     EXPECT_FALSE(QFile::exists(at(u"new"_s)));
 }
