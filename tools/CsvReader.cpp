@@ -36,9 +36,10 @@ QString CsvReader::quotedField() {
 }
 
 QString CsvReader::field() {
-    if (at_ < text_.size() && text_[at_] == u'"') return quotedField();
+    quoted_ += at_ < text_.size() && text_[at_] == u'"';
+    if (quoted_.back()) return quotedField();
     const qsizetype begin = at_;
-    while (at_ < text_.size() && text_[at_] != u',' && !atLineEnd()) {
+    while (at_ < text_.size() && text_[at_] != separator_ && !atLineEnd()) {
         if (text_[at_] == u'"') refuse(u"uvozovky uprostřed pole."_s);
         ++at_;
     }
@@ -50,6 +51,7 @@ std::optional<QStringList> CsvReader::next() {
         skipLineEnd();
     if (at_ >= text_.size()) return std::nullopt;
     recordLine_ = line_;
+    quoted_.clear();
     QStringList fields;
     for (;;) {
         fields += field();
@@ -58,7 +60,7 @@ std::optional<QStringList> CsvReader::next() {
             skipLineEnd();
             return fields;
         }
-        if (text_[at_] != u',') refuse(u"za uvozovkami chybí čárka."_s);
+        if (text_[at_] != separator_) refuse(u"za uvozovkami chybí oddělovač."_s);
         ++at_;
     }
 }

@@ -1,12 +1,22 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
+
+#include "platform/sqlite.h"
 
 /// The ready-made pair of data files.
 namespace dataFiles {
 
 QString cataloguePath(const QString& folder);
 QString picturesPath(const QString& folder);
+
+/// Opens the catalogue in `folder`.
+/// @throws RuntimeError when it is missing, damaged or not the program's own.
+sqlite::Database openCatalogue(const QString& folder);
+
+/// One of the scripts of statements that the pair is made with, such as `catalogue.sql`.
+QByteArray script(const QString& name);
 
 /// Makes `data.ddb` and `pictures.ddb` in `folder` (made when missing), readable for the owner only, with the
 /// usual genres and departments. Either both files stand afterwards or none.

@@ -1,14 +1,17 @@
 #include "FilmLoader.h"
 
-#include <QFile>
-#include <QStringDecoder>
+#include <QDir>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <optional>
 #include <vector>
 
 #include "CsvReader.h"
+#include "CsvText.h"
 #include "DataFiles.h"
-#include "core/mDatabase.h"
+#include "Departments.h"
+#include "Interruption.h"
 #include "platform/errors.h"
-#include "platform/password.h"
 #include "platform/sqlite.h"
 #include "platform/text.h"
 
@@ -25,23 +28,31 @@ struct FilmColumn {
     int field = -1;  // in the file; -1 when the file does not have it
 };
 
-QString readText(const QString& path) {
-    QFile file(path);
-    if (!file.open(QFile::ReadOnly)) {
-        throw RuntimeError(errors::fileNotFound, u"Soubor nelze číst: %1"_s.arg(path));
+/// The places of the columns in the file.
+struct Layout {
+    std::vector<FilmColumn> columns;
+    int department = -1;  // the field with a department's name; -1 when the file does not have it
+};
+
+/// A record of the file.
+struct Record {
+    const QStringList& fields;
+    const CsvReader& reader;
+
+    /// True when the file says nothing here, so that the usual content is due.
+    bool isBlank(int field, bool number) const {
+        if (field < 0) return true;
+        return (number || !reader.isQuoted(field)) && text::trim(fields[field]).isEmpty();
     }
-    const QByteArray bytes = file.readAll();
-    // Without a state it also sees a character that is cut off at the end. It takes a byte order mark away.
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    QString text = decoder(bytes);
-    if (decoder.hasError()) {
-        throw RuntimeError(errors::invalidCall, u"Soubor není v kódování UTF-8: %1"_s.arg(path));
-    }
-    return text;
-}
+};
+
+/// A line that cannot be taken as it is; the ones behind it can be looked at all the same.
+class BadLine final : public RuntimeError {
+    using RuntimeError::RuntimeError;
+};
 
 [[noreturn]] void refuse(qint64 line, const QString& what) {
-    throw RuntimeError(errors::invalidCall, u"Řádek %1: %2"_s.arg(line).arg(what));
+    throw BadLine(errors::invalidCall, u"Řádek %1: %2"_s.arg(line).arg(what));
 }
 
 std::vector<FilmColumn> filmColumns(const sqlite::Database& database) {
@@ -52,9 +63,20 @@ std::vector<FilmColumn> filmColumns(const sqlite::Database& database) {
     return columns;
 }
 
-void placeFields(std::vector<FilmColumn>& columns, const QStringList& header, qint64 line) {
+bool isDepartment(const QString& name) {
+    return name.compare(u"Oddeleni"_s, Qt::CaseInsensitive) == 0 ||
+           name.compare(u"Oddělení"_s, Qt::CaseInsensitive) == 0;
+}
+
+void placeFields(Layout& layout, const QStringList& header, qint64 line) {
+    auto& columns = layout.columns;
     for (int field = 0; field < header.size(); ++field) {
         const QString name = text::trim(header[field]);
+        if (isDepartment(name)) {
+            if (layout.department >= 0) refuse(line, u"sloupec \"%1\" je uveden dvakrát."_s.arg(name));
+            layout.department = field;
+            continue;
+        }
         const auto column =
             std::find_if(columns.begin(), columns.end(), [&name](const FilmColumn& candidate) {
                 return candidate.name.compare(name, Qt::CaseInsensitive) == 0;
@@ -74,10 +96,7 @@ void bindDefault(const sqlite::Statement& insert, int parameter, const QString& 
     insert.bind(parameter, QString(u""_s));
 }
 
-void bindField(const sqlite::Statement& insert, int parameter, const FilmColumn& column, const QString& field,
-               qint64 line) {
-    if (text::trim(field).isEmpty()) return bindDefault(insert, parameter, column.name);
-    if (!column.number) return insert.bind(parameter, field);
+int wholeNumber(const FilmColumn& column, const QString& field, qint64 line) {
     bool ok = false;
     const int number = text::trim(field).toInt(&ok);
     if (!ok) refuse(line, u"sloupec %1 má být celé číslo a je \"%2\"."_s.arg(column.name, field));
@@ -85,46 +104,60 @@ void bindField(const sqlite::Statement& insert, int parameter, const FilmColumn&
     if (column.name == u"DVDID"_s && (number < 1 || number > highestKey)) {
         refuse(line, u"DVDID má být od 1 do %1 a je %2."_s.arg(highestKey).arg(number));
     }
-    insert.bind(parameter, qint64{number});
-}
-
-sqlite::Database openCatalogue(const QString& path) {
-    try {
-        sqlite::Database database(path, sqlite::Database::Mode::readWrite);
-        password::checkHeader(database, databasePassword());
-        return database;
-    } catch (const RuntimeError& failure) {
-        throw RuntimeError(failure.number(), u"%1 (%2)"_s.arg(failure.description(), path));
-    }
+    return number;
 }
 
 class FilmWriter final {
  public:
-    FilmWriter(const sqlite::Database& database, std::vector<FilmColumn> columns)
-        : columns_(std::move(columns)),
-          insert_(database, insertSql(columns_)),
-          number_(database, "UPDATE tDVD SET KatCisl=DVDID WHERE DVDID=last_insert_rowid() AND KatCisl=''") {}
+    FilmWriter(const sqlite::Database& database, Layout layout)
+        : layout_(std::move(layout)),
+          insert_(database, insertSql(layout_.columns)),
+          number_(database, "UPDATE tDVD SET KatCisl=DVDID WHERE DVDID=last_insert_rowid()"),
+          departments_(database) {}
 
-    void write(const QStringList& fields, qint64 line) const {
-        for (int at = 0; at < static_cast<int>(columns_.size()); ++at) {
-            const FilmColumn& column = columns_[static_cast<std::size_t>(at)];
-            if (column.field < 0) {
-                bindDefault(insert_, at + 1, column.name);
-            } else {
-                bindField(insert_, at + 1, column, fields[column.field], line);
-            }
+    void write(const Record& record) {
+        const qint64 line = record.reader.line();
+        bool isNumbered = true;
+        int parameter = 0;
+        for (const FilmColumn& column : layout_.columns) {
+            bindColumn(++parameter, column, record);
+            if (column.name == u"KatCisl"_s) isNumbered = !record.isBlank(column.field, false);
         }
         try {
             insert_.step();
-        } catch (const RuntimeError& failure) {
+        } catch (const sqlite::Failure& failure) {
+            if ((failure.resultCode() & 0xFF) != SQLITE_CONSTRAINT) throw;
             refuse(line, failure.description());
         }
         insert_.reset();
+        if (isNumbered) return;
         number_.step();
         number_.reset();
     }
 
+    const QStringList& madeDepartments() const noexcept { return departments_.made(); }
+
  private:
+    void bindColumn(int parameter, const FilmColumn& column, const Record& record) {
+        const qint64 line = record.reader.line();
+        if (column.name == u"Oddel_ID"_s && !record.isBlank(layout_.department, true) &&
+            !csvField::isNull(record.fields[layout_.department])) {
+            return insert_.bind(parameter, departmentOf(column, record));
+        }
+        if (record.isBlank(column.field, column.number)) return bindDefault(insert_, parameter, column.name);
+        const QString& field = record.fields[column.field];
+        if (csvField::isNull(field)) return insert_.bindNull(parameter);
+        if (!column.number) return insert_.bind(parameter, csvField::textOf(field));
+        insert_.bind(parameter, qint64{wholeNumber(column, field, line)});
+    }
+
+    qint64 departmentOf(const FilmColumn& column, const Record& record) {
+        std::optional<qint64> wish;
+        if (!record.isBlank(column.field, true) && !csvField::isNull(record.fields[column.field]))
+            wish = wholeNumber(column, record.fields[column.field], record.reader.line());
+        return departments_.keyOf(csvField::textOf(record.fields[layout_.department]), wish);
+    }
+
     static QByteArray insertSql(const std::vector<FilmColumn>& columns) {
         QByteArray names;
         QByteArray marks;
@@ -135,33 +168,91 @@ class FilmWriter final {
         return "INSERT INTO tDVD (" + names + ") VALUES (" + marks + ')';
     }
 
-    std::vector<FilmColumn> columns_;
+    Layout layout_;
     sqlite::Statement insert_;
     sqlite::Statement number_;
+    Departments departments_;
 };
+
+/// All the bad lines of a file, so that they can be mended in one go.
+class BadLines final {
+ public:
+    void add(const QString& line) {
+        if (++count_ <= shown) lines_ += line;
+    }
+    void refuse() const {
+        if (count_ == 0) return;
+        QStringList lines = lines_;
+        if (count_ > shown) lines += u"… a dalších chybných řádků: %1"_s.arg(count_ - shown);
+        lines += u"Chybných řádků je %1, nepřidalo se nic."_s.arg(count_);
+        throw RuntimeError(errors::invalidCall, lines.join(u'\n'));
+    }
+
+ private:
+    static constexpr qint64 shown = 50;
+    QStringList lines_;
+    qint64 count_ = 0;
+};
+
+qint64 countFilms(const sqlite::Database& database) {
+    return database.number("SELECT COUNT(*) FROM tDVD");
+}
 
 }  // namespace
 
-qint64 filmLoader::load(const QString& folder, const QString& csv,
-                        const std::function<void(qint64)>& progress) {
-    const QString path = dataFiles::cataloguePath(folder);
-    const sqlite::Database database = openCatalogue(path);
-    CsvReader reader(readText(csv));
+QString filmLoader::Report::text() const {
+    const QString separatorName = separator == u';' ? u"středník"_s : u"čárka"_s;
+    QString text =
+        u"Přidání filmů ze souboru\n\nZe souboru: %1 (kódování %2, oddělovač %3)\nDo složky: %4\n\n"
+        "Filmů v souboru: %5\nPřidáno filmů: %6\nOdmítnuto: 0\n"_s.arg(
+            QDir::toNativeSeparators(csv), encoding, separatorName, QDir::toNativeSeparators(folder),
+            QString::number(read), QString::number(added));
+    if (!departments.isEmpty()) text += u"Nová oddělení: %1\n"_s.arg(departments.join(u", "_s));
+    return text +
+           (agrees() ? u"\nVše souhlasí: v katalogu přibyly všechny filmy ze souboru.\n"_s
+                     : u"\nPOZOR, nesouhlasí to: v katalogu nepřibylo tolik filmů, kolik je v souboru.\n"_s);
+}
+
+filmLoader::Report filmLoader::load(const QString& folder, const QString& csv,
+                                    const std::function<void(qint64)>& progress) {
+    const sqlite::Database database = dataFiles::openCatalogue(folder);
+    const CsvText file = CsvText::read(csv);
+    CsvReader reader(file.text, file.separator);
     const std::optional<QStringList> header = reader.next();
     if (!header) throw RuntimeError(errors::invalidCall, u"Soubor je prázdný: %1"_s.arg(csv));
 
     sqlite::Transaction transaction(database);
-    std::vector<FilmColumn> columns = filmColumns(database);
-    placeFields(columns, *header, reader.line());
-    const FilmWriter writer(database, std::move(columns));
-    qint64 films = 0;
+    const qint64 before = countFilms(database);
+    Layout layout{filmColumns(database)};
+    placeFields(layout, *header, reader.line());
+    FilmWriter writer(database, std::move(layout));
+    BadLines bad;
+    Report report{QFileInfo(csv).absoluteFilePath(),
+                  QDir(folder).absolutePath(),
+                  file.encoding,
+                  file.separator,
+                  0,
+                  0,
+                  {}};
     while (const std::optional<QStringList> fields = reader.next()) {
-        if (fields->size() != header->size()) {
-            refuse(reader.line(), u"má %1 polí, hlavička %2."_s.arg(fields->size()).arg(header->size()));
+        interruption::check();
+        try {
+            if (fields->size() != header->size())
+                refuse(reader.line(), u"má %1 polí, hlavička %2."_s.arg(fields->size()).arg(header->size()));
+            writer.write({*fields, reader});
+        } catch (const BadLine& failure) {
+            bad.add(failure.description());
         }
-        writer.write(*fields, reader.line());
-        if (++films % filmsPerReport == 0) progress(films);
+        if (++report.read % filmsPerReport == 0) progress(report.read);
     }
+    bad.refuse();
+    report.added = countFilms(database) - before;
+    report.departments = writer.madeDepartments();
+    QSaveFile told(QDir(folder).filePath(u"load.txt"_s));
+    if (!told.open(QFile::WriteOnly) || told.write(report.text().toUtf8()) < 0)
+        throw RuntimeError(errors::pathAccess, u"Soubor nelze zapsat: %1"_s.arg(told.fileName()));
     transaction.commit();
-    return films;
+    if (!told.commit())
+        throw RuntimeError(errors::pathAccess, u"Filmy jsou přidané, ale zprávu load.txt nelze zapsat."_s);
+    return report;
 }

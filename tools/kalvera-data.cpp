@@ -1,4 +1,5 @@
-// kalvera-data: makes the ready-made pair of data files and fills the catalogue from a file.
+// kalvera-data: makes pairs of data files, takes old ones over, and moves films between a catalogue and
+// tables.
 
 #include <QCoreApplication>
 #include <QTextStream>
@@ -11,26 +12,58 @@
 #endif
 
 #include "DataFiles.h"
+#include "FilmExport.h"
 #include "FilmLoader.h"
+#include "Importer.h"
+#include "Interruption.h"
 #include "platform/errors.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-bool onTerminal() {
+// 1 stands for a failure that changed nothing.
+constexpr int exitUsage = 2;
+constexpr int exitDifference = 3;
+
+/// A line on the terminal that is written over and over; nothing where standard error is no terminal.
+class Progress final {
+ public:
+    explicit Progress(QTextStream& errors) : errors_(errors), shown_(onTerminal()) {}
+    ~Progress() { clear(); }
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+
+    void show(const QString& text) const { put(text); }
+    void clear() const { put({}); }
+
+ private:
+    static bool onTerminal() {
 #ifdef Q_OS_WIN
-    return _isatty(_fileno(stderr)) != 0;
+        return _isatty(_fileno(stderr)) != 0;
 #else
-    return isatty(STDERR_FILENO) != 0;
+        return isatty(STDERR_FILENO) != 0;
 #endif
-}
+    }
+    void put(const QString& text) const {
+        if (!shown_) return;
+        errors_ << u'\r' << text.leftJustified(width) << u'\r';
+        errors_.flush();
+    }
+
+    static constexpr int width = 60;
+    QTextStream& errors_;
+    bool shown_;
+};
 
 int usage(QTextStream& errors) {
-    errors << u"Použití:\n"
-              "  kalvera-data create SLOŽKA             vytvoří prázdné soubory data.ddb a pictures.ddb\n"
-              "  kalvera-data load SLOŽKA FILMY.csv     přidá do katalogu filmy ze souboru\n"_s;
-    return 2;
+    errors
+        << u"Použití:\n"
+           "  kalvera-data create SLOŽKA             vytvoří prázdné soubory data.ddb a pictures.ddb\n"
+           "  kalvera-data load SLOŽKA FILMY.csv     přidá do katalogu filmy ze souboru\n"
+           "  kalvera-data export SLOŽKA FILMY.csv   zapíše filmy z katalogu do nového souboru\n"
+           "  kalvera-data import STARÁ NOVÁ         převede starou dvojici souborů ze složky STARÁ do složky NOVÁ\n"_s;
+    return exitUsage;
 }
 
 void create(const QString& folder, QTextStream& output) {
@@ -38,16 +71,35 @@ void create(const QString& folder, QTextStream& output) {
     output << u"Vytvořeno: %1, %2\n"_s.arg(dataFiles::cataloguePath(folder), dataFiles::picturesPath(folder));
 }
 
-void load(const QString& folder, const QString& csv, QTextStream& output, QTextStream& errors) {
-    const bool shown = onTerminal();
-    const qint64 films = filmLoader::load(folder, csv, [shown, &errors](qint64 done) {
-        if (!shown) return;
-        errors << u"\rNačteno filmů: %1"_s.arg(done);
-        errors.flush();
-    });
-    if (shown) errors << u"\r"_s;
-    errors.flush();
-    output << u"Přidáno filmů: %1\n"_s.arg(films);
+/// @return the exit code, as of the next functions.
+int load(const QString& folder, const QString& csv, QTextStream& output, QTextStream& errors) {
+    const Progress progress(errors);
+    const filmLoader::Report report = filmLoader::load(
+        folder, csv, [&progress](qint64 done) { progress.show(u"Načteno filmů: %1"_s.arg(done)); });
+    progress.clear();
+    output << report.text();
+    return report.agrees() ? 0 : exitDifference;
+}
+
+int exportFilms(const QString& folder, const QString& csv, QTextStream& output, QTextStream& errors) {
+    const Progress progress(errors);
+    const qint64 films = filmExport::write(
+        folder, csv, [&progress](qint64 done) { progress.show(u"Zapsáno filmů: %1"_s.arg(done)); });
+    progress.clear();
+    output << u"Zapsáno filmů: %1\n"_s.arg(films);
+    return 0;
+}
+
+int importPair(const QString& oldFolder, const QString& newFolder, QTextStream& output, QTextStream& errors) {
+    const Progress progress(errors);
+    const ImportReport report =
+        importer::run(oldFolder, newFolder, OldPrograms::find(),
+                      [&progress](const QString& title, qint64 done, qint64 all) {
+                          progress.show(u"%1: %2 z %3"_s.arg(title).arg(done).arg(all));
+                      });
+    progress.clear();
+    output << report.text();
+    return report.agrees() ? 0 : exitDifference;
 }
 
 }  // namespace
@@ -57,11 +109,16 @@ int main(int argc, char** argv) {
     const QStringList arguments = QCoreApplication::arguments();
     QTextStream output(stdout);
     QTextStream errors(stderr);
+    interruption::watch();
     try {
         if (arguments.size() == 3 && arguments[1] == u"create"_s) {
             create(arguments[2], output);
         } else if (arguments.size() == 4 && arguments[1] == u"load"_s) {
-            load(arguments[2], arguments[3], output, errors);
+            return load(arguments[2], arguments[3], output, errors);
+        } else if (arguments.size() == 4 && arguments[1] == u"export"_s) {
+            return exportFilms(arguments[2], arguments[3], output, errors);
+        } else if (arguments.size() == 4 && arguments[1] == u"import"_s) {
+            return importPair(arguments[2], arguments[3], output, errors);
         } else {
             return usage(errors);
         }

@@ -153,6 +153,17 @@ void sqlite::Statement::bind(int parameter, const QString& text) const {
                               SQLITE_TRANSIENT, SQLITE_UTF8));
 }
 
+void sqlite::Statement::bindTextInPlace(int parameter, QByteArrayView utf8) const {
+    // A null pointer would be taken for Null.
+    check(sqlite3_bind_text64(handle(), parameter, utf8.isEmpty() ? "" : utf8.data(),
+                              static_cast<sqlite3_uint64>(utf8.size()), SQLITE_STATIC, SQLITE_UTF8));
+}
+
+void sqlite::Statement::bindBytesInPlace(int parameter, QByteArrayView bytes) const {
+    check(sqlite3_bind_blob64(handle(), parameter, bytes.isEmpty() ? "" : bytes.data(),
+                              static_cast<sqlite3_uint64>(bytes.size()), SQLITE_STATIC));
+}
+
 void sqlite::Statement::bindBytes(int parameter, QByteArrayView bytes) const {
     check(sqlite3_bind_blob64(handle(), parameter, bytes.isEmpty() ? "" : bytes.data(),
                               static_cast<sqlite3_uint64>(bytes.size()), SQLITE_TRANSIENT));

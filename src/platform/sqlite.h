@@ -67,6 +67,9 @@ class Statement final {
     void bind(int parameter, qint64 number) const;
     void bind(int parameter, double number) const;
     void bind(int parameter, const QString& text) const;
+    /// A text in UTF-8 and bytes that stay as they are until the statement has run.
+    void bindTextInPlace(int parameter, QByteArrayView utf8) const;
+    void bindBytesInPlace(int parameter, QByteArrayView bytes) const;
     void bindBytes(int parameter, QByteArrayView bytes) const;
     void bindZeros(int parameter, qint64 length) const;
     void bindNull(int parameter) const;

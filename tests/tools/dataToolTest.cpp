@@ -37,7 +37,7 @@ class DataFiles : public TemporaryProgram {
     }
     qint64 load(const QByteArray& csv) const {
         write(u"films.csv"_s, csv);
-        return filmLoader::load(at(u"data"_s), at(u"films.csv"_s), [](qint64) {});
+        return filmLoader::load(at(u"data"_s), at(u"films.csv"_s), [](qint64) {}).added;
     }
 };
 
@@ -139,8 +139,12 @@ TEST_F(DataFiles, FileWithAnyFaultAddsNoFilmAtAll) {
         {"number too large", "CZJm,Obal_ID\nKolja,1\nLahve,2147483648\n", u"Řádek 3: sloupec Obal_ID"_s},
         {"key twice", "DVDID,CZJm\n5,Kolja\n5,Lahve\n", u"Řádek 3"_s},
         {"quote left open", "CZJm\nKolja\n\"Lahve\n", u"Řádek 3"_s},
-        {"another encoding", "CZJm\nKolja\nPel\xED\x9Aky\n", u"UTF-8"_s},
-        {"character cut off at the end", "CZJm\nKolja\nPel\xC3", u"UTF-8"_s}};
+        {"two bad lines", "CZJm,DiskPocet\nA,x\nB,1\nC,y\n", u"\nŘádek 4: sloupec DiskPocet"_s},
+        {"byte that is no UTF-8", "CZJm\nPel\xC3\xAD\xC5\xA1ky\nPel\xED", u"Řádek 3: znak"_s},
+        {"the same behind a mark",
+         "\xEF\xBB\xBF"
+         "CZJm\nPel\xED\x9Aky\n",
+         u"Řádek 2: znak"_s}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.fault);
         try {
@@ -151,6 +155,43 @@ TEST_F(DataFiles, FileWithAnyFaultAddsNoFilmAtAll) {
         EXPECT_EQ(number("SELECT COUNT(*) FROM tDVD"), 0);
         sql("DELETE FROM tDVD");
     }
+}
+
+TEST_F(DataFiles, BothCodePagesAndSeparatorsAreUnderstood) {
+    const struct {
+        QByteArray csv;
+        QString encoding;
+        QChar separator;
+    } cases[] = {{"CZJm;Rok;Obsah\nPel\xED\x9Aky;1999;a,b\n", u"Windows-1250"_s, u';'},
+                 {"CZJm,Rok,Obsah\r\nPel\xED\x9Aky,1999,\"a,b\"\r\n", u"Windows-1250"_s, u','},
+                 {"CZJm;Rok;Obsah\nPelíšky;1999;a,b\n", u"UTF-8"_s, u';'},
+                 {"\xEF\xBB\xBF\"CZJm\";Rok;Obsah\nPelíšky;\"1999\";a,b\n", u"UTF-8"_s, u';'}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.csv.toStdString());
+        write(u"films.csv"_s, c.csv);
+        const auto report = filmLoader::load(at(u"data"_s), at(u"films.csv"_s), [](qint64) {});
+        EXPECT_EQ(report.encoding, c.encoding);
+        EXPECT_EQ(report.separator, c.separator);
+        EXPECT_EQ(text("SELECT CZJm||Rok||Obsah FROM tDVD"), u"Pelíšky1999a,b"_s);
+        sql("DELETE FROM tDVD");
+    }
+}
+
+TEST_F(DataFiles, BlankNullAndEmptyTextStayApart) {
+    load(
+        "CZJm,KatCisl,Rok,DiskPocet,Stat,Zanr\nA,,,,,\nB,\"\",\"\",\"\",\\N,\"\\N\"\nC,\\N,\\\\N,\\N,\" "
+        "\",x\n");
+    EXPECT_EQ(
+        text("SELECT group_concat(quote(KatCisl)||quote(Rok)||quote(DiskPocet)||quote(Stat)||quote(Zanr),"
+             "' ') FROM (SELECT * FROM tDVD ORDER BY CZJm)"),
+        u"'1'''1'''' ''''1NULLNULL NULL'\\N'NULL' ''x'"_s);
+}
+
+TEST_F(DataFiles, DepartmentsComeByNameAndAreMadeWhenMissing) {
+    load("CZJm,Oddel_ID,oddeleni\nA,,dětské FILMY\nB,2,Sklep\nC,70,Sklep\nD,70,Půda\nE,77,\nF,\\N,\\N\n");
+    EXPECT_EQ(text("SELECT group_concat(CZJm||IFNULL(Oddel_ID,'-')||IFNULL(OdJm,'-'),' ') FROM "
+                   "(SELECT * FROM tDVD LEFT JOIN tOddeleni ON ODID=Oddel_ID ORDER BY CZJm)"),
+              u"A2Dětské filmy B6Sklep C6Sklep D70Půda E77- F--"_s);
 }
 
 TEST_F(DataFiles, LoadingMakesNoCatalogueAndNeedsAFile) {
@@ -165,7 +206,9 @@ TEST_F(DataFiles, ProgramTellsWhatItDidAndOverwritesNothing) {
     write(u"bad.csv"_s, "CZJm,Rok\nKolja\n");
     const QStringList create{u"create"_s, at(u"new"_s)};
     EXPECT_EQ(run(create), u"0 Vytvořeno: %1/new/data.ddb, %1/new/pictures.ddb\n"_s.arg(folder()));
-    EXPECT_EQ(run({u"load"_s, at(u"new"_s), at(u"films.csv"_s)}), u"0 Přidáno filmů: 2\n"_s);
+    const QString loaded = run({u"load"_s, at(u"new"_s), at(u"films.csv"_s)});
+    EXPECT_EQ(loaded, u"0 "_s + QString::fromUtf8(content(u"new/load.txt"_s)));
+    EXPECT_TRUE(content(u"new/load.txt"_s).contains("Přidáno filmů: 2\n"));
     const QByteArray before = content(u"new/data.ddb"_s);
     EXPECT_TRUE(run(create).startsWith(u"1 Chyba: Soubor již existuje a nebude přepsán: "_s));
     EXPECT_TRUE(run({u"load"_s, at(u"new"_s), at(u"bad.csv"_s)}).startsWith(u"1 Chyba: Řádek 2: "_s));

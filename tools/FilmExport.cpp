@@ -1,0 +1,61 @@
+#include "FilmExport.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include "CsvText.h"
+#include "DataFiles.h"
+#include "Interruption.h"
+#include "platform/errors.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qint64 filmsPerReport = 500;
+
+[[noreturn]] void refuse(const QString& path, const QString& what) {
+    throw RuntimeError(errors::pathAccess, u"%1: %2"_s.arg(what, QDir::toNativeSeparators(path)));
+}
+
+QString fieldOf(const sqlite::Statement& films, int column) {
+    const bool isNumber = sqlite3_column_type(films.handle(), column) == SQLITE_INTEGER;
+    return isNumber ? QString::number(films.number(column)) : csvField::ofText(films.text(column));
+}
+
+QByteArray header(const sqlite::Statement& films, int columns) {
+    QByteArray line;
+    for (int column = 0; column < columns; ++column)
+        line += QByteArray(column == 0 ? "" : ",") + sqlite3_column_name(films.handle(), column);
+    return line + "\r\n";
+}
+
+}  // namespace
+
+qint64 filmExport::write(const QString& folder, const QString& csv,
+                         const std::function<void(qint64)>& progress) {
+    const sqlite::Database database = dataFiles::openCatalogue(folder);
+    if (QFileInfo::exists(csv) || QFileInfo(csv).isSymLink())
+        refuse(csv, u"Soubor již existuje a nebude přepsán"_s);
+    QSaveFile file(csv);
+    if (!file.open(QFile::WriteOnly)) refuse(csv, u"Soubor nelze zapsat"_s);
+
+    const sqlite::Statement rows(
+        database,
+        "SELECT tDVD.*, OdJm AS Oddeleni FROM tDVD LEFT JOIN tOddeleni ON ODID=Oddel_ID "
+        "ORDER BY DVDID");
+    const int columns = sqlite3_column_count(rows.handle());
+    file.write(header(rows, columns));
+    qint64 films = 0;
+    while (rows.step()) {
+        interruption::check();
+        QStringList fields;
+        for (int column = 0; column < columns; ++column)
+            fields += fieldOf(rows, column);
+        file.write((fields.join(u',') + u"\r\n"_s).toUtf8());
+        if (++films % filmsPerReport == 0) progress(films);
+    }
+    if (!file.commit()) refuse(csv, u"Soubor nelze zapsat, je možná plný disk"_s);
+    return films;
+}

@@ -1,0 +1,130 @@
+#include "NewPair.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <unistd.h>
+#else
+#include <io.h>
+#endif
+
+#include "DataFiles.h"
+#include "core/mDatabase.h"
+#include "platform/errors.h"
+#include "platform/password.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void refuseExisting(const QString& path) {
+    // A link that leads nowhere is somebody's too.
+    if (!QFile::exists(path) && !QFileInfo(path).isSymLink()) return;
+    throw RuntimeError(errors::pathAccess,
+                       u"Soubor již existuje a nebude přepsán: %1"_s.arg(QDir::toNativeSeparators(path)));
+}
+
+[[noreturn]] void refuseWriting(const QString& path) {
+    throw RuntimeError(errors::pathAccess, u"Soubor nelze zapsat: %1"_s.arg(QDir::toNativeSeparators(path)));
+}
+
+std::unique_ptr<sqlite::Database> newDatabase(const QString& path, const QString& tables) {
+    auto database = std::make_unique<sqlite::Database>(path, sqlite::Database::Mode::create);
+    // A file that is thrown away on every failure needs no journal; it is brought to disk once, when it is
+    // whole.
+    database->exec("PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF");
+    sqlite::Transaction transaction(*database);
+    database->exec(dataFiles::script(tables).constData());
+    password::stamp(*database, databasePassword());
+    transaction.commit();
+    return database;
+}
+
+void bringToDisk(QFile& file) {
+#ifdef Q_OS_UNIX
+    const int result = fsync(file.handle());
+#else
+    const int result = _commit(file.handle());
+#endif
+    if (result != 0) refuseWriting(file.fileName());
+}
+
+void writeText(const QString& path, const QString& text) {
+    QFile file(path);
+    const QByteArray bytes = text.toUtf8();
+    if (!file.open(QFile::WriteOnly | QFile::NewOnly) || file.write(bytes) != bytes.size() || !file.flush())
+        refuseWriting(path);
+}
+
+}  // namespace
+
+NewPair::Folder::Folder(const QString& path) {
+    QString missing = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    for (; !QFileInfo::exists(missing) && !QFileInfo(missing).isSymLink();
+         missing = QFileInfo(missing).path())
+        made_ += missing;
+    if (QDir().mkpath(path)) return;
+    for (const QString& folder : std::as_const(made_))
+        QDir().rmdir(folder);
+    throw RuntimeError(errors::pathAccess,
+                       u"Složku nelze vytvořit: %1"_s.arg(QDir::toNativeSeparators(path)));
+}
+
+NewPair::Folder::~Folder() {
+    // A folder into which somebody else has put something meanwhile stays.
+    for (const QString& folder : std::as_const(made_))
+        QDir().rmdir(folder);
+}
+
+NewPair::NewPair(const QString& folder, const QString& report) : folder_(folder) {
+    QStringList paths{dataFiles::cataloguePath(folder), dataFiles::picturesPath(folder)};
+    if (!report.isEmpty()) paths += QDir(folder).filePath(report);
+    for (const QString& path : std::as_const(paths)) {
+        refuseExisting(path);
+        files_.push_back({path, path + u".new"_s, nullptr});
+        QFile::remove(files_.back().made);
+    }
+    try {
+        files_[0].database = newDatabase(files_[0].made, u"catalogue.sql"_s);
+        // Its indexes are filled in any order; pictures come one after the other.
+        files_[0].database->exec("PRAGMA cache_size=-16000");
+        files_[1].database = newDatabase(files_[1].made, u"pictures.sql"_s);
+    } catch (...) {
+        discard();
+        throw;
+    }
+}
+
+NewPair::~NewPair() {
+    discard();
+}
+
+void NewPair::discard() {
+    for (File& file : files_) {
+        file.database.reset();
+        QFile::remove(file.made);
+    }
+}
+
+void NewPair::keep(const QString& report) {
+    for (File& file : files_) {
+        if (file.database == nullptr) {
+            writeText(file.made, report);
+            continue;
+        }
+        file.database.reset();
+        QFile whole(file.made);
+        if (!whole.open(QFile::ReadWrite)) refuseWriting(file.path);
+        bringToDisk(whole);
+    }
+    for (std::size_t renamed = 0; renamed < files_.size(); ++renamed) {
+        if (QFile::rename(files_[renamed].made, files_[renamed].path)) continue;
+        while (renamed-- > 0)
+            QFile::remove(files_[renamed].path);
+        refuseWriting(files_.back().path);
+    }
+    folder_.keep();
+}
