@@ -8,6 +8,9 @@
 #include "platform/Outside.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "services/frmNewVersion.h"
+#include "services/frmSplash.h"
+#include "services/novaVerze.h"
 
 using namespace Qt::StringLiterals;
 
@@ -23,6 +26,7 @@ bool catalogueFileStands() {
 
 std::unique_ptr<frmMaster> Main() {
     ActDBPath = CtiNastaveni(u"ActDB"_s, paths::inProgramFolder(u"\\data\\data.ddb"));
+    frmSplash().exec();
     if (!catalogueFileStands()) {
         MsgBox(u"Nenalezen soubor databáze!"_s, boxStyle::critical, u"Chyba:"_s);
         return nullptr;
@@ -30,5 +34,7 @@ std::unique_ptr<frmMaster> Main() {
     auto master = std::make_unique<frmMaster>();
     master->show();
     QCoreApplication::processEvents();
+    const Sites sites = Sites::compiledIn();
+    if (CtiNastaveni(u"ShowNewVer"_s, u"A"_s) == u"A" && JeNovaVerze(sites)) frmNewVersion(sites).exec();
     return master;
 }

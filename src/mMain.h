@@ -4,7 +4,8 @@
 
 class frmMaster;
 
-/// The entry routine: the order in which the program starts. It returns once the windows stand; the program
-/// then runs on their events and ends with the last visible window.
+/// The entry routine: the order in which the program starts. The splash picture comes first, then the main
+/// window, and once that is painted the newer version if there is one and it is wanted. It returns once the
+/// windows stand; the program then runs on their events and ends with the last visible window.
 /// @return the main window; null when there is no catalogue file, which a box has told.
 std::unique_ptr<frmMaster> Main();

@@ -13,6 +13,8 @@
 #include "printing/frmTisknout.h"
 #include "rental/SharedUser.h"
 #include "rental/frmKlienti.h"
+#include "services/frmAbout.h"
+#include "services/mHelp.h"
 #include "toolkit/appTitle.h"
 #include "toolkit/icons.h"
 #include "toolkit/tips.h"
@@ -149,6 +151,9 @@ void frmMaster::connectCommands() {
     connect(ui_->mnuFindObal, &QAction::triggered, this, [this] { findCover({}); });
     connect(ui_->mnuListItem_4, &QAction::triggered, this,
             [this] { findCover(text::trim(lvwList_->selectedItem().subItem(1))); });
+    connect(ui_->smnuHelp_0, &QAction::triggered, this, [] { ZobrazNapovedu(1, u"Main"_s); });
+    connect(ui_->smnuHelp_2, &QAction::triggered, this, &frmMaster::findNewVersion);
+    connect(ui_->smnuHelp_4, &QAction::triggered, this, [this] { frmAbout(this).exec(); });
     connect(ui_->smnuDB_5, &QAction::triggered, this, &QWidget::close);
     // The two entries of "Zálohovat" do nothing: what is done with the files is done from outside, where both
     // can be copied at any moment that the program waits.

@@ -74,6 +74,8 @@ class frmMaster final : public QMainWindow {
     void paintLoans();
     /// Opens a dialog to lend a film.
     void lend(qint32 id, const QString& title);
+    /// Asks for a newer version and offers it; a box tells when there is none, or no answer.
+    void findNewVersion();
     /// Opens the search for covers on a title.
     void findCover(const QString& title);
     /// Asks for a term and looks for it.

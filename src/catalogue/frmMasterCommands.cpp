@@ -10,6 +10,8 @@
 #include "printing/frmFindObal.h"
 #include "rental/frmPujcDVD.h"
 #include "rental/mPujcky.h"
+#include "services/frmNewVersion.h"
+#include "services/novaVerze.h"
 
 using namespace Qt::StringLiterals;
 
@@ -123,6 +125,14 @@ void frmMaster::findCover(const QString& title) {
     frmFindObal covers(sites_, this);
     covers.setTerm(title);
     covers.exec();
+}
+
+void frmMaster::findNewVersion() {
+    if (JeNovaVerze(sites_)) {
+        frmNewVersion(sites_, this).exec();
+    } else {
+        MsgBox(u"Máte nejaktuálnější verzi aplikace."_s, boxStyle::information, u"Dotaz na novou verzi"_s);
+    }
 }
 
 void frmMaster::sortByColumn(int column) {

@@ -22,6 +22,8 @@ QString errors::description(qint32 number) {
             return u"Soubor nebyl nalezen."_s;
         case diskFull:
             return u"Disk je plný."_s;
+        case endOfFile:
+            return u"Soubor skončil dříve, než se čekalo."_s;
         case permissionDenied:
             return u"Přístup byl odepřen."_s;
         case pathAccess:

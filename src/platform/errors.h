@@ -15,6 +15,7 @@ inline constexpr qint32 divisionByZero = 11;
 inline constexpr qint32 typeMismatch = 13;
 inline constexpr qint32 fileNotFound = 53;
 inline constexpr qint32 diskFull = 61;
+inline constexpr qint32 endOfFile = 62;
 inline constexpr qint32 permissionDenied = 70;
 inline constexpr qint32 pathAccess = 75;
 inline constexpr qint32 pathNotFound = 76;

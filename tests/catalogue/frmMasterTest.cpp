@@ -111,7 +111,8 @@ TEST_F(FrmMasterTest, NoCommandIsADeadClick) {
         u"SortCZName"_s,     u"SortKatNum"_s,  u"KeyAddNew"_s,       u"KeyEdit"_s,       u"mnuListItem_0"_s,
         u"mnuCisl_0"_s,      u"mnuCisl_1"_s,   u"KeyPujcitVratit"_s, u"mnuListItem_1"_s, u"mnuListItem_2"_s,
         u"keyFind"_s,        u"KeyFindCZ"_s,   u"KeyFindPUV"_s,      u"KeyFindKATNUM"_s, u"smnuPujcovna_0"_s,
-        u"smnuPujcovna_2"_s, u"keyPrint"_s,    u"mnuFindObal"_s,     u"mnuListItem_4"_s};
+        u"smnuPujcovna_2"_s, u"keyPrint"_s,    u"mnuFindObal"_s,     u"mnuListItem_4"_s, u"smnuHelp_0"_s,
+        u"smnuHelp_2"_s,     u"smnuHelp_4"_s};
     for (const QAction* entry : window().findChildren<QAction*>()) {
         const bool command =
             !entry->isSeparator() && entry->menu() == nullptr && !entry->objectName().isEmpty();

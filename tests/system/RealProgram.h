@@ -14,8 +14,15 @@ class RealProgram : public TemporaryProgram {
         ASSERT_TRUE(QFile::copy(QStringLiteral(KALVERA), folder() + QStringLiteral("/kalvera")));
     }
 
-    std::unique_ptr<QProcess> start() const {
-        return screen.start(folder() + QStringLiteral("/kalvera"), folder());
+    /// Starts the program and ends its splash picture. It does not ask for newer versions unless a test
+    /// wants it to.
+    std::unique_ptr<QProcess> start() const { return start(folder() + QStringLiteral("/kalvera")); }
+    std::unique_ptr<QProcess> start(const QString& executable) const {
+        if (!settings().contains(QStringLiteral("Settings/ShowNewVer")))
+            settings().setValue(QStringLiteral("Settings/ShowNewVer"), QStringLiteral("N"));
+        auto program = screen.start(executable, folder());
+        screen.press(screen.waitForWindow(splash), {QStringLiteral("space")});
+        return program;
     }
 
     QSettings settings() const {
@@ -29,5 +36,6 @@ class RealProgram : public TemporaryProgram {
     }
 
     VirtualScreen screen;
+    const QString splash = QStringLiteral("^Brem DVD Kalv.*ra$");
     const QString mainWindow = QStringLiteral("^Brem DVD Kalv.*1\\.0\\.23$");
 };

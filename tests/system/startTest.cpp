@@ -76,7 +76,7 @@ TEST_F(StartTest, AnInstalledProgramGivesItsUserACatalogueOfHisOwn) {
     ASSERT_TRUE(here.mkpath(u"usr/bin"_s) && here.mkpath(u"usr/share/kalvera"_s));
     ASSERT_TRUE(here.rename(u"data"_s, u"usr/share/kalvera/data"_s));
     ASSERT_TRUE(here.rename(u"kalvera"_s, u"usr/bin/kalvera"_s));
-    const auto program = screen.start(folder() + u"/usr/bin/kalvera"_s, folder());
+    const auto program = start(folder() + u"/usr/bin/kalvera"_s);
     const QString window = screen.waitForWindow(mainWindow);
     ASSERT_FALSE(window.isEmpty());
     screen.press(window, {u"alt+d"_s, u"k"_s});

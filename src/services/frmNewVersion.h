@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QDialog>
+#include <memory>
+
+#include "core/Sites.h"
+
+namespace Ui {
+class frmNewVersion;
+}
+
+/// Offers the installer of a newer version. It hands the address to the desktop and installs nothing itself.
+/// Closing it stores in `ShowNewVer` whether newer versions are offered at start: "A", or "N" when the box is
+/// ticked. The box always opens unticked.
+class frmNewVersion final : public QDialog {
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(frmNewVersion)
+
+ public:
+    explicit frmNewVersion(const Sites& sites, QWidget* parent = nullptr);
+    ~frmNewVersion() override;
+
+    void done(int result) override;
+
+ protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+    std::unique_ptr<Ui::frmNewVersion> ui_;
+};

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QDialog>
+#include <QTimer>
+#include <memory>
+
+namespace Ui {
+class frmSplash;
+}
+
+/// The picture that every run opens with. It closes after five seconds, or with any key.
+class frmSplash final : public QDialog {
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(frmSplash)
+
+ public:
+    explicit frmSplash(QWidget* parent = nullptr);
+    ~frmSplash() override;
+
+ protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+ private:
+    std::unique_ptr<Ui::frmSplash> ui_;
+    QTimer Timer1_;
+};

@@ -1,0 +1,126 @@
+#include "toolkit/HelpWindow.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QSplitter>
+#include <QTabWidget>
+#include <QTextBrowser>
+#include <QToolBar>
+#include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
+
+#include "platform/Outside.h"
+#include "platform/codepage.h"
+#include "toolkit/appTitle.h"
+#include "toolkit/icons.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A page of the file; whatever belongs to it comes out of the file, too.
+class HelpPage final : public QTextBrowser {
+ public:
+    explicit HelpPage(const ChmFile& file) : file_(file) {
+        setOpenLinks(false);
+        connect(this, &QTextBrowser::anchorClicked, this, [this](const QUrl& link) {
+            if (link.scheme().startsWith(u"http")) {
+                Outside::current().openWithDesktop(link.toString());
+            } else {
+                setSource(link);
+            }
+        });
+    }
+
+    QVariant loadResource(int type, const QUrl& name) override {
+        const QUrl whole = source().isEmpty() ? name : source().resolved(name);
+        const QByteArray bytes = file_.read(whole.path());
+        if (type == QTextDocument::ImageResource) return bytes;
+        return codepage::fromWindows1250(bytes);
+    }
+
+ private:
+    const ChmFile& file_;
+};
+
+constexpr int pageRole = Qt::UserRole;
+
+}  // namespace
+
+HelpWindow::HelpWindow(std::unique_ptr<ChmFile> file, QWidget* parent)
+    : QMainWindow(parent), file_(std::move(file)) {
+    setWindowTitle(u"Nápověda – "_s + appTitle());
+    setWindowIcon(icons::named(u"help"_s));
+    page_ = std::make_unique<HelpPage>(*file_).release();
+    page_->setAccessibleName(u"Stránka nápovědy"_s);
+    page_->document()->setDocumentMargin(12);
+    auto* tabs = std::make_unique<QTabWidget>().release();
+    auto* split = std::make_unique<QSplitter>().release();
+    split->addWidget(tabs);
+    split->addWidget(page_);
+    setCentralWidget(split);
+    contents_ = addTree(u"Obsah"_s, file_->contents());
+    tabs->addTab(contents_, u"Obsah"_s);
+    tabs->addTab(addTree(u"Rejstřík"_s, file_->index()), u"Rejstřík"_s);
+    contents_->expandAll();
+    resize(900, 640);
+    split->setSizes({250, 650});
+
+    QToolBar* bar = addToolBar(u"Procházení"_s);
+    bar->setMovable(false);
+    bar->setContextMenuPolicy(Qt::PreventContextMenu);
+    QAction* back = bar->addAction(u"Zpět"_s, page_, &QTextBrowser::backward);
+    back->setShortcut(QKeySequence::Back);
+    QAction* forward = bar->addAction(u"Vpřed"_s, page_, &QTextBrowser::forward);
+    forward->setShortcut(QKeySequence::Forward);
+    back->setEnabled(false);
+    forward->setEnabled(false);
+    connect(page_, &QTextBrowser::backwardAvailable, back, &QAction::setEnabled);
+    connect(page_, &QTextBrowser::forwardAvailable, forward, &QAction::setEnabled);
+    connect(page_, &QTextBrowser::sourceChanged, this, &HelpWindow::followPage);
+    if (QTreeWidgetItem* first = contents_->topLevelItem(0)) contents_->setCurrentItem(first);
+    contents_->setFocus();
+}
+
+HelpWindow::~HelpWindow() = default;
+
+QTreeWidget* HelpWindow::addTree(const QString& name, const std::vector<ChmFile::Topic>& topics) {
+    auto tree = std::make_unique<QTreeWidget>();
+    tree->setObjectName(name);
+    tree->setAccessibleName(name);
+    tree->header()->hide();
+    std::vector<QTreeWidgetItem*> path;
+    for (const ChmFile::Topic& topic : topics) {
+        path.resize(std::min<std::size_t>(path.size(), static_cast<std::size_t>(topic.depth)));
+        auto* line = path.empty() ? std::make_unique<QTreeWidgetItem>(tree.get()).release()
+                                  : std::make_unique<QTreeWidgetItem>(path.back()).release();
+        line->setText(0, topic.title);
+        line->setData(0, pageRole, topic.page);
+        path.push_back(line);
+    }
+    connect(tree.get(), &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* line) {
+        const QString page = line == nullptr ? QString() : line->data(0, pageRole).toString();
+        if (!page.isEmpty() && page_->source().toString() != page) page_->setSource(QUrl(page));
+    });
+    return tree.release();
+}
+
+void HelpWindow::followPage() {
+    const QString path = page_->source().path();
+    if (contents_->currentItem() != nullptr && contents_->currentItem()->data(0, pageRole).toString() == path)
+        return;
+    for (QTreeWidgetItemIterator at(contents_); *at != nullptr; ++at) {
+        if ((*at)->data(0, pageRole).toString() != path) continue;
+        const QSignalBlocker quiet(contents_);
+        contents_->setCurrentItem(*at);
+        return;
+    }
+}
+
+void HelpWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) {
+        close();
+    } else {
+        QMainWindow::keyPressEvent(event);
+    }
+}
