@@ -1,50 +1,14 @@
-#include <QDir>
 #include <QImage>
-#include <QTest>
 
 #include "core/Sites.h"
 #include "film/mObrazky.h"
-#include "support/WebServer.h"
-#include "system/RealProgram.h"
+#include "system/DesktopProgram.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The real program on a desktop whose program for web pages tells what it shows, without a printer.
-class PrintingTest : public RealProgram {
- protected:
-    PrintingTest() {
-        qputenv("CUPS_SERVER", "/nonexistent/printers");
-        qputenv("http_proxy", web.root().toUtf8());
-        qputenv("PATH", (folder() + u"/bin:"_s).toUtf8() + path);
-        QDir(folder()).mkdir(u"bin"_s);
-        QFile desktop(folder() + u"/bin/xdg-open"_s);
-        if (desktop.open(QFile::WriteOnly)) {
-            desktop.write((u"#!/bin/sh\nASAN_OPTIONS=detect_leaks=0 exec " PAGE_READER
-                           " \"$1\" '%1/seen'\n"_s.arg(folder()))
-                              .toUtf8());
-            desktop.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        }
-    }
-    ~PrintingTest() override {
-        qputenv("PATH", path);
-        qunsetenv("http_proxy");
-        qunsetenv("CUPS_SERVER");
-    }
-
-    /// Waits for what the desktop's program shows.
-    QString seen() const {
-        QFile file(folder() + u"/seen"_s);
-        if (!QTest::qWaitFor([&file] { return file.exists(); }, 60000)) return u"(nothing)"_s;
-        const QString text = file.open(QFile::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-        file.remove();
-        return text;
-    }
-
-    const QByteArray path = qgetenv("PATH");
-    WebServer web;
-};
+class PrintingTest : public DesktopProgram {};
 
 }  // namespace
 
