@@ -4,6 +4,7 @@
 #include <malloc.h>
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QTextStream>
 #include <map>
@@ -98,10 +99,22 @@ void bareSimple(benchmark::State& state) {
     }
 }
 
+/// Pictures of an earlier run, so that all are new in each run.
+void removePictures(benchmark::State& state, const BenchCatalogue& catalogue) {
+    state.PauseTiming();
+    for (const QString& folder : {catalogue.folder() + u"/data"_s, catalogue.folder()}) {
+        for (const QFileInfo& file : QDir(folder).entryInfoList({u"*.jpg"_s}))
+            QFile::remove(file.filePath());
+    }
+    state.ResumeTiming();
+}
+
 void detailedList(benchmark::State& state) {
-    catalogueWithPreviews();
-    for (auto _ : state)
+    const BenchCatalogue& catalogue = catalogueWithPreviews();
+    for (auto _ : state) {
+        removePictures(state, catalogue);
         filmLists::print(byTitle, Kind::detailed, yield);
+    }
 }
 
 void bareDetailed(benchmark::State& state) {
@@ -109,6 +122,7 @@ void bareDetailed(benchmark::State& state) {
     filmLists::print(byTitle, Kind::detailed, yield);
     const QByteArray bytes(QFile(listPath(catalogue)).size(), 'x');
     for (auto _ : state) {
+        removePictures(state, catalogue);
         readFilms(catalogue);
         const sqlite::Database store(catalogue.picturesPath(), sqlite::Database::Mode::readWrite);
         const sqlite::Statement pictures(store, "SELECT PicID, PicDat FROM tPicture");
