@@ -15,6 +15,10 @@ class NoWeb final : public Outside {
     BoxAnswer messageBox(const QString&, int, const QString&, QObject*) override { return BoxAnswer::ok; }
     QString openFile(const FileDialogRequest&, QObject*) override { return {}; }
     QString saveFile(const FileDialogRequest&, QObject*) override { return {}; }
+    bool openWithDesktop(const QString&) override { return false; }
+    QStringList printers() override { return {}; }
+    void setPrinter(const QString&) override {}
+    void printPicture(const PicturePage&) override {}
     QDateTime now() override { return {}; }
     bool download(const QString&, const QString&) override { return false; }
 };
