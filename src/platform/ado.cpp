@@ -37,12 +37,9 @@ void Connection::Open(const QString& connectionString, const QString&, const QSt
         const ConnectionParts parts = parse(connectionString);
         auto session = std::make_shared<detail::Session>();
         session->database = std::make_unique<sqlite::Database>(parts.path, sqlite::Database::Mode::readWrite);
-        // In one look at the file: each one by itself takes the locks anew.
-        session->database->exec("BEGIN");
         password::checkHeader(*session->database, parts.password);
         // The engine opens lazily; reading the schema shows a cut or locked file now rather than later.
         session->database->number("SELECT count(*) FROM sqlite_master");
-        session->database->exec("COMMIT");
         session_ = std::move(session);
         refusal_.reset();
     } catch (const RuntimeError& failure) {
