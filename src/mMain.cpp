@@ -24,17 +24,16 @@ bool catalogueFileStands() {
 
 }  // namespace
 
-std::unique_ptr<frmMaster> Main() {
+void Main(std::unique_ptr<frmMaster>& master) {
     ActDBPath = CtiNastaveni(u"ActDB"_s, paths::inProgramFolder(u"\\data\\data.ddb"));
     frmSplash().exec();
     if (!catalogueFileStands()) {
         MsgBox(u"Nenalezen soubor databáze!"_s, boxStyle::critical, u"Chyba:"_s);
-        return nullptr;
+        return;
     }
-    auto master = std::make_unique<frmMaster>();
+    master = std::make_unique<frmMaster>();
     master->show();
     QCoreApplication::processEvents();
     const Sites sites = Sites::compiledIn();
     if (CtiNastaveni(u"ShowNewVer"_s, u"A"_s) == u"A" && JeNovaVerze(sites)) frmNewVersion(sites).exec();
-    return master;
 }

@@ -25,7 +25,7 @@ int main(int argc, char** argv) {
     std::unique_ptr<frmMaster> master;
     Application::guarded([&master] {
         findProgramFolder();
-        master = Main();
+        Main(master);
     });
     return master == nullptr ? 0 : QApplication::exec();
 }

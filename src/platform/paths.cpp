@@ -4,8 +4,10 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <algorithm>
 
 #include "platform/errors.h"
+#include "platform/files.h"
 
 using namespace Qt::StringLiterals;
 
@@ -28,6 +30,21 @@ void seed(const QString& from, const QString& userFolder) {
     }
     if (!QDir().rename(copy.path(), userFolder + u"/data"_s)) throw failure;
     copy.setAutoRemove(false);
+}
+
+void replaceIfOther(const QString& file, const QString& shippedFile) {
+    const QByteArray shipped = files::readAll(shippedFile);
+    if (!QFileInfo::exists(file) || files::readAll(file) != shipped) files::write(file, {shipped});
+}
+
+/// Brings pages and help up to what the installed program ships. The data files are the user's own. A file
+/// that cannot be replaced must not keep the program from starting: the older one serves on.
+void refresh(const QString& from, const QString& data) {
+    const QFileInfoList files = QDir(from).entryInfoList(QDir::Files);
+    for (const QFileInfo& file : files) {
+        if (file.suffix() == u"ddb") continue;
+        skipFailure([&] { replaceIfOther(data + u'/' + file.fileName(), file.filePath()); });
+    }
 }
 
 }  // namespace
@@ -65,12 +82,14 @@ QString paths::chooseProgramFolder(const QString& executableFolder, const QStrin
                                    const QStringList& readyMadeData) {
     const QFileInfo ownData(executableFolder + u"/data"_s);
     if (ownData.isDir() && ownData.isWritable()) return executableFolder;
-    if (!QFileInfo::exists(userFolder + u"/data"_s)) {
-        for (const QString& from : readyMadeData) {
-            if (!QFileInfo(from).isDir()) continue;
-            seed(from, userFolder);
-            break;
-        }
+    const auto from = std::find_if(readyMadeData.cbegin(), readyMadeData.cend(),
+                                   [](const QString& folder) { return QFileInfo(folder).isDir(); });
+    if (from == readyMadeData.cend()) return userFolder;
+    const QString data = userFolder + u"/data"_s;
+    if (QFileInfo::exists(data)) {
+        refresh(*from, data);
+    } else {
+        seed(*from, userFolder);
     }
     return userFolder;
 }

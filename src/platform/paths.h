@@ -23,7 +23,9 @@ QString ignoringCase(const QString& path);
 
 /// The program folder for an executable that lies in `executableFolder`: that folder itself when its `data`
 /// folder can be written. Otherwise `userFolder`, whose `data` folder is copied from the first of
-/// `readyMadeData` that exists when there is none yet; a `data` folder that exists is never touched.
+/// `readyMadeData` that exists when there is none yet. In one that exists the data files (`*.ddb`) are never
+/// touched; pages and help that differ from the ready-made ones are replaced, as they belong to the program,
+/// and stay as they are where that fails.
 /// @throws RuntimeError 75 when the copy cannot be made; nothing is left of it then.
 QString chooseProgramFolder(const QString& executableFolder, const QString& userFolder,
                             const QStringList& readyMadeData);

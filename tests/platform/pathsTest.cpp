@@ -111,14 +111,26 @@ TEST_F(Paths, OtherwiseTheUserGetsAPrivateCopyOfTheFirstReadyMadeData) {
     }
 }
 
-TEST_F(Paths, DataThatTheUserHasAreNeverTouched) {
+TEST_F(Paths, DataFilesThatTheUserHasAreNeverTouched) {
     makeFile(u"ready/data.ddb"_s, "fresh");
-    makeFolder(u"home/kalvera/data"_s);
+    makeFile(u"ready/help.chm"_s, "newer", 0444);
+    makeFile(u"home/kalvera/data/note.htm"_s, "his own", 0644);
     EXPECT_EQ(choose({at(u"ready"_s)}), at(u"home/kalvera"_s));
-    EXPECT_EQ(contents(u"home/kalvera/data"_s), QStringList());
+    EXPECT_EQ(contents(u"home/kalvera/data"_s),
+              QStringList({u"help.chm 600 newer"_s, u"note.htm 644 his own"_s}));
     makeFile(u"home/kalvera/data/data.ddb"_s, "mine", 0640);
+    makeFile(u"home/kalvera/data/help.chm"_s, "older", 0600);
     EXPECT_EQ(choose({at(u"ready"_s)}), at(u"home/kalvera"_s));
-    EXPECT_EQ(contents(u"home/kalvera/data"_s), QStringList{u"data.ddb 640 mine"_s});
+    EXPECT_EQ(contents(u"home/kalvera/data"_s),
+              QStringList({u"data.ddb 640 mine"_s, u"help.chm 600 newer"_s, u"note.htm 644 his own"_s}));
+}
+
+TEST_F(Paths, APageThatCannotBeRefreshedDoesNotHinderTheStart) {
+    makeFile(u"ready/a.htm"_s, "unreadable", 0000);
+    makeFile(u"ready/b.htm"_s, "newer");
+    makeFile(u"home/kalvera/data/a.htm"_s, "older", 0600);
+    EXPECT_EQ(choose({at(u"ready"_s)}), at(u"home/kalvera"_s));
+    EXPECT_EQ(contents(u"home/kalvera/data"_s), QStringList({u"a.htm 600 older"_s, u"b.htm 600 newer"_s}));
 }
 
 TEST_F(Paths, WithoutReadyMadeDataNoneAreInvented) {

@@ -102,3 +102,14 @@ TEST_F(RoadTest, AnUpdateHostThatDoesNotAnswerKeepsNothingFromTheScreen) {
     silent.close();  // whoever asks again is refused
     end(master, *program);
 }
+
+TEST_F(RoadTest, AnAnswerThatIsNoVersionEndsTheProgramOverItsMainWindow) {
+    serve(sites.update + u"/podpora/files/dvdkalver.asp"_s, u"<html>Not found</html>"_s);
+    const auto program = start();
+    ASSERT_FALSE(screen.waitForWindow(mainWindow).isEmpty());
+    const QString box = screen.waitForWindow(splash);  // titled as the splash picture is, which has gone
+    ASSERT_FALSE(box.isEmpty());
+    EXPECT_TRUE(screen.hasWindow(mainWindow));
+    screen.press(box, {u"Return"_s});
+    expectEnd(*program, 1);
+}
