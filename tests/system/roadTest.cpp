@@ -82,7 +82,14 @@ TEST_F(RoadTest, OneFilmGoesFromNothingToAPrintedList) {
     // The same catalogue once more.
     program = start();
     const QString again = pastTheOffer();
-    EXPECT_EQ(text("SELECT KatCisl || CZJm FROM tDVD"), u"1Ztracený dům"_s);
+    EXPECT_EQ(text("SELECT KatCisl || '|' || CZJm || '|' || PuvJm || '|' || Zanr || '|' || Stat || '|' || "
+                   "Rok || '|' || "
+                   "Delka || '|' || Rezie || '|' || Herci || '|' || Obsah FROM tDVD"),
+              u"1|Ztracený dům|Lost House|Drama, Komedie|USA , Kanada|1999|118|Jan Novák|"
+              "Žofie Černá, René & syn|Příběh domu, který se ztratil."_s);
+    const sqlite::Database store(pictures(), sqlite::Database::Mode::readWrite);
+    EXPECT_EQ(store.number("SELECT PicSize FROM tPicture WHERE PicDVDID=1 AND PicSkup='N' AND PicTyp='png'"),
+              poster.size());
     end(again, *program);
     EXPECT_EQ(settings().value(u"Settings/ShowNewVer"_s).toString(), u"A"_s);
 }
