@@ -99,12 +99,16 @@ void bareSimple(benchmark::State& state) {
     }
 }
 
-/// Pictures of an earlier run, so that all are new in each run.
-void removePictures(benchmark::State& state, const BenchCatalogue& catalogue) {
+/// Puts pictures of an earlier run away, so that all are new in each run. They are not deleted: some file
+/// systems are slow for a while in giving out the places of deleted files again.
+void putPicturesAway(benchmark::State& state, const BenchCatalogue& catalogue) {
+    static int runs = 0;
     state.PauseTiming();
+    const QString away = catalogue.folder() + u"/run%1"_s.arg(++runs);
+    QDir().mkpath(away);
     for (const QString& folder : {catalogue.folder() + u"/data"_s, catalogue.folder()}) {
         for (const QFileInfo& file : QDir(folder).entryInfoList({u"*.jpg"_s}))
-            QFile::remove(file.filePath());
+            QFile::rename(file.filePath(), away + u'/' + file.fileName());
     }
     state.ResumeTiming();
 }
@@ -112,7 +116,7 @@ void removePictures(benchmark::State& state, const BenchCatalogue& catalogue) {
 void detailedList(benchmark::State& state) {
     const BenchCatalogue& catalogue = catalogueWithPreviews();
     for (auto _ : state) {
-        removePictures(state, catalogue);
+        putPicturesAway(state, catalogue);
         filmLists::print(byTitle, Kind::detailed, yield);
     }
 }
@@ -122,7 +126,7 @@ void bareDetailed(benchmark::State& state) {
     filmLists::print(byTitle, Kind::detailed, yield);
     const QByteArray bytes(QFile(listPath(catalogue)).size(), 'x');
     for (auto _ : state) {
-        removePictures(state, catalogue);
+        putPicturesAway(state, catalogue);
         readFilms(catalogue);
         const sqlite::Database store(catalogue.picturesPath(), sqlite::Database::Mode::readWrite);
         const sqlite::Statement pictures(store, "SELECT PicID, PicDat FROM tPicture");
