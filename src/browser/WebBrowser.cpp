@@ -61,9 +61,9 @@ WebBrowser::WebBrowser(QWidget& parent, Events events)
     set(QWebEngineSettings::AutoLoadIconsForPage, false);
     connect(page_.get(), &QWebEnginePage::loadingChanged, this, &WebBrowser::loadingChanged);
     // Not from within the engine, which knows no exceptions.
-    connect(page_.get(), &QWebEnginePage::loadProgress, this, [this](int percent) {
-        QTimer::singleShot(0, this, [this, percent] { events_.ProgressChange(percent, 100); });
-    });
+    connect(
+        page_.get(), &QWebEnginePage::loadProgress, this,
+        [this](int percent) { events_.ProgressChange(percent, 100); }, Qt::QueuedConnection);
 }
 
 WebBrowser::~WebBrowser() {

@@ -16,6 +16,7 @@
 #include "services/frmAbout.h"
 #include "services/mHelp.h"
 #include "toolkit/appTitle.h"
+#include "toolkit/barKeys.h"
 #include "toolkit/icons.h"
 #include "toolkit/tips.h"
 #include "toolkit/twips.h"
@@ -114,8 +115,10 @@ void frmMaster::buildToolBars() {
     addMenuButton(ui_->Toolbar1, ui_->keyPrint, ui_->keyFind,
                   {ui_->KeyFindCZ, ui_->KeyFindPUV, ui_->KeyFindKATNUM});
     addMenuButton(ui_->Toolbar1, ui_->keyPrint, ui_->SortCZName, {ui_->SortCZNameEntry, ui_->SortKatNum});
-    for (QToolBar* bar : {ui_->Toolbar2, ui_->tbDisk, ui_->Toolbar1})
+    for (QToolBar* bar : {ui_->Toolbar2, ui_->tbDisk, ui_->Toolbar1}) {
         tips::onlyOwn(*bar);
+        barKeys::install(*bar);
+    }
 }
 
 void frmMaster::connectCommands() {

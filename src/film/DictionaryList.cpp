@@ -4,6 +4,7 @@
 #include "film/DictionaryRecord.h"
 #include "platform/text.h"
 #include "toolkit/icons.h"
+#include "toolkit/keys.h"
 #include "ui_DictionaryList.h"
 
 using namespace Qt::StringLiterals;
@@ -19,6 +20,7 @@ DictionaryList::DictionaryList(DictionaryListSource source, QWidget* parent)
     ui_->Command3->setToolTip(source_.editTip);
     connect(ui_->Command1, &QToolButton::clicked, this, &DictionaryList::addRecord);
     connect(ui_->Command3, &QToolButton::clicked, this, [this] { editRecord(); });
+    ui_->lvwZanr->setFocus();
 }
 
 DictionaryList::~DictionaryList() = default;
@@ -54,6 +56,10 @@ DictionaryRecord& DictionaryList::loadRecord() {
 
 void DictionaryList::unloadRecord() {
     record_.reset();
+}
+
+void DictionaryList::keyPressEvent(QKeyEvent* event) {
+    if (!keys::pressFocusedButton(*this, *event)) QDialog::keyPressEvent(event);
 }
 
 void DictionaryList::addRecord() {

@@ -52,6 +52,8 @@ class DictionaryList : public QDialog {
     bool editSelected();
     void unloadRecord();
 
+    void keyPressEvent(QKeyEvent* event) override;
+
  private:
     void addRecord();
     DictionaryRecord& loadRecord();

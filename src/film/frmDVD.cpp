@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QShortcut>
 #include <limits>
 
 #include "core/mDatabase.h"
@@ -88,6 +89,13 @@ frmDVD::frmDVD(Sites sites, QWidget* parent)
     Refresh_OddelCBO();
     Inicializuj(0);
     ui_->txtKatalog->setFocus();
+    for (const auto& [key, step] :
+         {std::pair(QKeySequence::NextChild, 1), {QKeySequence::PreviousChild, -1}}) {
+        connect(new QShortcut(key, this), &QShortcut::activated, this, [this, step = step] {
+            const int tabs = ui_->tabMain->count();
+            ui_->tabMain->setCurrentIndex((ui_->tabMain->currentIndex() + step + tabs) % tabs);
+        });
+    }
 }
 
 frmDVD::~frmDVD() = default;
@@ -176,7 +184,8 @@ void frmDVD::keyPressEvent(QKeyEvent* event) {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (focusWidget() == ui_->lstZanr && enter) {
         takeGenres();
-    } else if (ui_->picZanr->isAncestorOf(focusWidget()) && event->key() == Qt::Key_Escape) {
+    } else if (ui_->picZanr->isVisible() && event->key() == Qt::Key_Escape) {
+        // From wherever: Esc must not take the whole film away while something lesser is open.
         closeGenres();
     } else {
         QDialog::keyPressEvent(event);

@@ -99,12 +99,15 @@ void frmCSFDFind::NactiSeznamFilmu() {
         row.setSubItem(1, film.path);
     }
     if (!list.hasSelectedItem() && list.count() > 0) list.select(list.itemAt(0));
+    // Enter goes on with the film; in the search box it would find all of them once more.
+    if (!films.empty()) list.setFocus();
     showStage(u"Počet nalezených záznamů: "_s + QString::number(list.count()));
 }
 
 void frmCSFDFind::readSelected() {
     try {
         csfd::nactiDetail(sites_, buffers_, *this);
+        ui_->cmdInsertData->setFocus();
     } catch (const RuntimeError& failure) {
         // Only this reading ends: the film that is being entered behind this window must not be lost.
         MsgBox(u"Chyba číslo %1:\n%2"_s.arg(failure.number()).arg(failure.description()), boxStyle::critical);

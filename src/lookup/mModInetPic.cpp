@@ -14,7 +14,7 @@ namespace {
 QString fetchPicture(const QString& url, const QString& address,
                      const std::function<void(const QString& path)>& show) {
     constexpr qsizetype suffix = 3;
-    const QString path = paths::inProgramFolder(QString(u"\\data\\webnahl."_s + address.right(suffix)));
+    QString path = paths::inProgramFolder(QString(u"\\data\\webnahl."_s + address.right(suffix)));
     if (!StahniSoubor(url, path)) return {};
     show(path);
     return path;

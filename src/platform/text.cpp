@@ -162,10 +162,14 @@ double text::Val(QStringView text) {
     return toDouble(number);
 }
 
-qint32 text::toLong(QStringView text) {
+double text::toNumber(QStringView text) {
     const QByteArray plain = plainNumber(text);
     if (plain.isEmpty()) throw RuntimeError(errors::typeMismatch);
-    const double number = roundToEven(toDouble(plain));
+    return toDouble(plain);
+}
+
+qint32 text::toLong(QStringView text) {
+    const double number = roundToEven(toNumber(text));
     if (!(number >= std::numeric_limits<qint32>::min() && number <= std::numeric_limits<qint32>::max())) {
         throw RuntimeError(errors::overflow);
     }

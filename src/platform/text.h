@@ -41,6 +41,9 @@ bool isNumeric(QStringView text);
 /// beginning. The decimal sign is always the point, whatever the locale.
 double Val(QStringView text);
 
+/// A numeric text (see isNumeric) as a number. @throws RuntimeError 13 when the text is not numeric.
+double toNumber(QStringView text);
+
 /// A numeric text (see isNumeric) as a 32-bit whole number, halves rounded to the even neighbour.
 /// @throws RuntimeError 13 when the text is not numeric, 6 when the number does not fit.
 qint32 toLong(QStringView text);

@@ -9,7 +9,6 @@
 #include "printing/mPrintHTM.h"
 
 using namespace Qt::StringLiterals;
-using filmLists::Kind;
 
 namespace {
 

@@ -34,6 +34,7 @@ constexpr int clientHeight = 4500;
 constexpr qreal historyTitleSize = 9.75;  // points
 
 const QColor titleStrip(82, 122, 190);
+const QColor focusOnStrip(255, 190, 60);
 const QColor historyBack(224, 224, 224);
 
 /// The columns that a row of the list is made of. Looked up once for all rows.
@@ -74,6 +75,8 @@ frmKlienti::frmKlienti(std::shared_ptr<SharedUser> user, QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::frmKlienti>()), user_(std::move(user)) {
     ui_->setupUi(this);
     icons::place(*this);
+    // A dialog stands above its owner on every desktop; this one can be made larger and smaller, too.
+    setWindowFlags(Qt::Dialog | Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint);
     setMinimumSize(twips::toPixels(clientWidth), twips::toPixels(clientHeight));
     for (QWidget* panel : {ui_->picHistorie, ui_->picVratit, ui_->picVypujcit})
         panel->hide();
@@ -88,8 +91,13 @@ frmKlienti::frmKlienti(std::shared_ptr<SharedUser> user, QWidget* parent)
 frmKlienti::~frmKlienti() = default;
 
 void frmKlienti::paintPanels() {
-    for (QFrame* strip : {ui_->Shape1, ui_->Shape2, ui_->Shape3})
+    for (QFrame* strip : {ui_->Shape1, ui_->Shape2, ui_->Shape3}) {
         paintBack(*strip, titleStrip, Qt::white);
+        // The focus is shown in the colour of selections otherwise, which is much like the strip's own.
+        QPalette palette = strip->palette();
+        palette.setColor(QPalette::Highlight, focusOnStrip);
+        strip->setPalette(palette);
+    }
     paintBack(*ui_->picHistorie, historyBack, Qt::black);
     for (QWidget* panel : {ui_->picVratit, ui_->picVypujcit})
         panel->setBackgroundRole(QPalette::Base);

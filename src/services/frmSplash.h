@@ -23,5 +23,5 @@ class frmSplash final : public QDialog {
 
  private:
     std::unique_ptr<Ui::frmSplash> ui_;
-    QTimer Timer1_;
+    QTimer Timer1_{this};
 };

@@ -24,9 +24,8 @@ void ZobrazNapovedu(qint16 kind, const QString& /*window*/) {
         }
         shown = std::make_unique<HelpWindow>(std::move(file)).release();
         shown->setAttribute(Qt::WA_DeleteOnClose);
+        // Help goes with the program and does not keep it alive.
+        shown->setAttribute(Qt::WA_QuitOnClose, false);
     }
-    shown->setWindowState(shown->windowState() & ~Qt::WindowMinimized);
-    shown->show();
-    shown->raise();
-    shown->activateWindow();
+    shown->showContents();
 }

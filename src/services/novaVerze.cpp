@@ -1,5 +1,7 @@
 #include "services/novaVerze.h"
 
+#include <algorithm>
+
 #include "core/mVerze.h"
 #include "lookup/mModInetPic.h"
 #include "platform/codepage.h"
@@ -15,12 +17,10 @@ namespace {
 /// The first field of a comma-separated line.
 QString firstField(const QString& content) {
     if (content.isEmpty()) throw RuntimeError(errors::endOfFile);
-    const QString line = content.trimmed();
-    if (line.startsWith(u'"')) return line.sliced(1).section(u'"', 0, 0);
-    qsizetype end = 0;
-    while (end < line.size() && line[end] != u',' && line[end] != u'\r' && line[end] != u'\n')
-        ++end;
-    return line.first(end);
+    const auto lineEnd = [](QChar c) { return c == u'\r' || c == u'\n'; };
+    const auto end = std::find_if(content.begin(), content.end(), lineEnd);
+    const QString line = text::trim(content.first(end - content.begin()));
+    return line.startsWith(u'"') ? line.section(u'"', 1, 1) : text::trim(line.section(u',', 0, 0));
 }
 
 }  // namespace
@@ -33,7 +33,7 @@ bool isNewer(const QString& version) {
     const QStringList parts = text::split(version, u'-');
     const auto number = [&parts](qsizetype at) {
         if (at >= parts.size()) throw RuntimeError(errors::subscriptOutOfRange);
-        return text::toLong(parts[at]);
+        return text::toNumber(parts[at]);
     };
     if (number(0) > verze::major) return true;
     if (number(1) > verze::minor && number(0) >= verze::major) return true;

@@ -9,7 +9,7 @@ QString newVersionAddress(const Sites& sites);
 
 /// Whether a version such as "1-0-24" is newer than this program's. Numbers behind the one that decides are
 /// not looked at.
-/// @throws RuntimeError 9 when a number that is looked at is missing, 13 or 6 when it is none.
+/// @throws RuntimeError 9 when a number that is looked at is missing, 13 when it is none.
 bool isNewer(const QString& version);
 
 /// Asks the update host for the newest version, keeping its answer in `\data\dvdver.inf`. The answer's first

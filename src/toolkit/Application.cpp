@@ -4,6 +4,7 @@
 #include <QIcon>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QWidget>
 #include <cstdlib>
 
 #include "toolkit/appTitle.h"
@@ -36,8 +37,18 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     }
 }
 
+void Application::followHands(const QObject& receiver, QEvent::Type type) {
+    if (!receiver.isWidgetType()) return;
+    if (type == QEvent::KeyPress) byKeys_ = true;
+    if (type == QEvent::MouseButtonPress) byKeys_ = false;
+    const auto& widget = static_cast<const QWidget&>(receiver);
+    if (byKeys_ && (type == QEvent::KeyPress || (type == QEvent::Show && widget.isWindow())))
+        widget.window()->setAttribute(Qt::WA_KeyboardFocusChange);
+}
+
 bool Application::notify(QObject* receiver, QEvent* event) {
     bool handled = false;
+    followHands(*receiver, event->type());
     guarded([&] { handled = QApplication::notify(receiver, event); });
     return handled;
 }

@@ -35,6 +35,11 @@ class Application : public QApplication {
     /// Returns only when the program is about to end already.
     static void endProgram(const RuntimeError& failure);
 
+    /// Shows where the focus is to whoever works with keys. Qt does so only from the first Tab on, so that
+    /// Enter would press a button that cannot be told from the others.
+    void followHands(const QObject& receiver, QEvent::Type type);
+
+    bool byKeys_ = false;
     WindowOutside outside_;
     QTranslator qtTexts_;
 };

@@ -12,12 +12,12 @@ namespace {
 
 /// Beside the program, or where a system keeps the libraries of one program; else among Qt's own folders.
 QString pluginFile() {
-    const QString name = u"kalvera_browser"_s;
+    QString name = u"kalvera_browser"_s;
     const QDir executable(QCoreApplication::applicationDirPath());
     for (const QString& folder : {u"."_s, u"../lib/kalvera"_s}) {
         for (const QString& file :
              {u"lib"_s + name + u".so"_s, u"lib"_s + name + u".dylib"_s, name + u".dll"_s}) {
-            const QString path = executable.filePath(folder + u'/' + file);
+            QString path = executable.filePath(folder + u'/' + file);
             if (QFile::exists(path)) return path;
         }
     }

@@ -2,6 +2,8 @@
 
 #include <QPainter>
 
+#include "toolkit/shades.h"
+
 namespace {
 
 constexpr int titleLeft = 8;
@@ -22,7 +24,7 @@ void Frame::paintEvent(QPaintEvent* /*event*/) {
         const QRect gap(titleLeft - titleGap, 0, titleWidth + 2 * titleGap, letters.height());
         painter.setClipRegion(QRegion(rect()).subtracted(gap));
     }
-    painter.setPen(palette().color(QPalette::Mid));
+    painter.setPen(shades::line(palette()));
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, top + 0.5, -0.5, -0.5), radius, radius);
     if (titleWidth == 0) return;
     painter.setClipping(false);

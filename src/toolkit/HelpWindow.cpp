@@ -1,13 +1,16 @@
 #include "toolkit/HelpWindow.h"
 
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QSplitter>
 #include <QTabWidget>
 #include <QTextBrowser>
 #include <QToolBar>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
+#include <QWindow>
 
 #include "platform/Outside.h"
 #include "platform/codepage.h"
@@ -44,6 +47,9 @@ class HelpPage final : public QTextBrowser {
 };
 
 constexpr int pageRole = Qt::UserRole;
+constexpr int contentsWidth = 240;
+constexpr int pageWidth = 800;
+constexpr int windowHeight = 680;
 
 }  // namespace
 
@@ -54,24 +60,26 @@ HelpWindow::HelpWindow(std::unique_ptr<ChmFile> file, QWidget* parent)
     page_ = std::make_unique<HelpPage>(*file_).release();
     page_->setAccessibleName(u"Stránka nápovědy"_s);
     page_->document()->setDocumentMargin(12);
-    auto* tabs = std::make_unique<QTabWidget>().release();
+    trees_ = std::make_unique<QTabWidget>().release();
     auto* split = std::make_unique<QSplitter>().release();
-    split->addWidget(tabs);
+    split->addWidget(trees_);
     split->addWidget(page_);
     setCentralWidget(split);
     contents_ = addTree(u"Obsah"_s, file_->contents());
-    tabs->addTab(contents_, u"Obsah"_s);
-    tabs->addTab(addTree(u"Rejstřík"_s, file_->index()), u"Rejstřík"_s);
+    trees_->addTab(contents_, u"Obsah"_s);
+    trees_->addTab(addTree(u"Rejstřík"_s, file_->index()), u"Rejstřík"_s);
     contents_->expandAll();
-    resize(900, 640);
-    split->setSizes({250, 650});
+    // Wide enough for a picture of the main window beside the contents.
+    resize(QSize(contentsWidth + pageWidth, windowHeight).boundedTo(screen()->availableSize()));
+    split->setSizes({contentsWidth, pageWidth});
 
     QToolBar* bar = addToolBar(u"Procházení"_s);
     bar->setMovable(false);
     bar->setContextMenuPolicy(Qt::PreventContextMenu);
-    QAction* back = bar->addAction(u"Zpět"_s, page_, &QTextBrowser::backward);
+    bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    QAction* back = bar->addAction(icons::named(u"back"_s), u"Zpět"_s, page_, &QTextBrowser::backward);
     back->setShortcut(QKeySequence::Back);
-    QAction* forward = bar->addAction(u"Vpřed"_s, page_, &QTextBrowser::forward);
+    QAction* forward = bar->addAction(icons::named(u"forward"_s), u"Vpřed"_s, page_, &QTextBrowser::forward);
     forward->setShortcut(QKeySequence::Forward);
     back->setEnabled(false);
     forward->setEnabled(false);
@@ -105,8 +113,16 @@ QTreeWidget* HelpWindow::addTree(const QString& name, const std::vector<ChmFile:
     return tree.release();
 }
 
-void HelpWindow::followPage() {
-    const QString path = page_->source().path();
+void HelpWindow::showContents() {
+    trees_->setCurrentWidget(contents_);
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+}
+
+void HelpWindow::followPage(const QUrl& page) {
+    const QString path = page.path();
     if (contents_->currentItem() != nullptr && contents_->currentItem()->data(0, pageRole).toString() == path)
         return;
     for (QTreeWidgetItemIterator at(contents_); *at != nullptr; ++at) {
@@ -115,6 +131,13 @@ void HelpWindow::followPage() {
         contents_->setCurrentItem(*at);
         return;
     }
+}
+
+bool HelpWindow::event(QEvent* event) {
+    // A window that belongs to the modal one is not blocked by it.
+    if (event->type() == QEvent::WindowBlocked && windowHandle() != nullptr)
+        windowHandle()->setTransientParent(QGuiApplication::modalWindow());
+    return QMainWindow::event(event);
 }
 
 void HelpWindow::keyPressEvent(QKeyEvent* event) {

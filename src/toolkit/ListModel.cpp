@@ -2,10 +2,13 @@
 
 #include <QCollatorSortKey>
 #include <QColor>
+#include <QGuiApplication>
+#include <QPalette>
 #include <algorithm>
 
 #include "platform/collation.h"
 #include "platform/errors.h"
+#include "toolkit/shades.h"
 
 ListModel::ListModel(QObject* parent) : QAbstractTableModel(parent) {}
 
@@ -186,8 +189,9 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
         const Colour colour = this->colour(item);
         // Black is what the desktop shows text in, which need not be black where it is dark.
         if (colour == 0) return {};
-        return QColor(static_cast<int>(colour & 0xFF), static_cast<int>((colour >> 8) & 0xFF),
-                      static_cast<int>((colour >> 16) & 0xFF));
+        const QColor given(static_cast<int>(colour & 0xFF), static_cast<int>((colour >> 8) & 0xFF),
+                           static_cast<int>((colour >> 16) & 0xFF));
+        return shades::readable(given, QGuiApplication::palette().color(QPalette::Base));
     }
     return {};
 }

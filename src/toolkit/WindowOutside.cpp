@@ -1,9 +1,12 @@
 #include "toolkit/WindowOutside.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileIconProvider>
+#include <QGridLayout>
 #include <QMessageBox>
 #include <QPrinter>
 #include <QPrinterInfo>
@@ -14,6 +17,8 @@
 #include "toolkit/WaitCursor.h"
 #include "toolkit/appTitle.h"
 #include "toolkit/pagePrinter.h"
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -40,11 +45,34 @@ QWidget* windowOf(QObject* owner) {
     return widget != nullptr ? widget : QApplication::activeWindow();
 }
 
+/// A title can tell what the text does not, so it must not be cut off; the text alone decides the width.
+void widenForTitle(QMessageBox& box) {
+    constexpr int iconAndButtons = 140;  // pixels, what a desktop puts beside the title
+    QFont bold = box.font();
+    bold.setBold(true);
+    const int width = QFontMetrics(bold).horizontalAdvance(box.windowTitle()) + iconAndButtons;
+    auto* grid = qobject_cast<QGridLayout*>(box.layout());
+    if (grid == nullptr) return;
+    auto* spacer = new QSpacerItem(width, 0, QSizePolicy::Minimum, QSizePolicy::Minimum);
+    grid->addItem(spacer, grid->rowCount(), 0, 1, grid->columnCount());
+}
+
+/// Kinds of files in Czech, which Qt's own dialog has in English only.
+class CzechKinds final : public QFileIconProvider {
+ public:
+    QString type(const QFileInfo& file) const override {
+        if (file.isDir()) return u"Složka"_s;
+        return file.suffix().isEmpty() ? u"Soubor"_s : u"Soubor "_s + file.suffix().toUpper();
+    }
+};
+
 /// Runs a file dialog; "" when cancelled.
 QString ask(QFileDialog& dialog, const FileDialogRequest& request) {
     dialog.setNameFilter(request.filterName.contains(request.pattern)
                              ? request.filterName
                              : request.filterName + QStringLiteral(" (%1)").arg(request.pattern));
+    CzechKinds kinds;
+    dialog.setIconProvider(&kinds);
     dialog.setDefaultSuffix(request.defaultExtension);
     if (dialog.exec() != QDialog::Accepted) return {};
     return QDir::toNativeSeparators(dialog.selectedFiles().value(0));
@@ -58,6 +86,10 @@ BoxAnswer WindowOutside::messageBox(const QString& text, int style, const QStrin
                     question ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok, windowOf(owner));
     // Titles of films may hold what looks like markup.
     box.setTextFormat(Qt::PlainText);
+    widenForTitle(box);
+    // Those of the desktop are of another style than the program's.
+    for (QAbstractButton* button : box.buttons())
+        button->setIcon({});
     if (question) {
         box.setDefaultButton(QMessageBox::Yes);
         box.setEscapeButton(QMessageBox::No);

@@ -9,7 +9,7 @@ namespace keys {
 
 bool isEnter(const QKeyEvent& event);
 
-/// Presses the focused button on Enter. @return whether it did.
+/// Presses the focused button on Enter; boxes to tick are none. @return whether it did.
 bool pressFocusedButton(const QWidget& window, const QKeyEvent& event);
 
 }  // namespace keys

@@ -20,11 +20,21 @@ TEST_F(NovaVerzeTest, VersionsAreComparedByTheNumbersThatDecide) {
     const struct {
         QByteArray answer;
         bool newer;
-    } cases[] = {
-        {"1-0-23", false},      {"1-0-24", true},          {"1-1-0", true},        {"2-0-0", true},
-        {"0-9-99", false},      {"0-1-24", false},         {"2-x", true},          {"2", true},
-        {"1-1", true},          {"1-0-24,poznámka", true}, {"\"1-0-24\",x", true}, {"1-0-23\r\n9-9-9", false},
-        {"  1-0-24 \r\n", true}};
+    } cases[] = {{"1-0-23", false},
+                 {"1-0-24", true},
+                 {"1-1-0", true},
+                 {"2-0-0", true},
+                 {"0-9-99", false},
+                 {"0-1-24", false},
+                 {"2-x", true},
+                 {"2", true},
+                 {"1-1", true},
+                 {"1-0-24,poznámka", true},
+                 {"\"1-0-24\",x", true},
+                 {"1-0-23\r\n9-9-9", false},
+                 {"1-0-99999999999", true},
+                 {"\"1-0-24", true},
+                 {"  1-0-24 \r\n", true}};
     for (const auto& [answer, newer] : cases) {
         outside.pages[address] = answer;
         EXPECT_EQ(JeNovaVerze(sites), newer) << answer.toStdString();
@@ -38,8 +48,8 @@ TEST_F(NovaVerzeTest, AnAnswerThatIsNoVersionIsAFailureAndNoAnswerIsNoVersion) {
     const struct {
         QByteArray answer;
         qint32 failure;
-    } cases[] = {{"1-0", 9}, {"1", 9}, {"<html>", 13}, {"1-x-1", 13}, {"1-0-99999999999", 6},
-                 {"", 62},   {",", 9}};
+    } cases[] = {{"1-0", 9}, {"1", 9}, {"<html>", 13},    {"1-x-1", 13},
+                 {"", 62},   {",", 9}, {"\r\n1-0-24", 9}, {"\"\"", 9}};
     for (const auto& [answer, failure] : cases) {
         outside.pages[address] = answer;
         EXPECT_EQ(failureOf([&] { JeNovaVerze(sites); }), failure) << answer.toStdString();

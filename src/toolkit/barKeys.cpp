@@ -1,0 +1,40 @@
+#include "toolkit/barKeys.h"
+
+#include <QKeyEvent>
+#include <QToolButton>
+
+#include "toolkit/keys.h"
+
+namespace {
+
+class BarKeys final : public QObject {
+ public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress) return false;
+        auto* button = qobject_cast<QToolButton*>(watched);
+        const auto& key = static_cast<const QKeyEvent&>(*event);
+        if (button == nullptr) return false;
+        if (keys::isEnter(key)) {
+            // A key held down is one press.
+            if (!key.isAutoRepeat()) button->click();
+            return true;
+        }
+        if (button->menu() == nullptr || (key.key() != Qt::Key_Down && key.key() != Qt::Key_Menu))
+            return false;
+        button->showMenu();
+        return true;
+    }
+};
+
+}  // namespace
+
+void barKeys::install(QToolBar& bar) {
+    auto* filter = new BarKeys(&bar);
+    for (QToolButton* button : bar.findChildren<QToolButton*>()) {
+        button->setFocusPolicy(Qt::TabFocus);
+        button->installEventFilter(filter);
+    }
+    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): the bar owns it, whether it has buttons or not
+}
