@@ -115,10 +115,10 @@ void frmMaster::buildToolBars() {
     addMenuButton(ui_->Toolbar1, ui_->keyPrint, ui_->keyFind,
                   {ui_->KeyFindCZ, ui_->KeyFindPUV, ui_->KeyFindKATNUM});
     addMenuButton(ui_->Toolbar1, ui_->keyPrint, ui_->SortCZName, {ui_->SortCZNameEntry, ui_->SortKatNum});
-    for (QToolBar* bar : {ui_->Toolbar2, ui_->tbDisk, ui_->Toolbar1}) {
+    const QList<QToolBar*> bars = {ui_->Toolbar2, ui_->tbDisk, ui_->Toolbar1};
+    for (QToolBar* bar : bars)
         tips::onlyOwn(*bar);
-        barKeys::install(*bar);
-    }
+    barKeys::install(bars);
 }
 
 void frmMaster::connectCommands() {

@@ -30,11 +30,17 @@ class BarKeys final : public QObject {
 
 }  // namespace
 
-void barKeys::install(QToolBar& bar) {
-    auto* filter = new BarKeys(&bar);
-    for (QToolButton* button : bar.findChildren<QToolButton*>()) {
-        button->setFocusPolicy(Qt::TabFocus);
-        button->installEventFilter(filter);
+void barKeys::install(const QList<QToolBar*>& bars) {
+    QWidget* before = nullptr;
+    for (QToolBar* bar : bars) {
+        auto* filter = new BarKeys(bar);
+        for (QAction* action : bar->actions()) {
+            auto* button = qobject_cast<QToolButton*>(bar->widgetForAction(action));
+            if (button == nullptr) continue;
+            button->setFocusPolicy(Qt::TabFocus);
+            button->installEventFilter(filter);
+            if (before != nullptr) QWidget::setTabOrder(before, button);
+            before = button;
+        }
     }
-    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): the bar owns it, whether it has buttons or not
 }
