@@ -30,7 +30,7 @@ class HelpPage final : public QTextBrowser {
             if (link.scheme().startsWith(u"http")) {
                 Outside::current().openWithDesktop(link.toString());
             } else {
-                setSource(link);
+                setSource(source().resolved(link));
             }
         });
     }
@@ -125,7 +125,8 @@ void HelpWindow::followPage(const QUrl& page) {
     const QString path = page.path();
     if (contents_->currentItem() != nullptr && contents_->currentItem()->data(0, pageRole).toString() == path)
         return;
-    for (QTreeWidgetItemIterator at(contents_); *at != nullptr; ++at) {
+    // A chapter shows the page of its first line, which is the one to select.
+    for (QTreeWidgetItemIterator at(contents_, QTreeWidgetItemIterator::NoChildren); *at != nullptr; ++at) {
         if ((*at)->data(0, pageRole).toString() != path) continue;
         const QSignalBlocker quiet(contents_);
         contents_->setCurrentItem(*at);

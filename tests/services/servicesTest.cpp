@@ -4,10 +4,12 @@
 #include <QFile>
 #include <QLabel>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTest>
 #include <QTextBrowser>
 #include <QTimer>
 #include <QTreeWidget>
+#include <QWindow>
 
 #include "catalogue/frmMaster.h"
 #include "core/mFunction.h"
@@ -49,8 +51,12 @@ TEST_F(ServicesTest, TheSplashEndsByAKeyOrByItsTimer) {
     QTest::keyClick(&splash, Qt::Key_A);
     EXPECT_FALSE(splash.isVisible());
     splash.show();
-    for (QTimer* timer : splash.findChildren<QTimer*>(u"Timer1"_s))
-        EXPECT_EQ(timer->interval(), 5000);
+    auto* timer = splash.findChild<QTimer*>(u"Timer1"_s);
+    ASSERT_NE(timer, nullptr);
+    EXPECT_EQ(timer->interval(), 5000);
+    EXPECT_TRUE(timer->isActive());
+    emit timer->timeout({});
+    EXPECT_FALSE(splash.isVisible());
 }
 
 TEST_F(ServicesTest, TheOfferOfANewVersionIsStoredAtEachClosing) {
@@ -70,6 +76,19 @@ TEST_F(ServicesTest, TheOfferOfANewVersionIsStoredAtEachClosing) {
         EXPECT_EQ(storedOffer(), stored);
     }
     EXPECT_EQ(outside.opened, QStringList(2, u"http://update/podpora/files/setupupgrade.exe"_s));
+}
+
+TEST_F(ServicesTest, EnterNeverTicksTheOfferAway) {
+    frmNewVersion window(sites);
+    window.show();
+    auto* box = window.findChild<QCheckBox*>();
+    QTest::keyClick(box, Qt::Key_Return);
+    EXPECT_FALSE(box->isChecked());
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(storedOffer(), u"A"_s);
 }
 
 TEST_F(ServicesTest, TheMenuAsksForANewVersionWhateverTheSettingIs) {
@@ -117,14 +136,53 @@ TEST_F(ServicesTest, TheHelpOpensAtItsContentsAndOnlyOnce) {
     ASSERT_GT(contents->topLevelItem(1)->childCount(), 0);
     EXPECT_EQ(page->source().path(), u"/uvod.html"_s);
     EXPECT_GT(page->toPlainText().size(), 200);
-    QTest::keyClick(contents, Qt::Key_Down);
-    EXPECT_NE(page->source().path(), u"/uvod.html"_s);
-    EXPECT_GT(page->toPlainText().size(), 200);
+    for (int step = 0; step < 8; ++step) {
+        const QTreeWidgetItem* next = contents->itemBelow(contents->currentItem());
+        QTest::keyClick(contents, Qt::Key_Down);
+        ASSERT_EQ(contents->currentItem(), next);
+        EXPECT_EQ(page->source().path(), next->data(0, Qt::UserRole).toString());
+        EXPECT_GT(page->toPlainText().size(), 200);
+    }
     page->backward();
-    EXPECT_EQ(contents->currentItem(), contents->topLevelItem(0));
+    EXPECT_EQ(page->source().path(), contents->currentItem()->data(0, Qt::UserRole).toString());
+    contents->setCurrentItem(contents->topLevelItem(0));
+    EXPECT_EQ(page->source().path(), u"/uvod.html"_s);
+    emit page->anchorClicked(QUrl(u"modul.html"_s));
+    EXPECT_EQ(contents->currentItem()->text(0), u"Modul výpůjček"_s);
+    auto* trees = help->findChild<QTabWidget*>();
+    trees->setCurrentIndex(1);
+    ZobrazNapovedu(1, u"Main"_s);
+    EXPECT_EQ(trees->currentIndex(), 0);
     QTest::keyClick(help, Qt::Key_Escape);
     EXPECT_FALSE(help->isVisible());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+TEST_F(ServicesTest, TheHelpIsThereBesideAModalWindowAndGoesWithTheLastOne) {
+    ASSERT_TRUE(QFile::copy(QStringLiteral(KALVERA_HELP), CestaNapovedy(1)));
+    ZobrazNapovedu(1, u"Main"_s);
+    HelpWindow* help = openHelp();
+    ASSERT_NE(help, nullptr);
+    auto* contents = help->findChild<QTreeWidget*>(u"Obsah"_s);
+    {
+        frmAbout about;
+        QTimer::singleShot(0, &about, [&] {
+            // By way of the window, as real keys come.
+            contents->setFocus();
+            QTest::keyClick(help->windowHandle(), Qt::Key_Down);
+            about.close();
+        });
+        about.exec();
+    }
+    EXPECT_NE(contents->currentItem(), contents->topLevelItem(0));
+    EXPECT_TRUE(help->isVisible());
+    frmAbout last;
+    last.show();
+    QTimer::singleShot(0, &last, &QWidget::close);
+    QTimer::singleShot(10000, &last, [] { QApplication::exit(1); });
+    EXPECT_EQ(QApplication::exec(), 0);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(openHelp(), nullptr);
 }
 
 TEST_F(ServicesTest, CaptionsAreFullyReadable) {

@@ -110,6 +110,21 @@ TEST_F(RoadTest, AnUpdateHostThatDoesNotAnswerKeepsNothingFromTheScreen) {
     end(master, *program);
 }
 
+TEST_F(RoadTest, TheUpdateHostIsAskedForTheExactSettingOnlyAndTheSplashEndsByItself) {
+    const QString question = sites.update + u"/podpora/files/dvdkalver.asp"_s;
+    serve(question, u"1-0-23"_s);
+    for (const QString& setting : {u"N"_s, u"a"_s, u""_s, u"A"_s}) {
+        SCOPED_TRACE(setting.toStdString());
+        settings().setValue(u"Settings/ShowNewVer"_s, setting);
+        // Once without a key.
+        const auto program = setting == u"A" ? screen.start(folder() + u"/kalvera"_s, folder()) : start();
+        const QString master = screen.waitForWindow(mainWindow);
+        ASSERT_FALSE(master.isEmpty());
+        end(master, *program);
+        EXPECT_EQ(web.targets(), setting == u"A" ? QStringList{question} : QStringList());
+    }
+}
+
 TEST_F(RoadTest, AnAnswerThatIsNoVersionEndsTheProgramOverItsMainWindow) {
     serve(sites.update + u"/podpora/files/dvdkalver.asp"_s, u"<html>Not found</html>"_s);
     const auto program = start();
