@@ -67,8 +67,11 @@ void frmCSFDFind::keyPressEvent(QKeyEvent* event) {
     if (keys::pressFocusedButton(*this, *event)) return;
     if (!keys::isEnter(*event)) return QDialog::keyPressEvent(event);
     // In a field of data Enter does nothing: it must not start another search.
-    if (focusWidget() == ui_->Text1) ui_->Command1->click();
-    if (focusWidget() == ui_->lvwSeznam) ui_->Command2->click();
+    if (event->isAutoRepeat()) return;
+    // A search that finds films hands the focus on to the list.
+    const QWidget* const pressed = focusWidget();
+    if (pressed == ui_->Text1) ui_->Command1->click();
+    if (pressed == ui_->lvwSeznam) ui_->Command2->click();
 }
 
 void frmCSFDFind::reject() {

@@ -172,7 +172,7 @@ void frmNetFind::showProgress(int progress, int maximum) {
 void frmNetFind::keyPressEvent(QKeyEvent* event) {
     if (keys::pressFocusedButton(*this, *event)) return;
     if (!keys::isEnter(*event)) return QDialog::keyPressEvent(event);
-    if (focusWidget() == ui_->List1) ui_->cmdDataGet->click();
+    if (focusWidget() == ui_->List1 && !event->isAutoRepeat()) ui_->cmdDataGet->click();
 }
 
 void frmNetFind::reject() {

@@ -16,6 +16,7 @@
 #include "platform/errors.h"
 #include "toolkit/WaitCursor.h"
 #include "toolkit/appTitle.h"
+#include "toolkit/icons.h"
 #include "toolkit/pagePrinter.h"
 
 using namespace Qt::StringLiterals;
@@ -25,18 +26,23 @@ namespace {
 constexpr int iconMask = 0x70;
 constexpr int buttonsMask = 0x0F;
 
-QMessageBox::Icon iconOf(int style) {
+struct BoxIcon {
+    QMessageBox::Icon kind;  ///< for the desktop's sounds and for readers of the screen
+    const char* name;
+};
+
+BoxIcon iconOf(int style) {
     switch (style & iconMask) {
         case boxStyle::critical:
-            return QMessageBox::Critical;
+            return {QMessageBox::Critical, "box-critical"};
         case boxStyle::question:
-            return QMessageBox::Question;
+            return {QMessageBox::Question, "box-question"};
         case boxStyle::exclamation:
-            return QMessageBox::Warning;
+            return {QMessageBox::Warning, "box-exclamation"};
         case boxStyle::information:
-            return QMessageBox::Information;
+            return {QMessageBox::Information, "box-information"};
         default:
-            return QMessageBox::NoIcon;
+            return {QMessageBox::NoIcon, nullptr};
     }
 }
 
@@ -82,12 +88,18 @@ QString ask(QFileDialog& dialog, const FileDialogRequest& request) {
 
 BoxAnswer WindowOutside::messageBox(const QString& text, int style, const QString& title, QObject* owner) {
     const bool question = (style & buttonsMask) == boxStyle::yesNo;
-    QMessageBox box(iconOf(style), title.isEmpty() ? appTitle() : title, text,
+    const BoxIcon icon = iconOf(style);
+    QMessageBox box(icon.kind, title.isEmpty() ? appTitle() : title, text,
                     question ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok, windowOf(owner));
     // Titles of films may hold what looks like markup.
     box.setTextFormat(Qt::PlainText);
     widenForTitle(box);
     // Those of the desktop are of another style than the program's.
+    if (icon.name != nullptr) {
+        constexpr int size = 40;  // pixels
+        box.setIconPixmap(
+            icons::named(QString::fromLatin1(icon.name)).pixmap(QSize(size, size), box.devicePixelRatio()));
+    }
     for (QAbstractButton* button : box.buttons())
         button->setIcon({});
     if (question) {
