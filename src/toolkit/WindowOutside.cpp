@@ -7,6 +7,7 @@
 #include <QFileDialog>
 #include <QFileIconProvider>
 #include <QGridLayout>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPrinter>
 #include <QPrinterInfo>
@@ -27,7 +28,7 @@ constexpr int iconMask = 0x70;
 constexpr int buttonsMask = 0x0F;
 
 struct BoxIcon {
-    QMessageBox::Icon kind;  ///< for the desktop's sounds and for readers of the screen
+    QMessageBox::Icon kind;  ///< for the desktop's sounds
     const char* name;
 };
 
@@ -94,11 +95,13 @@ BoxAnswer WindowOutside::messageBox(const QString& text, int style, const QStrin
     // Titles of films may hold what looks like markup.
     box.setTextFormat(Qt::PlainText);
     widenForTitle(box);
-    // Those of the desktop are of another style than the program's.
-    if (icon.name != nullptr) {
+    // Those of the desktop are of another style than the program's. The box keeps its kind, which
+    // setIconPixmap would take from it.
+    if (auto* label = box.findChild<QLabel*>(u"qt_msgboxex_icon_label"_s);
+        label != nullptr && icon.name != nullptr) {
         constexpr int size = 40;  // pixels
-        box.setIconPixmap(
-            icons::named(QString::fromLatin1(icon.name)).pixmap(QSize(size, size), box.devicePixelRatio()));
+        const QIcon drawn = icons::named(QString::fromLatin1(icon.name));
+        label->setPixmap(drawn.pixmap(QSize(size, size), box.devicePixelRatio()));
     }
     for (QAbstractButton* button : box.buttons())
         button->setIcon({});
