@@ -6,11 +6,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-class SharedDatabaseTest : public TemporaryProgram {};
-
-}  // namespace
+using SharedDatabaseTest = TemporaryProgram;
 
 TEST_F(SharedDatabaseTest, AnOperationOpensWorksAndLeavesNothingBehind) {
     OpenDB();
@@ -62,10 +58,4 @@ TEST_F(SharedDatabaseTest, AFailureStillPendingBehindTheOpeningIsShown) {
     ASSERT_EQ(outside.boxes.size(), 1);
     EXPECT_EQ(outside.boxes[0],
               (ScriptedOutside::Box{errors::description(errors::typeMismatch), 0, QString()}));
-}
-
-TEST_F(SharedDatabaseTest, OnlyNullBecomesEmptyText) {
-    EXPECT_EQ(NullNaText(DbValue()), u""_s);
-    EXPECT_EQ(NullNaText(DbValue(12)), u"12"_s);
-    EXPECT_EQ(NullNaText(DbValue(u" x "_s)), u" x "_s);
 }

@@ -1,6 +1,5 @@
 #include <QComboBox>
 
-#include "core/mChyba.h"
 #include "core/mDialog.h"
 #include "core/mFunction.h"
 #include "core/mFunctionList.h"
@@ -10,11 +9,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-class SharedFunctionsTest : public TemporaryProgram {};
-
-}  // namespace
+using SharedFunctionsTest = TemporaryProgram;
 
 TEST_F(SharedFunctionsTest, AnEntryIsFoundByItsItemData) {
     QComboBox combo;
@@ -23,22 +18,10 @@ TEST_F(SharedFunctionsTest, AnEntryIsFoundByItsItemData) {
     combo.addItem(u"pět"_s, 5);
     combo.addItem(u"nula"_s, 0);
     combo.addItem(u"znovu pět"_s, 5);
-    const struct {
-        DbValue value;
-        qint16 index;
-    } cases[] = {{5, 1}, {u"5"_s, 1}, {0, 2}, {6, 9}, {DbValue(), 9}};
+    const std::pair<DbValue, qint16> cases[] = {{5, 1}, {u"5"_s, 1}, {0, 2}, {6, 9}, {DbValue(), 9}};
     for (const auto& [value, index] : cases)
         EXPECT_EQ(NajdiItemData(*combo.model(), value, 9), index);
     EXPECT_EQ(failureOf([&] { NajdiItemData(*combo.model(), u"pět"_s, 9); }), errors::typeMismatch);
-}
-
-TEST_F(SharedFunctionsTest, TheLanguageOfAFilmHasThreeWords) {
-    const struct {
-        qint32 jazyk;
-        QString word;
-    } cases[] = {{0, u"Česky"_s}, {1, u"CZ Titulky"_s}, {2, u"Neuvedeno"_s}, {-1, u"Neuvedeno"_s}};
-    for (const auto& [jazyk, word] : cases)
-        EXPECT_EQ(JazykText(jazyk), word);
 }
 
 TEST_F(SharedFunctionsTest, PictureDialogsStartWhereTheSettingsSay) {
@@ -57,11 +40,6 @@ TEST_F(SharedFunctionsTest, PictureDialogsStartWhereTheSettingsSay) {
         EXPECT_EQ(request.filterName + request.pattern + request.defaultExtension,
                   u"JPEG Obrazek (*.jpg)*.jpgjpg"_s);
     }
-}
-
-TEST_F(SharedFunctionsTest, AnApplicationErrorTellsTextAndPlace) {
-    ChybaAplikace(u"Stalo se"_s, u"zde"_s);
-    EXPECT_EQ(outside.boxes.value(0), (ScriptedOutside::Box{u"Stalo se\n\nzde"_s, 16, u"Chyba aplikace:"_s}));
 }
 
 TEST_F(SharedFunctionsTest, AWholeRowTakesTheColour) {

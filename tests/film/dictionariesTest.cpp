@@ -1,5 +1,4 @@
 #include <QFile>
-#include <QLabel>
 #include <QScrollBar>
 
 #include "film/dictionaryFixture.h"
@@ -16,30 +15,19 @@ struct Dictionary {
     std::unique_ptr<DictionaryList> (*maker)();
     const char* fill;
     const char* records;
-    QString listCaption;
-    QString recordCaption;
-    QStringList tips;
 
     friend void PrintTo(const Dictionary& dictionary, std::ostream* out) { *out << dictionary.name; }
 };
 
 const Dictionary dictionaries[] = {
-    {"Genres",
-     make<frmZanry>,
+    {"Genres", make<frmZanry>,
      "DELETE FROM tZanr;"
      "INSERT INTO tZanr (ZID, ZNAME) VALUES (3, 'Western'), (40, 'Čaroděj'), (12, 'Akční')",
-     "SELECT group_concat(ZID || ZNAME) FROM tZanr",
-     u"Žánry - číselník"_s,
-     u"Žánr"_s,
-     {u"Přidá nový záznam"_s, u"Upraví aktuální záznam"_s}},
-    {"Departments",
-     make<frmOddeleniList>,
+     "SELECT group_concat(ZID || ZNAME) FROM tZanr"},
+    {"Departments", make<frmOddeleniList>,
      "DELETE FROM tOddeleni;"
      "INSERT INTO tOddeleni (ODID, OdJm) VALUES (3, 'Western'), (40, 'Čaroděj'), (12, 'Akční')",
-     "SELECT group_concat(ODID || OdJm) FROM tOddeleni",
-     u"Oddělení  - číselník"_s,
-     u"Oddělení"_s,
-     {{}, {}}},
+     "SELECT group_concat(ODID || OdJm) FROM tOddeleni"},
 };
 
 class DictionariesTest : public DictionaryTest, public testing::WithParamInterface<Dictionary> {
@@ -67,28 +55,16 @@ class DepartmentsTest : public DictionaryTest {
 TEST_P(DictionariesTest, TheListShowsAllRecordsInTheOrderOfTheDatabase) {
     EXPECT_EQ(rows(), QStringList({u"Z3||3|Western"_s, u"Z12||12|Akční"_s, u"Z40||40|Čaroděj"_s}));
     EXPECT_EQ(list().selectedItem().key(), u"Z3"_s);
-    EXPECT_EQ(window().windowTitle(), GetParam().listCaption);
-    EXPECT_FALSE(window().isModal());
-    EXPECT_EQ(list().model()->headerData(0, Qt::Horizontal).toString(), u"ID"_s);
-    EXPECT_EQ(list().model()->headerData(1, Qt::Horizontal).toString(), u"Název Žánru"_s);
-    EXPECT_EQ(list().columnWidthInTwips(0), 600);
-    EXPECT_EQ(list().columnWidthInTwips(1), 4000);
     EXPECT_GE(list().viewport()->width() - list().verticalScrollBar()->sizeHint().width(),
               list().columnWidth(0) + list().columnWidth(1));
-    EXPECT_EQ(QStringList({button(u"Command1"_s).toolTip(), button(u"Command3"_s).toolTip()}),
-              GetParam().tips);
-    EXPECT_EQ(button(u"Command1"_s).accessibleName(), u"Přidat"_s);
-    EXPECT_EQ(button(u"Command3"_s).accessibleName(), u"Upravit"_s);
 }
 
 TEST_P(DictionariesTest, ANewRecordIsStoredAndListedUnderAKeyOfItsOwn) {
-    click(u"Command1"_s, [&](const RecordWindow& record) {
-        EXPECT_EQ(record.window.windowTitle(), GetParam().recordCaption);
-        EXPECT_EQ(record.window.findChild<QLabel*>(u"Label1"_s)->text(), u"Název:"_s);
+    edit("Command1", [&](const RecordWindow& record) {
         EXPECT_TRUE(record.name.text().isEmpty());
         EXPECT_TRUE(record.name.hasFocus());
         record.type(u"Žížala \"O'Hara\""_s);
-        record.click(u"cmdSave"_s);
+        click(record.window, "cmdSave");
     });
     EXPECT_EQ(stored(), u"3Western,12Akční,40Čaroděj,41Žížala \"O'Hara\""_s);
     EXPECT_EQ(rows().value(3), u"Z41||41|Žížala \"O'Hara\""_s);
@@ -96,7 +72,7 @@ TEST_P(DictionariesTest, ANewRecordIsStoredAndListedUnderAKeyOfItsOwn) {
 }
 
 TEST_P(DictionariesTest, ANameBelowThreeLettersIsRefusedUntilItIsCorrected) {
-    click(u"Command1"_s, [&](const RecordWindow& record) {
+    edit("Command1", [&](const RecordWindow& record) {
         for (const QString& refused : {u""_s, u"ab"_s, u"    "_s, u"  ab   "_s}) {
             outside.boxes.clear();
             record.type(refused);
@@ -117,7 +93,7 @@ TEST_P(DictionariesTest, ANameBelowThreeLettersIsRefusedUntilItIsCorrected) {
 
 TEST_P(DictionariesTest, TheSelectedRecordIsRenamed) {
     list().select(list().item(u"Z12"_s));
-    click(u"Command3"_s, [](const RecordWindow& record) {
+    edit("Command3", [](const RecordWindow& record) {
         EXPECT_EQ(record.name.text(), u"Akční"_s);
         record.type(u"Akční a válečný"_s);
         record.press(Qt::Key_Return);
@@ -125,20 +101,20 @@ TEST_P(DictionariesTest, TheSelectedRecordIsRenamed) {
     EXPECT_EQ(stored(), u"3Western,12Akční a válečný,40Čaroděj"_s);
     EXPECT_EQ(rows().value(1), u"Z12||12|Akční a válečný"_s);
     list().select(list().item(u"Z40"_s));
-    click(u"Command3"_s, [](const RecordWindow& record) {
+    edit("Command3", [](const RecordWindow& record) {
         EXPECT_EQ(record.name.text(), u"Čaroděj"_s);
         record.press(Qt::Key_Escape);
     });
 }
 
 TEST_P(DictionariesTest, ACancelledRecordChangesNothing) {
-    const Steps cancels[] = {[](const RecordWindow& record) { record.click(u"cmdStorno"_s); },
+    const Steps cancels[] = {[](const RecordWindow& record) { click(record.window, "cmdStorno"); },
                              [](const RecordWindow& record) { record.press(Qt::Key_Escape); },
                              [](const RecordWindow& record) { record.window.close(); }};
     const QStringList before = rows();
-    for (const QString& name : {u"Command1"_s, u"Command3"_s}) {
+    for (const char* name : {"Command1", "Command3"}) {
         for (const Steps& cancel : cancels) {
-            click(name, [&](const RecordWindow& record) {
+            edit(name, [&](const RecordWindow& record) {
                 record.type(u"Zrušený"_s);
                 cancel(record);
             });
@@ -154,7 +130,7 @@ TEST_F(GenresTest, AGenreHasItsColourInBothColumnsAndKeepsItWhenRenamed) {
     for (const int column : {0, 1}) {
         EXPECT_EQ(list().model()->index(0, column).data(Qt::ForegroundRole), QColor(0, 0, 255));
     }
-    click(u"Command3"_s, [](const RecordWindow& record) {
+    edit("Command3", [](const RecordWindow& record) {
         record.type(u"Horor"_s);
         record.press(Qt::Key_Return);
     });
@@ -165,18 +141,18 @@ TEST_F(GenresTest, AGenreHasItsColourInBothColumnsAndKeepsItWhenRenamed) {
 
 TEST_F(GenresTest, ThereIsNothingToEditWithoutGenres) {
     sql("DELETE FROM tZanr");
-    EXPECT_FALSE(button(u"Command3"_s).isEnabled());
+    EXPECT_FALSE(button("Command3").isEnabled());
     add(u"Noir"_s);
-    EXPECT_TRUE(button(u"Command3"_s).isEnabled());
+    EXPECT_TRUE(button("Command3").isEnabled());
     sql("DELETE FROM tZanr");
     window().Refresh_List();
-    EXPECT_FALSE(button(u"Command3"_s).isEnabled());
+    EXPECT_FALSE(button("Command3").isEnabled());
 }
 
 TEST_F(DepartmentsTest, EditingWithoutDepartmentsDoesNothingAndANewOneCanFollow) {
     sql("DELETE FROM tOddeleni");
-    EXPECT_TRUE(button(u"Command3"_s).isEnabled());
-    click(u"Command3"_s);
+    EXPECT_TRUE(button("Command3").isEnabled());
+    click(window(), "Command3");
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
     EXPECT_NE(window().findChild<QDialog*>(u"frmOddel"_s), nullptr);
     add(u"Seriály"_s);
@@ -195,7 +171,7 @@ TEST_F(GenresTest, AListThatCannotBeReadFails) {
 TEST_F(GenresDeathTest, SavingARecordThatIsGoneEndsTheProgram) {
     testing::FLAGS_gtest_death_test_style = "threadsafe";
     const auto saveAfterDeletion = [this] {
-        click(u"Command3"_s, [this](const RecordWindow& record) {
+        edit("Command3", [this](const RecordWindow& record) {
             sql("DELETE FROM tZanr");
             record.press(Qt::Key_Return);
         });

@@ -1,15 +1,10 @@
 #pragma once
 
-#include <QApplication>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
-#include <QTimer>
 #include <QToolButton>
-#include <functional>
 
 #include "film/DictionaryList.h"
 #include "support/TemporaryProgram.h"
+#include "support/windows.h"
 
 inline constexpr int white = 16777215;
 inline constexpr int pink = 13158650;
@@ -23,7 +18,7 @@ inline int backColour(const QLineEdit& field) {
 /// The record window that is open, as the user handles it.
 struct RecordWindow {
     QWidget& window;
-    QLineEdit& name = *window.findChild<QLineEdit*>(QStringLiteral("txtZanr"));
+    QLineEdit& name = control<QLineEdit>(window, "txtZanr");
 
     /// Types a name in place of the former one.
     void type(const QString& text) const {
@@ -31,9 +26,6 @@ struct RecordWindow {
         QTest::sendKeyEvent(QTest::Click, &name, Qt::Key_unknown, text, Qt::NoModifier);
     }
     void press(Qt::Key key) const { QTest::keyClick(&name, key); }
-    void click(const QString& button) const {
-        QTest::mouseClick(window.findChild<QPushButton*>(button), Qt::LeftButton);
-    }
 };
 
 template <typename Window>
@@ -56,28 +48,14 @@ class DictionaryTest : public TemporaryProgram {
         return *window_;
     }
     ListView& list() { return *window().findChild<ListView*>(QStringLiteral("lvwZanr")); }
-    QToolButton& button(const QString& name) { return *window().findChild<QToolButton*>(name); }
+    QToolButton& button(const char* name) { return control<QToolButton>(window(), name); }
 
-    void click(const QString& name) { QTest::mouseClick(&button(name), Qt::LeftButton); }
     /// Clicks a button of the list and goes through the steps in the record window that this opens.
-    void click(const QString& name, const Steps& steps) {
-        bool opened = false;
-        QTimer opening;
-        opening.setSingleShot(true);
-        opening.callOnTimeout(&window(), [&] {
-            QWidget* const record = QApplication::activeModalWidget();
-            ASSERT_NE(record, nullptr);
-            opened = QTest::qWaitForWindowActive(record);
-            steps({*record});
-            EXPECT_FALSE(record->isVisible());
-            record->close();
-        });
-        opening.start(0);
-        click(name);
-        EXPECT_TRUE(opened);
+    void edit(const char* name, const Steps& steps) {
+        inModalWindow([&] { click(window(), name); }, [&](QWidget& record) { steps({record}); });
     }
     void add(const QString& name) {
-        click(QStringLiteral("Command1"), [&](const RecordWindow& record) {
+        edit("Command1", [&](const RecordWindow& record) {
             record.type(name);
             record.press(Qt::Key_Return);
         });

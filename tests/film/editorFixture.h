@@ -1,19 +1,14 @@
 #pragma once
 
 #include <QCheckBox>
-#include <QComboBox>
-#include <QFile>
 #include <QImage>
-#include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
-#include <QPlainTextEdit>
-#include <QPushButton>
 #include <QRadioButton>
 #include <optional>
 
 #include "film/frmDVD.h"
 #include "support/TemporaryProgram.h"
+#include "support/windows.h"
 
 /// The film editor over a catalogue of its own, its controls found by name.
 class EditorTest : public TemporaryProgram {
@@ -32,9 +27,7 @@ class EditorTest : public TemporaryProgram {
 
     template <typename Control>
     Control& control(const char* name) {
-        auto* found = editor().findChild<Control*>(QString::fromLatin1(name));
-        if (found == nullptr) throw std::runtime_error(name);
-        return *found;
+        return ::control<Control>(editor(), name);
     }
     void type(const char* box, const QString& text) { control<QLineEdit>(box).setText(text); }
     QString typed(const char* box) { return control<QLineEdit>(box).text(); }
@@ -47,9 +40,8 @@ class EditorTest : public TemporaryProgram {
     QString picture(const QString& name, const char* format = "JPG", QRgb colour = qRgb(200, 30, 30)) const {
         QImage image(80, 120, QImage::Format_RGB32);
         image.fill(colour);
-        const QString path = folder() + u'/' + name;
-        EXPECT_TRUE(image.save(path, format)) << format;
-        return path;
+        EXPECT_TRUE(image.save(at(name), format)) << format;
+        return at(name);
     }
 
     /// All columns of a film, Null as "-", joined by ";".
@@ -64,13 +56,6 @@ class EditorTest : public TemporaryProgram {
         }
         return values.join(u';');
     }
-
-    static QByteArray content(const QString& path) {
-        QFile file(path);
-        return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray("no file");
-    }
-
-    void closeEditor() { editor_.reset(); }
 
  private:
     std::optional<frmDVD> editor_;

@@ -1,6 +1,5 @@
 #include <QTabBar>
 #include <QTabWidget>
-#include <QTest>
 
 #include "core/mFunction.h"
 #include "film/editorFixture.h"
@@ -27,11 +26,8 @@ TEST_F(FrmDVDTest, AMissingPartOfTheShopLookupIsToldAndLosesNothing) {
     EXPECT_EQ(typed("txtCZName"), u"Čáp"_s);
 }
 
-TEST_F(FrmDVDTest, OpensEmptyAtItsSizeOnTheFirstTab) {
+TEST_F(FrmDVDTest, OpensEmptyOnTheFirstOfItsTabs) {
     open(0);
-    EXPECT_EQ(editor().windowTitle(), u"DVD Film"_s);
-    EXPECT_EQ(editor().size(), QSize(534, 389));
-    EXPECT_EQ(editor().minimumSize(), editor().maximumSize());
     EXPECT_TRUE(control<QWidget>("picTab_0").isVisible());
     EXPECT_FALSE(panel().isVisible());
     EXPECT_EQ(typed("txtDisk"), u"1"_s);
@@ -150,14 +146,11 @@ TEST_F(FrmDVDTest, PicturesOfEveryKindAreShownWhateverTheirNames) {
         press("cmdOpenObalPic");
         EXPECT_FALSE(frame(0).hasPicture());
     }
-    QFile gif(folder() + u"/g.jpg"_s);
-    ASSERT_TRUE(gif.open(QFile::WriteOnly));
-    gif.write(QByteArray::fromBase64("R0lGODlhAQABAPAAAP8AAAAAACH5BAAAAAAALAAAAAABAAEAAAICRAEAOw=="));
-    gif.close();
-    outside.files = {gif.fileName()};
+    write(u"g.jpg"_s, QByteArray::fromBase64("R0lGODlhAQABAPAAAP8AAAAAACH5BAAAAAAALAAAAAABAAEAAAICRAEAOw=="));
+    outside.files = {at(u"g.jpg"_s)};
     press("cmdOpenNahledPic");
     EXPECT_TRUE(frame(1).hasPicture());
-    EXPECT_EQ(control<QLabel>("lblNahled").text(), gif.fileName());
+    EXPECT_EQ(control<QLabel>("lblNahled").text(), at(u"g.jpg"_s));
     EXPECT_EQ(CtiNastaveni(u"Nahled"_s, u"-"_s), folder() + u'/');
     EXPECT_EQ(CtiNastaveni(u"Covers"_s, u"-"_s), u""_s);  // the last choice was cancelled
 }
@@ -177,30 +170,25 @@ TEST_F(FrmDVDTest, AHostilePictureIsRefusedAndChangesNothing) {
     ASSERT_GT(header, 0);
     vast.replace(header + 5, 4, QByteArray::fromHex("9c409c40"));
     for (const QByteArray& bytes : {QByteArray("není obrázek"), whole.first(20), huge, vast}) {
-        QFile file(folder() + u"/zly.jpg"_s);
-        ASSERT_TRUE(file.open(QFile::WriteOnly | QFile::Truncate) && file.write(bytes) == bytes.size());
-        file.close();
-        EXPECT_EQ(failureOf([&] { cover.loadPicture(file.fileName()); }), errors::invalidPicture);
+        write(u"zly.jpg"_s, bytes);
+        EXPECT_EQ(failureOf([&] { cover.loadPicture(at(u"zly.jpg"_s)); }), errors::invalidPicture);
     }
-    EXPECT_EQ(failureOf([&] { cover.loadPicture(folder() + u"/neni.jpg"_s); }), errors::fileNotFound);
+    EXPECT_EQ(failureOf([&] { cover.loadPicture(at(u"neni.jpg"_s)); }), errors::fileNotFound);
     EXPECT_FALSE(cover.hasPicture());
     // A picture cut off in the middle shows as far as it goes or is refused, and does no harm.
-    QFile half(folder() + u"/pul.jpg"_s);
-    ASSERT_TRUE(half.open(QFile::WriteOnly) && half.write(whole.first(whole.size() / 2)) > 0);
-    half.close();
-    const qint32 failure = failureOf([&] { cover.loadPicture(half.fileName()); });
+    write(u"pul.jpg"_s, whole.first(whole.size() / 2));
+    const qint32 failure = failureOf([&] { cover.loadPicture(at(u"pul.jpg"_s)); });
     EXPECT_EQ(failure == 0, cover.hasPicture());
     EXPECT_TRUE(failure == 0 || failure == errors::invalidPicture);
 }
 
 TEST_F(FrmDVDTest, CopyingOutTakesTheFileThatTheLastFilmLeft) {
-    const QString last = folder() + u"/data/OBAL.jpg"_s;
-    ASSERT_TRUE(QFile::copy(picture(u"x.jpg"_s), last));
+    write(u"data/OBAL.jpg"_s, content(picture(u"x.jpg"_s)));
     open(0);
     outside.files = {picture(u"y.jpg"_s, "JPG", qRgb(0, 0, 99)), QString(), picture(u"cil.jpg"_s, "JPG", 0)};
     press("cmdOpenObalPic");
     press("cmdSaveObal");  // cancelled
     press("cmdSaveObal");
-    EXPECT_EQ(content(folder() + u"/cil.jpg"_s), content(last));
-    EXPECT_NE(content(folder() + u"/cil.jpg"_s), content(folder() + u"/y.jpg"_s));
+    EXPECT_EQ(content(u"cil.jpg"_s), content(u"x.jpg"_s));
+    EXPECT_NE(content(u"cil.jpg"_s), content(u"y.jpg"_s));
 }

@@ -4,11 +4,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-class FilmRules : public TemporaryProgram {};
-
-}  // namespace
+using FilmRules = TemporaryProgram;
 
 TEST_F(FilmRules, BoxesBecomeOneTokenEach) {
     EXPECT_EQ(film::ZapisChk({}), u""_s);
@@ -18,10 +14,7 @@ TEST_F(FilmRules, BoxesBecomeOneTokenEach) {
 }
 
 TEST_F(FilmRules, TokensSetTheBoxesThatTheyStandFor) {
-    const struct {
-        QString tokens;
-        std::vector<int> boxes;
-    } cases[] = {
+    const std::pair<QString, std::vector<int>> cases[] = {
         {u"A|N|A"_s, {1, 0, 1}},  {u""_s, {0, 1, 2}},    {u"A"_s, {1, 1, 2}},    {u"A|A|A|A|A"_s, {1, 1, 1}},
         {u"a|A |X"_s, {0, 0, 0}}, {u"||A"_s, {0, 0, 1}}, {u"A|N|"_s, {1, 0, 0}},
     };
@@ -44,10 +37,7 @@ TEST_F(FilmRules, TheHighestSelectedOptionIsTheLanguage) {
 }
 
 TEST_F(FilmRules, LengthsAreCleanedToDigits) {
-    const struct {
-        QString typed;
-        QString stored;
-    } cases[] = {
+    const std::pair<QString, QString> cases[] = {
         {u"118 min."_s, u"118"_s}, {u"95 min"_s, u"95"_s},    {u"2h 5m"_s, u"0"_s},
         {u"120"_s, u"120"_s},      {u"abc"_s, u"abc"_s},      {u""_s, u""_s},
         {u"min."_s, u"0"_s},       {u"1.118"_s, u"1118"_s},   {u"90 MIN"_s, u"0"_s},
@@ -62,28 +52,23 @@ TEST_F(FilmRules, DirectorsGenresAndCountriesFitTheirPlaces) {
     EXPECT_EQ(film::storedDirector(thirtyFive), thirtyFive);
     EXPECT_EQ(film::storedDirector(thirtyFive + u'y'), thirtyFive);
 
-    const struct {
-        QStringList chosen;
-        QString text;
-    } genres[] = {{{}, u""_s},
-                  {{u"Z"_s}, u", Z"_s},
-                  {{u""_s}, u", "_s},
-                  {{u"Aa"_s}, u"Aa"_s},
-                  {{u"Drama"_s, u"Krimi"_s}, u"Drama, Krimi"_s},
-                  {{u"Z"_s, u"Y"_s}, u"Z, Y"_s}};
+    const std::pair<QStringList, QString> genres[] = {{{}, u""_s},
+                                                      {{u"Z"_s}, u", Z"_s},
+                                                      {{u""_s}, u", "_s},
+                                                      {{u"Aa"_s}, u"Aa"_s},
+                                                      {{u"Drama"_s, u"Krimi"_s}, u"Drama, Krimi"_s},
+                                                      {{u"Z"_s, u"Y"_s}, u"Z, Y"_s}};
     for (const auto& [chosen, text] : genres)
         EXPECT_EQ(film::genreText(chosen), text);
 
     const QString twentyFour(24, u'x');
-    const struct {
-        QString found;
-        QString taken;
-    } countries[] = {{twentyFour, twentyFour},
-                     {twentyFour + u'y', QString(23, u'x')},
-                     {u"USA / Spojené království / Německo"_s, u"USA / Eng / Německo"_s},
-                     {u"Spojené království"_s, u"Spojené království"_s},
-                     {u"Spojené království / Spojené království"_s, u"Eng / Eng"_s},
-                     {u"Spojené království, "_s + twentyFour, u"Eng, xxxxxxxxxxxxxxxxxx"_s}};
+    const std::pair<QString, QString> countries[] = {
+        {twentyFour, twentyFour},
+        {twentyFour + u'y', QString(23, u'x')},
+        {u"USA / Spojené království / Německo"_s, u"USA / Eng / Německo"_s},
+        {u"Spojené království"_s, u"Spojené království"_s},
+        {u"Spojené království / Spojené království"_s, u"Eng / Eng"_s},
+        {u"Spojené království, "_s + twentyFour, u"Eng, xxxxxxxxxxxxxxxxxx"_s}};
     for (const auto& [found, taken] : countries)
         EXPECT_EQ(film::shortCountry(found), taken) << found.toStdString();
 }

@@ -13,11 +13,6 @@ namespace {
 
 class PictureStoreTest : public TemporaryProgram {
  protected:
-    static QByteArray content(const QString& path) {
-        QFile file(path);
-        return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray("no file");
-    }
-
     /// A file of bytes that repeat nowhere near.
     QString pictureFile(qsizetype length, const QString& name = u"a.jpg"_s) const {
         QByteArray bytes;
@@ -25,13 +20,11 @@ class PictureStoreTest : public TemporaryProgram {
             bytes += QCryptographicHash::hash(QByteArray::number(block + length), QCryptographicHash::Sha256);
         }
         bytes.truncate(length);
-        const QString path = folder() + u'/' + name;
-        QFile file(path);
-        EXPECT_TRUE(file.open(QFile::WriteOnly) && file.write(bytes) == length);
-        return path;
+        write(name, bytes);
+        return at(name);
     }
 
-    QString data(const QString& name) const { return folder() + u"/data/"_s + name; }
+    QString data(const QString& name) const { return at(u"data/"_s + name); }
 
     QByteArray stored(qint32 id) const {
         const sqlite::Database database(pictures(), sqlite::Database::Mode::readWrite);
@@ -46,8 +39,8 @@ class PictureStoreTest : public TemporaryProgram {
         const sqlite::Database database(pictures(), sqlite::Database::Mode::readWrite);
         const sqlite::Statement statement(
             database,
-            "SELECT PicDVDID || PicSkup || PicTyp || ':' || ifnull(PicSize, '-') FROM "
-            "tPicture WHERE PicID=?1");
+            "SELECT PicDVDID || PicSkup || PicTyp || ':' || ifnull(PicSize, '-')"
+            " FROM tPicture WHERE PicID=?1");
         statement.bind(1, qint64{id});
         return statement.step() ? statement.text(0) : u"no row"_s;
     }
@@ -110,10 +103,10 @@ TEST_F(PictureStoreTest, AFilmKeepsTheRowsOfItsPictures) {
     EXPECT_EQ(stored(cover).size(), 150002);
     // The caption names the type as it is stored, the file has it in lower case.
     EXPECT_EQ(ZobrazObal(cover), data(u"obal.PNG"_s));
-    EXPECT_EQ(content(data(u"obal.png"_s)), content(folder() + u"/b.PNG"_s));
+    EXPECT_EQ(content(data(u"obal.png"_s)), content(u"b.PNG"_s));
     // And such a caption finds the file again when the film is saved.
     EXPECT_EQ(UlozObal(7, data(u"obal.PNG"_s)), cover);
-    EXPECT_EQ(stored(cover).first(150000), content(folder() + u"/b.PNG"_s));
+    EXPECT_EQ(stored(cover).first(150000), content(u"b.PNG"_s));
 }
 
 TEST_F(PictureStoreTest, TheTypeIsWhateverTheLastThreeCharactersAre) {
@@ -123,7 +116,7 @@ TEST_F(PictureStoreTest, TheTypeIsWhateverTheLastThreeCharactersAre) {
 }
 
 TEST_F(PictureStoreTest, ACoverThatCannotBeReadIsToldAndThePreviewStopsInSilence) {
-    const QString missing = folder() + u"/neni.jpg"_s;
+    const QString missing = at(u"neni.jpg"_s);
     const qint32 cover = UlozObal(5, missing);
     EXPECT_EQ(row(cover), u"5Ojpg:-"_s);
     EXPECT_EQ(stored(cover), "no data");
@@ -136,7 +129,7 @@ TEST_F(PictureStoreTest, ACoverThatCannotBeReadIsToldAndThePreviewStopsInSilence
     const QString path = pictureFile(1000);
     ASSERT_EQ(UlozObal(5, path), cover);
     const QByteArray before = stored(cover);
-    EXPECT_EQ(UlozObal(5, folder() + u"/neni.png"_s), cover);
+    EXPECT_EQ(UlozObal(5, at(u"neni.png"_s)), cover);
     EXPECT_EQ(stored(cover), before);
     EXPECT_EQ(row(cover), u"5Opng:1000"_s);
 }
@@ -194,7 +187,7 @@ TEST_F(PictureStoreTest, PicturesForPrintingAreNamedAfterTheirKey) {
     rows.Open(u"SELECT * FROM tPicture where PicID="_s + QString::number(preview), opened);
     EXPECT_EQ(blob::BlobDoTisku(rows, u"PicDat", u"PicSize", u"jpg"_s, preview, blob::Group::preview),
               u"n1.jpg"_s);
-    EXPECT_EQ(content(data(u"n1.jpg"_s)), content(folder() + u"/a.jpg"_s));
+    EXPECT_EQ(content(data(u"n1.jpg"_s)), content(u"a.jpg"_s));
     // The second reading of a row has to begin anew: pieces go on from where the last one ended.
     rows.Close();
     rows.Open(u"SELECT * FROM tPicture where PicID="_s + QString::number(preview), opened);

@@ -1,20 +1,13 @@
 #include "printing/frmFindObal.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QBuffer>
-#include <QComboBox>
-#include <QFile>
 #include <QImage>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
-#include <QTimer>
 
 #include "catalogue/frmMaster.h"
 #include "support/TemporaryProgram.h"
 #include "support/WebServer.h"
-#include "support/clipped.h"
+#include "support/windows.h"
 #include "toolkit/ImageFrame.h"
 #include "toolkit/ListView.h"
 
@@ -50,9 +43,9 @@ class FrmFindObalTest : public TemporaryProgram {
 
     template <typename Control>
     Control& in(const char* name) const {
-        return *window.findChild<Control*>(QString::fromLatin1(name));
+        return control<Control>(window, name);
     }
-    void press(const char* button) const { QTest::mouseClick(&in<QPushButton>(button), Qt::LeftButton); }
+    void press(const char* button) const { click(window, button); }
     bool shows(const char* panel) const { return in<QWidget>(panel).isVisible(); }
     void search(const QString& term) {
         window.setTerm(term);
@@ -102,19 +95,17 @@ TEST_F(FrmFindObalTest, ACoverIsFetchedShownAndSaved) {
     EXPECT_TRUE(shows("picNahled"));
     EXPECT_FALSE(shows("lvwDVD"));
     EXPECT_TRUE(in<ImageFrame>("imgNahled").hasPicture());
-    outside.files = {folder() + u"/obal.jpg"_s};
+    outside.files = {at(u"obal.jpg"_s)};
     press("Command2");
     press("Command2");  // cancelled
-    QFile saved(folder() + u"/obal.jpg"_s);
-    ASSERT_TRUE(saved.open(QFile::ReadOnly));
-    EXPECT_EQ(saved.readAll(), jpg);
+    EXPECT_EQ(content(u"obal.jpg"_s), jpg);
     EXPECT_EQ(outside.fileDialogs.value(0).title, u"Uložení obrázku"_s);
-    outside.files = {folder() + u"/missing/obal.jpg"_s};
+    outside.files = {at(u"missing/obal.jpg"_s)};
     press("Command2");  // cannot be written: skipped
     press("Command5");
     EXPECT_FALSE(shows("picNahled"));
     EXPECT_TRUE(shows("lvwDVD"));
-    EXPECT_TRUE(QFile::exists(folder() + u"/data/fobl.jpg"_s));
+    EXPECT_TRUE(QFile::exists(at(u"data/fobl.jpg"_s)));
     EXPECT_TRUE(outside.boxes.isEmpty());
 }
 
@@ -161,7 +152,7 @@ TEST_F(FrmFindObalTest, PrintersAreOfferedAgainAtEachPress) {
     ASSERT_EQ(outside.printed.size(), 1);
     const auto& [printer, page] = outside.printed.first();
     EXPECT_EQ(printer, u"Sklad"_s);
-    EXPECT_EQ(page.picture, folder() + u"/data/fobl.jpg"_s);
+    EXPECT_EQ(page.picture, at(u"data/fobl.jpg"_s));
     EXPECT_TRUE(page.landscape);
     EXPECT_EQ(QRect(page.left, page.top, page.width, page.height), QRect(10, 10, 15600, 10480));
     // One that has gone since leaves the printer chosen before.
@@ -200,23 +191,11 @@ TEST_F(FrmFindObalTest, TheMainWindowHandsOverATrimmedTitle) {
     frmMaster master({.cover = server.root()});
     master.show();
     for (const auto& [action, term] : {std::pair("mnuListItem_4", u"Žert"_s), {"mnuFindObal", u""_s}}) {
-        QString seen = u"(no window)"_s;
-        QTimer::singleShot(0, &master, [&seen] {
-            QWidget* const covers = QApplication::activeModalWidget();
-            ASSERT_NE(covers, nullptr);
-            seen = covers->findChild<QLineEdit*>(u"Text1"_s)->text();
-            covers->close();
-        });
-        master.findChild<QAction*>(QString::fromLatin1(action))->trigger();
-        EXPECT_EQ(seen, term);
+        inModalWindow([&] { control<QAction>(master, action).trigger(); },
+                      [&](QWidget& covers) {
+                          EXPECT_EQ(control<QLineEdit>(covers, "Text1").text(), term);
+                          covers.close();
+                      });
     }
     EXPECT_TRUE(server.targets().isEmpty());
-}
-
-TEST_F(FrmFindObalTest, CaptionsAreFullyReadable) {
-    EXPECT_EQ(clipped(window).join(u' '), u""_s);
-    outside.printerNames = {u"Hala"_s};
-    press("Command4");
-    press("Command3");
-    EXPECT_EQ(clipped(window).join(u' '), u""_s);
 }

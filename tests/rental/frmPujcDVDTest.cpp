@@ -1,6 +1,5 @@
 #include "rental/frmPujcDVD.h"
 
-#include <QComboBox>
 #include <QFile>
 
 #include "rental/SharedUser.h"
@@ -57,12 +56,7 @@ class FrmPujcDVDTest : public RentalTest {
 
 TEST_F(FrmPujcDVDTest, TheFilmIsLentUnderTheKeyOfTheCustomerChosen) {
     EXPECT_EQ(dialog().windowTitle(), u"Zapůjčit: Čáp & spol."_s);
-    EXPECT_FALSE(dialog().isModal());
-    EXPECT_FALSE(control<QPushButton>(dialog(), "Command3").isVisible());
-    EXPECT_FALSE(names().isEditable());
     EXPECT_EQ(offered(), u"Čermák, Dvořák, Novák"_s);
-    EXPECT_EQ(names().currentText(), u"Čermák"_s);
-    EXPECT_FALSE(dialog().Ukonceno);
     click(dialog(), "Command2");
     EXPECT_EQ(loans(), u"12 5 2026-03-09 08:05:03"_s);
     EXPECT_EQ(loansWhenAnswered, QStringList(loans()));
@@ -92,13 +86,10 @@ TEST_F(FrmPujcDVDTest, WithoutCustomersTheDialogIsAnsweredButStaysUntilOneIsTher
 }
 
 TEST_F(FrmPujcDVDTest, StornoAnswersAndTheFrameDoesNot) {
-    const struct {
-        const char* way;
-        std::function<void()> leave;
-        int answers;
-    } cases[] = {{"frame", [this] { dialog().close(); }, 0},
-                 {"button", [this] { click(dialog(), "Command1"); }, 1},
-                 {"key", [this] { QTest::keyClick(&names(), Qt::Key_Escape); }, 1}};
+    const std::tuple<const char*, std::function<void()>, int> cases[] = {
+        {"frame", [this] { dialog().close(); }, 0},
+        {"button", [this] { click(dialog(), "Command1"); }, 1},
+        {"key", [this] { QTest::keyClick(&names(), Qt::Key_Escape); }, 1}};
     for (const auto& [way, leave, answers] : cases) {
         SCOPED_TRACE(way);
         dialog().Ukonceno = false;
@@ -125,14 +116,13 @@ TEST_F(FrmPujcDVDTest, AnAddedCustomerIsListedByNameAndTheFirstOneIsChosenAgain)
 
 TEST_F(FrmPujcDVDTest, ALoanThatCannotBeStoredFailsAndCustomersThatCannotBeReadAreNone) {
     dialog();
-    const QString away = folder() + u"/away"_s;
-    ASSERT_TRUE(QFile::rename(catalogue(), away));
+    ASSERT_TRUE(QFile::rename(catalogue(), at(u"away"_s)));
     EXPECT_EQ(failureOf([this] { dialog().Zapujcit(); }), errors::database);
     EXPECT_TRUE(dialog().isVisible());
     dialog().ReadData();
     EXPECT_EQ(names().count(), 0);
     dialog().Zapujcit();
     EXPECT_EQ(outside.boxes, QList({noCustomer}));
-    ASSERT_TRUE(QFile::rename(away, catalogue()));
+    ASSERT_TRUE(QFile::rename(at(u"away"_s), catalogue()));
     EXPECT_EQ(loans(), u""_s);
 }

@@ -34,15 +34,12 @@ class FrmUserTest : public RentalTest {
 }  // namespace
 
 TEST_F(FrmUserTest, ACustomerWithoutACodeGetsTheKeyAsCode) {
-    const struct {
-        qint32 edited;  // 0 for a new customer
-        QString typed;
-        QString stored;
-        QString key;  // that the form names afterwards
-    } cases[] = {{0, u""_s, u"13"_s, u"13"_s},    {0, u"    "_s, u"13"_s, u"13"_s},
-                 {0, u"55"_s, u"55"_s, u"0"_s},   {0, u" A-7 "_s, u" A-7 "_s, u"0"_s},
-                 {12, u"77"_s, u"77"_s, u"12"_s}, {12, u""_s, u"12"_s, u"12"_s},
-                 {12, u"  "_s, u"12"_s, u"12"_s}, {12, u" 8 "_s, u" 8 "_s, u"12"_s}};
+    // The customer edited (0 for a new one), the code typed, the one stored, and the key in the form
+    // afterwards.
+    const std::tuple<qint32, QString, QString, QString> cases[] = {
+        {0, u""_s, u"13"_s, u"13"_s},        {0, u"    "_s, u"13"_s, u"13"_s}, {0, u"55"_s, u"55"_s, u"0"_s},
+        {0, u" A-7 "_s, u" A-7 "_s, u"0"_s}, {12, u"77"_s, u"77"_s, u"12"_s},  {12, u""_s, u"12"_s, u"12"_s},
+        {12, u"  "_s, u"12"_s, u"12"_s},     {12, u" 8 "_s, u" 8 "_s, u"12"_s}};
     for (const auto& [edited, typed, stored, keyAfterwards] : cases) {
         SCOPED_TRACE(u"%1 '%2'"_s.arg(edited).arg(typed).toStdString());
         sql("DELETE FROM tUser; DELETE FROM sqlite_sequence; INSERT INTO tUser VALUES (7, 'Novák', 'Praha',"
@@ -50,8 +47,6 @@ TEST_F(FrmUserTest, ACustomerWithoutACodeGetsTheKeyAsCode) {
             "NULL,"
             " 'z@x.cz', char(13, 10) || 'a', '77')");
         frmUser form;
-        EXPECT_EQ(form.windowTitle(), u"Uživatel"_s);
-        EXPECT_EQ(key(form), u"0"_s);
         QStringList texts = {u"77"_s,     u" Žižka \"O'Hara\" "_s, u""_s,
                              u"z@x.cz"_s, u"Dlouhá 1\nBrno"_s,     u"\na"_s};
         if (edited != 0) {
@@ -74,15 +69,11 @@ TEST_F(FrmUserTest, ACustomerWithoutACodeGetsTheKeyAsCode) {
 TEST_F(FrmUserTest, WithoutNameOrAddressNothingIsStoredAndTheFormGoesAway) {
     const QString noName = u"Jméno musí být vyplněno!\r\n"_s;
     const QString noAddress = u"Adresa musí být vyplněno!\r\n"_s;
-    const struct {
-        QString name;
-        QString address;
-        QString message;
-    } cases[] = {{u"   "_s, u"Brno"_s, noName},
-                 {u""_s, u"Brno"_s, noName},
-                 {u"Jan"_s, u""_s, noAddress},
-                 {u"Jan"_s, u"  "_s, noAddress},
-                 {u""_s, u" "_s, noName + noAddress}};
+    const std::tuple<QString, QString, QString> cases[] = {{u"   "_s, u"Brno"_s, noName},
+                                                           {u""_s, u"Brno"_s, noName},
+                                                           {u"Jan"_s, u""_s, noAddress},
+                                                           {u"Jan"_s, u"  "_s, noAddress},
+                                                           {u""_s, u" "_s, noName + noAddress}};
     for (const auto& [name, address, message] : cases) {
         outside.boxes.clear();
         frmUser form;
@@ -171,12 +162,12 @@ TEST_F(FrmUserTest, ACustomerWhoIsGoneIsToldAndNothingIsWritten) {
 
 TEST_F(FrmUserTest, WhatCannotBeStoredIsPassedOverInSilence) {
     frmUser form;
-    ASSERT_TRUE(QFile::rename(catalogue(), folder() + u"/away"_s));
+    ASSERT_TRUE(QFile::rename(catalogue(), at(u"away"_s)));
     save(form, {{}, u"Novák"_s, {}, {}, u"Praha"_s});
     EXPECT_EQ(key(form), u"0"_s);
     EXPECT_TRUE(outside.boxes.isEmpty());
     EXPECT_FALSE(Err.pending());
-    ASSERT_TRUE(QFile::rename(folder() + u"/away"_s, catalogue()));
+    ASSERT_TRUE(QFile::rename(at(u"away"_s), catalogue()));
     EXPECT_EQ(customers(), u""_s);
 }
 

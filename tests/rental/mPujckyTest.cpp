@@ -146,7 +146,7 @@ TEST_F(LoanRules, NothingIsStoredInACatalogueThatIsLockedOrGone) {
         EXPECT_EQ(failureOf([] { PujcDVD(7, 6); }), errors::database);
     }
     EXPECT_EQ(loans(6), before);
-    const QString away = folder() + u"/away"_s;
+    const QString away = at(u"away"_s);
     ASSERT_TRUE(QFile::rename(catalogue(), away));
     EXPECT_EQ(failureOf([] { PujcDVD(7, 6); }), errors::database);
     EXPECT_EQ(failureOf([] { VratDVD(7, 6); }), errors::database);

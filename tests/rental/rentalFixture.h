@@ -1,25 +1,9 @@
 #pragma once
 
-#include <QApplication>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTest>
-#include <QTimer>
 #include <array>
-#include <functional>
-#include <stdexcept>
 
 #include "support/TemporaryProgram.h"
-
-/// A control of a window by name.
-template <typename Control>
-Control& control(const QWidget& window, const char* name) {
-    auto* found = window.findChild<Control*>(QString::fromLatin1(name));
-    if (found == nullptr) throw std::runtime_error(name);
-    return *found;
-}
+#include "support/windows.h"
 
 inline constexpr std::array lineBoxes = {"txtUSREGNUM", "txtUSNAME", "txtUSPHONE", "txtUSMAIL"};
 inline constexpr std::array pageBoxes = {"txtUSADR", "txtUSPOZN"};
@@ -27,10 +11,6 @@ inline constexpr std::array pageBoxes = {"txtUSADR", "txtUSPOZN"};
 /// The windows of the lending module over a catalogue of their own.
 class RentalTest : public TemporaryProgram {
  protected:
-    static void click(const QWidget& window, const char* button) {
-        QTest::mouseClick(&control<QPushButton>(window, button), Qt::LeftButton);
-    }
-
     /// The texts in the customer form: code, name, telephone, mail, address and note.
     static QStringList entered(const QWidget& form) {
         QStringList texts;
@@ -49,25 +29,6 @@ class RentalTest : public TemporaryProgram {
             control<QPlainTextEdit>(form, box).selectAll();
             control<QPlainTextEdit>(form, box).insertPlainText(texts.value(at++));
         }
-    }
-
-    /// Does what opens a modal window, and goes through the steps in that window.
-    template <typename Open>
-    static void inModalWindow(Open&& open, const std::function<void(QWidget&)>& steps) {
-        bool opened = false;
-        QTimer opening;
-        opening.setSingleShot(true);
-        opening.callOnTimeout(QApplication::instance(), [&] {
-            QWidget* const window = QApplication::activeModalWidget();
-            ASSERT_NE(window, nullptr);
-            opened = true;
-            steps(*window);
-            EXPECT_FALSE(window->isVisible());
-            window->close();
-        });
-        opening.start(0);
-        open();
-        EXPECT_TRUE(opened);
     }
 
     /// All customers by key, a line for each: key, name, address, telephone, mail, note and code, joined by

@@ -1,5 +1,6 @@
 #include "support/TemporaryProgram.h"
 
+#include <QFile>
 #include <QSettings>
 
 #include "DataFiles.h"
@@ -34,6 +35,17 @@ QString TemporaryProgram::text(const char* query) const {
     const sqlite::Statement statement(database, query);
     if (!statement.step()) throw RuntimeError(errors::noCurrentRecord);
     return statement.text(0);
+}
+
+QByteArray TemporaryProgram::content(const QString& path) const {
+    QFile file(at(path));
+    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray("no file");
+}
+
+void TemporaryProgram::write(const QString& path, const QByteArray& bytes) const {
+    QFile file(at(path));
+    ASSERT_TRUE(file.open(QFile::WriteOnly)) << path.toStdString();
+    ASSERT_EQ(file.write(bytes), bytes.size());
 }
 
 ado::Connection& TemporaryProgram::connection() {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QLocale>
 #include <QTemporaryDir>
 
@@ -18,6 +19,7 @@ class TemporaryProgram : public testing::Test {
     ~TemporaryProgram() override;
 
     QString folder() const { return folder_.path(); }
+    QString at(const QString& path) const { return QDir(folder()).filePath(path); }
     QString catalogue() const { return folder_.filePath(QStringLiteral("data/data.ddb")); }
     QString pictures() const { return folder_.filePath(QStringLiteral("data/pictures.ddb")); }
 
@@ -27,6 +29,10 @@ class TemporaryProgram : public testing::Test {
     /// The first column of a query's first row.
     qint64 number(const char* query) const;
     QString text(const char* query) const;
+
+    /// The bytes of a file, by its path below the folder or its full one.
+    QByteArray content(const QString& path) const;
+    void write(const QString& path, const QByteArray& bytes) const;
 
     /// An open connection to the catalogue, through the program's own layer.
     ado::Connection& connection();
