@@ -1,14 +1,6 @@
-#include <QApplication>
-#include <QComboBox>
 #include <QHeaderView>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QSet>
-#include <QTest>
-#include <QTimer>
-#include <stdexcept>
 
-#include "catalogue/frmFindStr.h"
 #include "catalogue/masterFixture.h"
 #include "rental/frmKlienti.h"
 #include "rental/frmPujcDVD.h"
@@ -23,21 +15,16 @@ class MasterCommandsTest : public MasterTest {
     /// Triggers a find command and answers its prompt by typing a term and a key.
     void find(const char* command, const QString& caption, const QString& term,
               Qt::Key key = Qt::Key_Return) {
-        bool met = false;
-        QTimer::singleShot(0, &window(), [&] {
-            auto* prompt = qobject_cast<frmFindStr*>(QApplication::activeModalWidget());
-            ASSERT_NE(prompt, nullptr);
-            met = true;
-            EXPECT_EQ(prompt->windowTitle(), caption);
-            auto* box = prompt->findChild<QLineEdit*>(u"Text1"_s);
-            box->setText(term);
-            QTest::keyClick(box, key);
-        });
-        action(command)->trigger();
-        EXPECT_TRUE(met);
+        inModalWindow([&] { action(command)->trigger(); },
+                      [&](const QWidget& prompt) {
+                          EXPECT_EQ(prompt.windowTitle(), caption);
+                          auto& box = control<QLineEdit>(prompt, "Text1");
+                          box.setText(term);
+                          QTest::keyClick(&box, key);
+                      });
     }
 
-    void click(int column) {
+    void clickHeader(int column) {
         const QHeaderView* header = list().header();
         QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
                           QPoint(header->sectionViewportPosition(column) + 15, 8));
@@ -45,30 +32,16 @@ class MasterCommandsTest : public MasterTest {
 
     /// The dialog that a command opens to lend the selected film.
     frmPujcDVD& lendingOpened(const char* command) {
-        const auto dialogs = [] {
-            QSet<frmPujcDVD*> open;
-            for (QWidget* widget : QApplication::topLevelWidgets()) {
-                if (auto* dialog = qobject_cast<frmPujcDVD*>(widget); dialog && dialog->isVisible())
-                    open += dialog;
-            }
-            return open;
-        };
-        const QSet<frmPujcDVD*> before = dialogs();
-        action(command)->trigger();
-        const QSet<frmPujcDVD*> opened = dialogs() - before;
-        if (opened.size() != 1) throw std::runtime_error(command);
-        return **opened.begin();
-    }
-
-    /// The visible window of a kind; null when there is none, and when there are several.
-    template <typename Window>
-    static Window* shownWindow() {
-        QList<Window*> windows;
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (auto* wanted = qobject_cast<Window*>(window); wanted != nullptr && wanted->isVisible())
-                windows += wanted;
+        QSet<QWidget*> before;
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (widget->isVisible()) before += widget;
         }
-        return windows.size() == 1 ? windows.first() : nullptr;
+        action(command)->trigger();
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            auto* dialog = qobject_cast<frmPujcDVD*>(widget);
+            if (dialog != nullptr && dialog->isVisible() && !before.contains(widget)) return *dialog;
+        }
+        throw std::runtime_error(command);
     }
 
     QString order() {
@@ -95,8 +68,7 @@ TEST_F(MasterCommandsTest, DeletingAsksAndLeavesLoansAndPictures) {
                                      u"Ověření požadavku na smazání."_s};
     EXPECT_EQ(outside.boxes, QList({asked, asked}));
     EXPECT_EQ(order(), u"K2 K5 K1"_s);  // by title, whatever the order was
-    EXPECT_EQ(panel(5), u"  Celkem záznamů : 4  "_s);
-    EXPECT_EQ(panel(6), u"  Vypůjčených záznamů : 1  "_s);
+    EXPECT_EQ(counts(), u"4 1"_s);
     EXPECT_EQ(number("SELECT count(*) FROM tPujcky WHERE P_DVDID=4 AND PDatVraceni IS NULL"), 1);
     EXPECT_EQ(sqlite::Database(pictures(), sqlite::Database::Mode::readWrite)
                   .number("SELECT count(*) FROM tPicture"),
@@ -119,7 +91,7 @@ TEST_F(MasterCommandsTest, ReturningAsksAndTurnsTheRowBlack) {
     EXPECT_EQ(rows()[1], u"*12a|Čáp|Pohádka|Dvořák|06.02.2026 10:00:00|Stork|Neuvedeno"_s);
     action("mnuListItem_1")->trigger();
     EXPECT_EQ(rows()[1], u" 12a|Čáp|Pohádka|||Stork|Neuvedeno"_s);
-    EXPECT_EQ(panel(6), u"  Vypůjčených záznamů : 1  "_s);
+    EXPECT_EQ(counts(), u"5 1"_s);
     // A film whose open loan meets no customer is out of reach here.
     window().vratitFilm(5);
     EXPECT_EQ(number("SELECT count(*) FROM tPujcky WHERE P_DVDID=5 AND PDatVraceni IS NULL"), 1);
@@ -133,9 +105,9 @@ TEST_F(MasterCommandsTest, LendingBringsTheRowUpToDateWhenItsDialogIsAnswered) {
     frmPujcDVD& second = lendingOpened("mnuListItem_1");
     list().select(list().item(u"K1"));
     EXPECT_EQ(first.windowTitle(), u"Zapůjčit: Chata"_s);
-    first.findChild<QComboBox*>(u"Combo1"_s)->setCurrentText(u"Novák"_s);
-    for (frmPujcDVD* dialog : {&first, &second})
-        dialog->findChild<QPushButton*>(u"Command2"_s)->click();
+    control<QComboBox>(first, "Combo1").setCurrentText(u"Novák"_s);
+    for (const frmPujcDVD* dialog : {&first, &second})
+        control<QPushButton>(*dialog, "Command2").click();
     EXPECT_EQ(text("SELECT group_concat(P_UID || ifnull(PDatVraceni, '')) FROM tPujcky WHERE P_DVDID=5"),
               u"99,7,12"_s);
     EXPECT_EQ(rows().filter(u"Chata"_s),
@@ -167,20 +139,19 @@ TEST_F(MasterCommandsTest, OneCustomerFormServesTheMenuAndTheRentalWindowAndBoth
     auto* form = shownWindow<frmUser>();
     ASSERT_NE(form, nullptr);
     EXPECT_FALSE(form->isModal());
-    auto* name = form->findChild<QLineEdit*>(u"txtUSNAME"_s);
-    name->setText(u"Nový"_s);
+    auto& name = control<QLineEdit>(*form, "txtUSNAME");
+    name.setText(u"Nový"_s);
     action("smnuPujcovna_0")->trigger();
     QPointer<QWidget> rental = shownWindow<frmKlienti>();
     ASSERT_TRUE(rental);
-    bool modal = false;
-    QTimer::singleShot(0, form, [&] {
-        modal = form->isModal() && name->text() == u"Nový";
-        form->reject();
-    });
-    rental->findChild<QPushButton*>(u"Command1"_s)->click();
-    EXPECT_TRUE(modal);
+    inModalWindow([&] { click(*rental, "Command1"); },
+                  [&](QWidget& shown) {
+                      EXPECT_EQ(&shown, form);
+                      EXPECT_EQ(name.text(), u"Nový"_s);
+                      form->reject();
+                  });
     action("smnuPujcovna_2")->trigger();  // unloaded meanwhile
-    EXPECT_EQ(shownWindow<frmUser>()->findChild<QLineEdit*>(u"txtUSNAME"_s)->text(), u""_s);
+    EXPECT_EQ(control<QLineEdit>(*shownWindow<frmUser>(), "txtUSNAME").text(), u""_s);
     action("smnuPujcovna_0")->trigger();
     EXPECT_EQ(shownWindow<frmKlienti>(), rental);
     closeWindow();
@@ -209,17 +180,17 @@ TEST_F(MasterCommandsTest, FindCommandsSelectTheFirstHit) {
 
 TEST_F(MasterCommandsTest, ColumnClicksSortAndPaintBlackUntilTheNextRefresh) {
     window().show();
-    click(0);
+    clickHeader(0);
     EXPECT_EQ(order(), u"K5 K4 K1 K2"_s);
     EXPECT_TRUE(rows().filter(u"*"_s).isEmpty());
-    click(4);
+    clickHeader(4);
     EXPECT_EQ(order(), u"K5 K1 K2 K4"_s);
-    click(5);
+    clickHeader(5);
     EXPECT_EQ(order(), u"K1 K4 K5 K2"_s);  // by the original title, downwards
     action("SortKatNum")->trigger();
     EXPECT_EQ(order(), u"K1 K4 K5 K2"_s);  // a text column stays in force
     EXPECT_EQ(rows().filter(u"*"_s).size(), 2);
-    click(0);
+    clickHeader(0);
     action("SortKatNum")->trigger();
     EXPECT_EQ(order(), u"K1 K5 K4 K2"_s);
 }

@@ -1,11 +1,11 @@
 #pragma once
 
 #include <QAction>
-#include <QLabel>
 #include <optional>
 
 #include "catalogue/frmMaster.h"
 #include "support/TemporaryProgram.h"
+#include "support/windows.h"
 
 /// The main window over a catalogue of its own.
 class MasterTest : public TemporaryProgram {
@@ -25,9 +25,12 @@ class MasterTest : public TemporaryProgram {
         if (!window_) window_.emplace();
         return *window_;
     }
-    ListView& list() { return *window().findChild<ListView*>(QStringLiteral("lvwList")); }
-    QString panel(int number) {
-        return window().findChild<QLabel*>(QStringLiteral("sbMainPanel_%1").arg(number))->text();
+    ListView& list() { return control<ListView>(window(), "lvwList"); }
+    /// The numbers of films and of loans in the status bar.
+    QString counts() {
+        static const QRegularExpression strangers(QStringLiteral("\\D"));
+        return control<QLabel>(window(), "sbMainPanel_5").text().remove(strangers) + QLatin1Char(' ') +
+               control<QLabel>(window(), "sbMainPanel_6").text().remove(strangers);
     }
     QAction* action(const char* name) { return window().findChild<QAction*>(QString::fromLatin1(name)); }
 
