@@ -46,10 +46,7 @@ TEST(FilmDatabase, AFieldStandsBetweenItsMarkersWhateverTheirCase) {
 TEST(FilmDatabase, TheListIsReadFromTheFirstCellBehindItsHeading) {
     const QString first = u"<a href=\"/film/1-A/\">Ztracený dům</a>"_s;
     const QString second = u"<A HREF=\"/film/2-B/\">Druhý</A> (1999)"_s;
-    const struct {
-        QString page;
-        QString films;
-    } cases[] = {
+    const std::pair<QString, QString> cases[] = {
         {u"v českých názvech <td>"_s + first + u"<br>"_s + second + u"</td>"_s,
          u"ZTRACENÝ DŮM|1-A/, DRUHÝ (1999)<|2-B/"_s},
         {first + u"v originálních názvech"_s + second + u"</td>"_s, u"DRUHÝ (1999)<|2-B/"_s},

@@ -48,7 +48,7 @@ TEST_F(DetailTest, EveryFieldIsReadFromItsPage) {
     EXPECT_EQ(field(Field::director), u"Jan Novák"_s);
     EXPECT_EQ(field(Field::cast), u"Žofie Černá, René & syn"_s);
     EXPECT_EQ(field(Field::description), u"Příběh domu, který se ztratil."_s);
-    EXPECT_EQ(field(Field::poster), folder() + u"/data/webnahl.png"_s);
+    EXPECT_EQ(field(Field::poster), at(u"data/webnahl.png"_s));
     EXPECT_EQ(window.poster, field(Field::poster));
     EXPECT_EQ(window.stages, QStringList({u"Hotovo z 30%"_s, u"Hotovo z 60%"_s, u"Hotovo z 65%"_s}));
     EXPECT_EQ(outside.downloads,
@@ -63,16 +63,7 @@ TEST_F(DetailTest, EveryFieldIsReadFromItsPage) {
 TEST_F(DetailTest, WhatAPageLacksIsEmptiedAndTheOriginAndTitleStay) {
     serve({});
     read();
-    filmPages::Film bare{.czechTitle = {},
-                         .imdb = {},
-                         .otherTitles = {},
-                         .genre = {},
-                         .origin = {},
-                         .directors = {},
-                         .cast = {},
-                         .description = {},
-                         .poster = {}};
-    serve(bare);
+    serve({{}, {}, {}, {}, {}, {}, {}, {}, {}});
     read();
     for (const Field emptied :
          {Field::czechTitle, Field::genre, Field::director, Field::cast, Field::description})
@@ -80,7 +71,7 @@ TEST_F(DetailTest, WhatAPageLacksIsEmptiedAndTheOriginAndTitleStay) {
     EXPECT_EQ(field(Field::originalTitle), u"Lost House"_s);
     EXPECT_EQ(origin(), u"USA , Kanada|1999|118 min"_s);
     EXPECT_FALSE(window.posterWanted);
-    EXPECT_EQ(field(Field::poster), folder() + u"/data/webnahl.png"_s);
+    EXPECT_EQ(field(Field::poster), at(u"data/webnahl.png"_s));
 }
 
 TEST_F(DetailTest, OtherTitlesTakeThePlaceOfTheImdbTitle) {
@@ -190,7 +181,7 @@ TEST_F(DetailTest, APictureHasOneScratchFileForEachSuffix) {
         {u"http://x/a.jpeg"_s, u"webnahl.peg"_s}, {u"ab"_s, u"webnahl.ab"_s}, {u""_s, u"webnahl."_s}};
     for (const auto& [address, name] : names) {
         outside.pages = {{address, "picture"}, {u"http://shop/"_s + address, "picture"}};
-        const QString path = folder() + u"/data/"_s + name;
+        const QString path = at(u"data/"_s + name);
         QString shown;
         EXPECT_EQ(NactiWebObrazek(address, [&](const QString& file) { shown = file; }), path);
         EXPECT_EQ(shown, path);

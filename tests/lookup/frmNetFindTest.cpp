@@ -1,17 +1,10 @@
 #include "lookup/frmNetFind.h"
 
-#include <QApplication>
-#include <QCheckBox>
-#include <QFile>
 #include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTest>
 
 #include "support/TemporaryProgram.h"
+#include "support/windows.h"
 
 using namespace Qt::StringLiterals;
 
@@ -56,7 +49,7 @@ class FrmNetFindTest : public TemporaryProgram {
     }
     template <typename Control>
     Control& in(const char* name) {
-        return *window().findChild<Control*>(QString::fromLatin1(name));
+        return control<Control>(window(), name);
     }
     FakeBrowser& search() { return *browsers.made[0]; }
     FakeBrowser& film() { return *browsers.made[1]; }
@@ -91,8 +84,8 @@ class FrmNetFindTest : public TemporaryProgram {
 
 TEST_F(FrmNetFindTest, GoesFromTheFormToTheListToTheFilmByWhatTheBrowsersTell) {
     EXPECT_EQ(state(), u" 559x393"_s);
-    EXPECT_EQ(film().visited, QStringList(folder() + u"/data/null.htm"_s));
-    EXPECT_EQ(search().visited, QStringList(folder() + u"/data/finddvd.htm"_s));
+    EXPECT_EQ(film().visited, QStringList(at(u"data/null.htm"_s)));
+    EXPECT_EQ(search().visited, QStringList(at(u"data/finddvd.htm"_s)));
     film().events.DocumentComplete(u"file://"_s + film().visited[0]);
     for (const QString& other : {listUrl + u"?x=1"_s, u"https://shop/seznam_video.php"_s, u""_s}) {
         search().events.BeforeNavigate2(other);
@@ -120,7 +113,6 @@ TEST_F(FrmNetFindTest, GoesFromTheFormToTheListToTheFilmByWhatTheBrowsersTell) {
     film().body = u"<H2 class=title1>Dům<A>"_s;
     film().events.DocumentComplete(film().visited.last());
     EXPECT_EQ(state(), u"Frame2 framData 559x393"_s);
-    EXPECT_EQ(in<QWidget>("framData").pos(), QPoint(3, 3));
     EXPECT_EQ(window().result().czechTitle, u"Dům"_s);
     EXPECT_EQ(film().stops, 1);
     EXPECT_TRUE(window().result().withPicture);
@@ -146,11 +138,7 @@ TEST_F(FrmNetFindTest, TwentyFilmsAreToldAsTooManyAndAnEmptyListCannotBeLoaded) 
 
 TEST_F(FrmNetFindTest, ProgressIsShownInWholePercentHalvesToTheEvenOne) {
     window();
-    const struct {
-        int progress;
-        int maximum;
-        QString shown;
-    } cases[] = {
+    const std::tuple<int, int, QString> cases[] = {
         {1, 8, u"12%"_s}, {3, 8, u"38%"_s}, {5, 1000, u"0%"_s}, {100, 100, u"100%"_s}, {3, 0, u"0%"_s}};
     for (const auto& [progress, maximum, shown] : cases) {
         (progress % 2 == 0 ? film() : search()).events.ProgressChange(progress, maximum);
@@ -161,19 +149,15 @@ TEST_F(FrmNetFindTest, ProgressIsShownInWholePercentHalvesToTheEvenOne) {
 TEST_F(FrmNetFindTest, TheFormIsFilledInTheBytesThatTheShopReads) {
     window();
     EXPECT_EQ(failureOf([this] { window().PredpripravSTR(u"x"_s); }), errors::fileNotFound);
-    QFile form(folder() + u"/data/finddvd2.htm"_s);
-    ASSERT_TRUE(form.open(QFile::WriteOnly));
-    form.write("\xA9\r\n%%N%%,%%n%%,%%N%%");
-    form.close();
+    write(u"data/finddvd2.htm"_s, "\xA9\r\n%%N%%,%%n%%,%%N%%");
     window().PredpripravSTR(u"  Šťastný Žižka "_s);
-    QFile filled(folder() + u"/data/finddvdx.htm"_s);
-    ASSERT_TRUE(filled.open(QFile::ReadOnly));
     const QByteArray title(
         "\xA9\x9D"
         "astn\xFD \xAEi\xBEka");
-    EXPECT_EQ(filled.readAll(), "\xA9\r\n" + title + ",%%n%%," + title);
-    EXPECT_EQ(search().visited.last(), filled.fileName());
-    EXPECT_EQ(filled.permissions() & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+    const QString filled = at(u"data/finddvdx.htm"_s);
+    EXPECT_EQ(content(filled), "\xA9\r\n" + title + ",%%n%%," + title);
+    EXPECT_EQ(search().visited.last(), filled);
+    EXPECT_EQ(QFile::permissions(filled) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
 }
 
 TEST_F(FrmNetFindTest, OnlyTheAcceptingButtonLeavesAResult) {

@@ -12,12 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Conversion {
-    QString from;
-    QString to;
-};
-
-void check(QString (*convert)(const QString&), const std::vector<Conversion>& conversions) {
+void check(QString (*convert)(const QString&), const std::vector<std::pair<QString, QString>>& conversions) {
     for (const auto& [from, to] : conversions)
         EXPECT_EQ(convert(from), to) << from.toStdString();
 }

@@ -39,10 +39,7 @@ TEST(CoverPageTest, APageIsCutIntoItsOptions) {
 }
 
 TEST(CoverPageTest, AnOptionIsCutIntoCodeTitlesAndLanguage) {
-    const struct {
-        QString option;
-        Cover cover;
-    } cases[] = {
+    const std::pair<QString, Cover> cases[] = {
         {u"<option value=\"1234\">Jedna&nbsp(One) [EN]"_s, {u"1234"_s, u"Jedna"_s, u"One"_s, u"Anglicky"_s}},
         {u"<option value=\"1\"> [EN]Dva[EN] &nbsp Two [AV][SE]"_s,
          {u"1"_s, u"Dva"_s, u"Two"_s, u"Anglicky"_s}},

@@ -17,58 +17,58 @@ using filmLists::Kind;
 
 namespace {
 
-QByteArray content(const QString& path) {
-    QFile file(path);
-    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray("(missing)");
+/// Markup, written with the other kind of quotes.
+QString html(QString text) {
+    return text.replace(u'\'', u'"');
 }
 
-// The whole file without its rows, byte by byte, in Windows-1250.
-const QByteArray simpleHead =
-    "<html><head>\r\n<meta http-equiv=\"Content-Language\" content=\"cs\">\r\n<meta "
-    "http-equiv=\"Content-Type\" content=\"text/html; "
-    "charset=windows-1250\">\r\n<title>DVD</title></head><body><p><b><font size=\"6\">Seznam "
-    "filmov\xFD"
-    "ch disk\xF9</font></b></p>\r\n<table border=\"0\" cellpadding=\"0\" cellspacing=\"0\" style=\"\" "
-    "width=\"100%\" id=\"AutoNumber1\">\r\n<tr><td bgcolor=\"#CCCCCC\">&nbsp;<b>N\xE1zev</b></td>\r\n<td "
-    "bgcolor=\"#CCCCCC\">&nbsp;<b>\x8E\xE1nr</b></td>\r\n<td bgcolor=\"#CCCCCC\">&nbsp;<b>Zvuk / "
-    "titulky</b></td>\r\n<td bgcolor=\"#CCCCCC\">&nbsp;<b>Kat. \xE8\xEDslo</b></td></tr>\r\n";
-const QByteArray detailedHead =
-    "<html><head>\r\n<meta http-equiv=\"Content-Language\" content=\"cs\">\r\n<meta "
-    "http-equiv=\"Content-Type\" content=\"text/html; "
-    "charset=windows-1250\">\r\n<title>DVD</title></head><body><p><b><font size=\"6\">Seznam "
-    "DVD</font></b></p>\r\n";
-const QByteArray end = "</table></body></html>";
+const QString head = html(
+    u"<html><head>\r\n<meta http-equiv='Content-Language' content='cs'>\r\n<meta http-equiv='Content-Type' "
+    "content='text/html; charset=windows-1250'>\r\n<title>DVD</title></head><body><p><b><font size='6'>"
+    "Seznam %1</font></b></p>\r\n"_s);
+const QString simpleHead =
+    html(head.arg(u"filmových disků"_s) +
+         u"<table border='0' cellpadding='0' cellspacing='0' style='' width='100%' id='AutoNumber1'>\r\n<tr>"
+         "<td bgcolor='#CCCCCC'>&nbsp;<b>Název</b></td>\r\n<td bgcolor='#CCCCCC'>&nbsp;<b>Žánr</b></td>\r\n"
+         "<td bgcolor='#CCCCCC'>&nbsp;<b>Zvuk / titulky</b></td>\r\n"
+         "<td bgcolor='#CCCCCC'>&nbsp;<b>Kat. číslo</b></td></tr>\r\n"_s);
+const QString detailedHead = head.arg(u"DVD"_s);
+const QString end = u"</table></body></html>"_s;
 
-QByteArray row(const QByteArray& title, const QByteArray& genre, const QByteArray& sound,
-               const QByteArray& number) {
-    return "<tr><td>&nbsp;" + title + "</td><td>&nbsp;" + genre + "</td><td>&nbsp;" + sound +
-           "</td><td>&nbsp;" + number + "</td></tr>\r\n";
+/// A row of the simple list.
+QString row(const QStringList& cells) {
+    return u"<tr><td>&nbsp;"_s + cells.join(u"</td><td>&nbsp;"_s) + u"</td></tr>\r\n"_s;
 }
 
-QByteArray block(const QByteArray& title, const QByteArray& facts, const QByteArray& text) {
-    return "<table border=\"0\" cellpadding=\"0\" cellspacing=\"0\" style=\"border-collapse: collapse\" "
-           "bordercolor=\"#111111\" width=\"100%\" id=\"AutoNumber1\">\r\n<tr><td width=\"100%\" "
-           "style=\"font-size: 14pt; font-weight: bold\">" +
-           title + "</td>\r\n</tr><tr><td width=\"100%\" style=\"font-size: 10px;\">" + facts +
-           "</td>\r\n</tr><tr><td width=\"100%\" style=\"border-top:1px solid #000000; border-bottom:1px "
-           "solid #000000; font-size: 12pt; border-left-width:1; border-right-width:1\">" +
-           text + "</td></tr></table><br>";
+/// A film of the detailed list.
+QString block(const QString& title, const QString& genre, const QString& length, const QString& country,
+              const QString& year, const QString& sound, const QString& text, const QString& cast = {}) {
+    return html(
+        u"<table border='0' cellpadding='0' cellspacing='0' style='border-collapse: collapse' "
+        "bordercolor='#111111' width='100%' id='AutoNumber1'>\r\n<tr><td width='100%' "
+        "style='font-size: 14pt; font-weight: bold'>"_s +
+        title + u"</td>\r\n</tr><tr><td width='100%' style='font-size: 10px;'><strong>Žánr: </strong>"_s +
+        QStringList{genre, u"<strong>Délka: </strong>"_s + length, u"<strong>Stát: </strong>"_s + country,
+                    u"<strong>Rok: </strong> "_s + year, u"<strong>Zvuk: </strong>"_s + sound}
+            .join(u"&nbsp;&nbsp;&nbsp;"_s) +
+        u"</td>\r\n</tr><tr><td width='100%' style='border-top:1px solid #000000; border-bottom:1px solid "
+        "#000000; font-size: 12pt; border-left-width:1; border-right-width:1'>"_s +
+        text + u"</td></tr><tr><td width='100%' style='font-size: 10px;'><strong>Herci: </strong>"_s + cast +
+        u"</td></tr></table><br>"_s);
 }
 
 class FilmListsTest : public TemporaryProgram {
  protected:
-    QString listPath() const { return folder() + u"/data/test.htm"_s; }
-    QByteArray printed(Kind kind, const QString& sql = u"SELECT * from tDVD ORDER BY CZJM"_s) {
+    QString listPath() const { return at(u"data/test.htm"_s); }
+    /// A list as it stands in its file, whose bytes are in Windows-1250.
+    QString printed(Kind kind, const QString& sql = u"SELECT * from tDVD ORDER BY CZJM"_s) {
         filmLists::print(sql, kind, [] {});
-        return content(listPath());
+        return codepage::fromWindows1250(content(listPath()));
     }
     /// Stores a picture as the preview of a film.
     qint32 store(qint32 film, const QByteArray& bytes, const QString& name = u"x.JPG"_s) {
-        QFile file(folder() + u'/' + name);
-        EXPECT_TRUE(file.open(QFile::WriteOnly));
-        file.write(bytes);
-        file.close();
-        return UlozNahled(film, file.fileName());
+        write(name, bytes);
+        return UlozNahled(film, at(name));
     }
 };
 
@@ -79,21 +79,11 @@ TEST_F(FilmListsTest, ASimpleListIsWrittenByteForByte) {
         "(1, '9', 'Žert & <b>dům</b> \xE2\x98\x83', 'Drama', 0), (2, '10', 'Čas', 'Sci-fi', '1'),"
         "(3, '7', 'Chata', '%%4%%', 2), (4, NULL, 'Bez čísla', 'Drama', 0), (5, '5', NULL, 'Drama', 0),"
         "(6, '6', 'Bez žánru', NULL, 0), (7, '3', 'Auto %%3%%', '', NULL)");
-    const QByteArray neither = "Neuvedeno";
-    const QByteArray zert =
-        row("\x8E"
-            "ert & <b>d\xF9m</b> ?",
-            "Drama",
-            "\xC8"
-            "esk\xFD dabing",
-            "9");
-    const QByteArray cas =
-        row("\xC8"
-            "as",
-            "Sci-fi", "Titulky", "10");
+    const QString zert = row({u"Žert & <b>dům</b> ?"_s, u"Drama"_s, u"Český dabing"_s, u"9"_s});
+    const QString cas = row({u"Čas"_s, u"Sci-fi"_s, u"Titulky"_s, u"10"_s});
     // A placeholder in a film's own text is one, too.
-    const QByteArray chata = row("Chata", "7", neither, "7");
-    const QByteArray car = row("Auto Neuvedeno", "", neither, "3");
+    const QString chata = row({u"Chata"_s, u"7"_s, u"Neuvedeno"_s, u"7"_s});
+    const QString car = row({u"Auto Neuvedeno"_s, u""_s, u"Neuvedeno"_s, u"3"_s});
     EXPECT_EQ(printed(Kind::simple), simpleHead + car + cas + chata + zert + end);
     EXPECT_EQ(outside.opened, QStringList(listPath()));
     EXPECT_EQ(QFile::permissions(listPath()) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
@@ -111,64 +101,42 @@ TEST_F(FilmListsTest, ADetailedListIsWrittenByteForByte) {
         "(2, '8', 'Les', 'Drama', '0', '', '', 1, '', '', 0), (3, '7', 'Pes', '', '', '', '', 1, '', '', 77),"
         "(4, '4', 'Vlk', '', '', '', '', 1, '', NULL, 0), (5, '5', 'Zub', '', '', '', '', 1, '', '', NULL)");
     ASSERT_EQ(store(1, "picture"), 1);
-    const QByteArray tag =
-        "<img border=\"0\" src=\"n1.jpg\"  width=\"60\" height=\"93\" style=\"float: left\">";
-    const auto facts = [](const QByteArray& genre, const QByteArray& length, const QByteArray& country,
-                          const QByteArray& year, const QByteArray& sound) {
-        return "<strong>\x8E\xE1nr: </strong>" + genre + "&nbsp;&nbsp;&nbsp;<strong>D\xE9lka: </strong>" +
-               length + "&nbsp;&nbsp;&nbsp;<strong>St\xE1t: </strong>" + country +
-               "&nbsp;&nbsp;&nbsp;<strong>Rok: </strong> " + year +
-               "&nbsp;&nbsp;&nbsp;<strong>Zvuk: </strong>" + sound;
-    };
-    const auto text = [](const QByteArray& content, const QByteArray& cast) {
-        return content +
-               "</td></tr><tr><td width=\"100%\" style=\"font-size: 10px;\"><strong>Herci: </strong>" + cast;
-    };
-    const QByteArray bare = text("&nbsp;&nbsp; ", "");
-    EXPECT_EQ(printed(Kind::detailed), detailedHead +
-                                           block("D\xF9m  (9)",
-                                                 facts("Drama", "118", "\xC8R", "1999",
-                                                       "\xC8"
-                                                       "esk\xFD dabing"),
-                                                 text(tag +
-                                                          "&nbsp;&nbsp; Prvn\xED\r\n\xF8\xE1"
-                                                          "dek A. B." +
-                                                          tag,
-                                                      "A. B.")) +
-                                           block("Les  (8)", facts("Drama", "0", "", "", "Titulky"), bare) +
-                                           block("Pes  (7)", facts("", "", "", "", "Titulky"), bare) +
-                                           block("Zub  (5)", facts("", "", "", "", "Titulky"), bare) + end);
-    EXPECT_EQ(content(folder() + u"/data/n1.jpg"_s), "picture");
-    EXPECT_FALSE(QFile::exists(folder() + u"/data/n77."_s));
+    const QString tag = u"<img border='0' src='n1.jpg'  width='60' height='93' style='float: left'>"_s;
+    const QString blanks = u"&nbsp;&nbsp; "_s;
+    EXPECT_EQ(printed(Kind::detailed),
+              detailedHead +
+                  block(u"Dům  (9)"_s, u"Drama"_s, u"118"_s, u"ČR"_s, u"1999"_s, u"Český dabing"_s,
+                        tag + blanks + u"První\r\nřádek A. B."_s + tag, u"A. B."_s) +
+                  block(u"Les  (8)"_s, u"Drama"_s, u"0"_s, {}, {}, u"Titulky"_s, blanks) +
+                  block(u"Pes  (7)"_s, {}, {}, {}, {}, u"Titulky"_s, blanks) +
+                  block(u"Zub  (5)"_s, {}, {}, {}, {}, u"Titulky"_s, blanks) + end);
+    EXPECT_EQ(content(u"data/n1.jpg"_s), "picture");
+    EXPECT_FALSE(QFile::exists(at(u"data/n77."_s)));
     EXPECT_TRUE(outside.boxes.isEmpty());
 }
 
 TEST_F(FilmListsTest, TheWordForTheSoundIsThatOfTheList) {
-    const struct {
-        DbValue value;
-        QString word;
-    } cases[] = {{qint64{0}, u"Český dabing"_s}, {u"0"_s, u"Český dabing"_s}, {qint64{1}, u"Titulky"_s},
-                 {u"1"_s, u"Titulky"_s},         {qint64{2}, u"Neuvedeno"_s}, {{}, u"Neuvedeno"_s},
-                 {u""_s, u"Neuvedeno"_s},        {u" 1"_s, u"Neuvedeno"_s},   {qint64{-1}, u"Neuvedeno"_s}};
+    const std::pair<DbValue, QString> cases[] = {
+        {qint64{0}, u"Český dabing"_s}, {u"0"_s, u"Český dabing"_s}, {qint64{1}, u"Titulky"_s},
+        {u"1"_s, u"Titulky"_s},         {qint64{2}, u"Neuvedeno"_s}, {{}, u"Neuvedeno"_s},
+        {u""_s, u"Neuvedeno"_s},        {u" 1"_s, u"Neuvedeno"_s},   {qint64{-1}, u"Neuvedeno"_s}};
     for (const auto& [value, word] : cases)
         EXPECT_EQ(GetJazyk(value), word) << testing::PrintToString(value);
 }
 
 TEST_F(FilmListsTest, PreviewsComeFromTheProgramFolderAndReplaceOlderOnes) {
     const qint32 id = store(1, QByteArray(250000, 'x'));
-    QFile old(folder() + u"/data/n%1.jpg"_s.arg(id));
-    ASSERT_TRUE(old.open(QFile::WriteOnly) && old.write(QByteArray(300000, 'o')) == 300000);
-    old.close();
-    ActDBPath = folder() + u"/elsewhere/data.ddb"_s;
+    write(u"data/n%1.jpg"_s.arg(id), QByteArray(300000, 'o'));
+    ActDBPath = at(u"elsewhere/data.ddb"_s);
     EXPECT_EQ(PripravNahled(id), u"n%1.jpg"_s.arg(id));
-    EXPECT_EQ(content(old.fileName()), QByteArray(250000, 'x'));
+    EXPECT_EQ(content(u"data/n%1.jpg"_s.arg(id)), QByteArray(250000, 'x'));
     EXPECT_EQ(PripravNahled(77), u""_s);
     // A row without data has a name and no file; one that cannot be replaced has none.
     sql(pictures(),
         "INSERT INTO tPicture (PicID, PicDVDID, PicSkup, PicTyp) VALUES (5, 2, 'N', 'PNG'), (6, 3, "
         "'N', NULL)");
     EXPECT_EQ(PripravNahled(5), u"n5.png"_s);
-    EXPECT_FALSE(QFile::exists(folder() + u"/data/n5.png"_s));
+    EXPECT_FALSE(QFile::exists(at(u"data/n5.png"_s)));
     EXPECT_EQ(PripravNahled(6), u"n6."_s);
     sql(pictures(), "UPDATE tPicture SET PicTyp='a/b', PicSize=1, PicDat='x' WHERE PicID=5");
     EXPECT_EQ(PripravNahled(5), u""_s);
@@ -181,9 +149,9 @@ TEST_F(FilmListsTest, AMissingPictureFileIsToldForEveryPreviewAndTheFilmsArePrin
         "(1, '1', 'Dům', '', '', '', '', 0, '', '', 1), (2, '2', 'Les', '', '', '', '', 0, '', '', 0),"
         "(3, '3', 'Pes', '', '', '', '', 0, '', '', 2)");
     QFile::remove(pictures());
-    const QByteArray list = printed(Kind::detailed);
-    EXPECT_EQ(list.count("<table"), 3);
-    EXPECT_EQ(list.count("<img"), 0);
+    const QString list = printed(Kind::detailed);
+    EXPECT_EQ(list.count(u"<table"_s), 3);
+    EXPECT_EQ(list.count(u"<img"_s), 0);
     ASSERT_EQ(outside.boxes.size(), 2);
     EXPECT_EQ(outside.boxes[0], (ScriptedOutside::Box{outside.boxes[1].text, 0, u""_s}));
     EXPECT_EQ(outside.boxes[0].text, u"Soubor databáze nelze otevřít."_s);
@@ -192,7 +160,7 @@ TEST_F(FilmListsTest, AMissingPictureFileIsToldForEveryPreviewAndTheFilmsArePrin
 TEST_F(FilmListsTest, WithoutFilmsOrCatalogueThereIsHeadAndEnd) {
     outside.desktopOpens = false;  // no program for such files: nothing is told
     EXPECT_EQ(printed(Kind::simple), simpleHead + end);
-    ActDBPath = folder() + u"/elsewhere/data.ddb"_s;
+    ActDBPath = at(u"elsewhere/data.ddb"_s);
     EXPECT_EQ(printed(Kind::detailed), detailedHead + end);
     EXPECT_TRUE(outside.boxes.isEmpty());
     EXPECT_EQ(outside.opened.size(), 2);
@@ -203,27 +171,25 @@ TEST_F(FilmListsTest, AListMadeWithinAnotherIsInItToo) {
         "0),"
         "(3, '3', 'C', '', 0)");
     bool first = true;
-    QByteArray inner;
+    QString inner;
     filmLists::print(u"SELECT * from tDVD ORDER BY CZJM"_s, Kind::simple, [&] {
         if (!std::exchange(first, false)) return;
         inner = printed(Kind::simple, u"SELECT * from tDVD ORDER BY DVDID DESC"_s);
     });
-    const auto film = [](const QByteArray& title, const QByteArray& number) {
-        return row(title, "",
-                   "\xC8"
-                   "esk\xFD dabing",
-                   number);
+    const auto film = [](const QString& title, const QString& number) {
+        return row({title, {}, u"Český dabing"_s, number});
     };
-    const QByteArray both = simpleHead + film("C", "3") + film("B", "2") + film("A", "1");
+    const QString both = simpleHead + film(u"C"_s, u"3"_s) + film(u"B"_s, u"2"_s) + film(u"A"_s, u"1"_s);
     EXPECT_EQ(inner, both + end);
-    EXPECT_EQ(content(listPath()), both + film("B", "2") + film("C", "3") + end);
+    EXPECT_EQ(codepage::fromWindows1250(content(listPath())),
+              both + film(u"B"_s, u"2"_s) + film(u"C"_s, u"3"_s) + end);
     EXPECT_EQ(outside.opened.size(), 2);
     EXPECT_FALSE(Err.pending());
 }
 
 TEST_F(FilmListsTest, AFullDiskLeavesTheFormerListWhole) {
     sql("INSERT INTO tDVD (DVDID, KatCisl, CZJm, Zanr, Jazyk) VALUES (1, '1', 'A', '', 0)");
-    const QByteArray former = printed(Kind::simple);
+    const QString former = printed(Kind::simple);
     sql("WITH RECURSIVE n(i) AS (SELECT 2 UNION ALL SELECT i+1 FROM n WHERE i<9000) INSERT INTO tDVD "
         "(KatCisl, "
         "CZJm, Zanr, Jazyk) SELECT i, 'Film', 'Drama', 0 FROM n");
@@ -233,10 +199,10 @@ TEST_F(FilmListsTest, AFullDiskLeavesTheFormerListWhole) {
     const rlimit small{200000, usual.rlim_max};
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     setrlimit(RLIMIT_FSIZE, &small);
-    const QByteArray after = printed(Kind::simple);
+    const QString after = printed(Kind::simple);
     setrlimit(RLIMIT_FSIZE, &usual);
     std::signal(SIGXFSZ, handler);
     EXPECT_TRUE(after == former) << after.size();
-    EXPECT_EQ(QDir(folder() + u"/data"_s).entryList({u"test.htm*"_s}), QStringList(u"test.htm"_s));
+    EXPECT_EQ(QDir(at(u"data"_s)).entryList({u"test.htm*"_s}), QStringList(u"test.htm"_s));
     EXPECT_GT(printed(Kind::simple).size(), 200000);
 }

@@ -40,7 +40,7 @@ class PagePrinterTest : public TemporaryProgram {
     QString printed(int resolution, QPageSize::PageSizeId paper = QPageSize::A4) const {
         QPrinter printer(QPrinter::HighResolution);
         printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(folder() + u"/page.pdf"_s);
+        printer.setOutputFileName(at(u"page.pdf"_s));
         printer.setResolution(resolution);
         printer.setPageSize(QPageSize(paper));
         pagePrinter::print(page(), printer);
@@ -50,10 +50,9 @@ class PagePrinterTest : public TemporaryProgram {
     Measured measure(const QString& pdf) const {
         constexpr int dotsPerMm = 10;
         QProcess poppler;
-        poppler.start(u"pdftoppm"_s,
-                      {u"-r"_s, u"254"_s, u"-singlefile"_s, u"-png"_s, pdf, folder() + u"/page"_s});
+        poppler.start(u"pdftoppm"_s, {u"-r"_s, u"254"_s, u"-singlefile"_s, u"-png"_s, pdf, at(u"page"_s)});
         EXPECT_TRUE(poppler.waitForFinished());
-        const QImage seen(folder() + u"/page.png"_s);
+        const QImage seen(at(u"page.png"_s));
         QRect red;
         for (int y = 0; y < seen.height(); ++y) {
             for (int x = 0; x < seen.width(); ++x) {
@@ -65,7 +64,7 @@ class PagePrinterTest : public TemporaryProgram {
                 mm(red.bottom() + 1), mm(seen.width()), mm(seen.height())};
     }
 
-    const QString cover = folder() + u"/data/fobl.jpg"_s;
+    const QString cover = at(u"data/fobl.jpg"_s);
 };
 
 }  // namespace
@@ -88,12 +87,9 @@ TEST_F(PagePrinterTest, ACoverHasItsSizeAndPlaceAtEveryResolution) {
 TEST_F(PagePrinterTest, WhatCannotBePrintedIsAFailure) {
     QFile(cover).remove();
     EXPECT_EQ(failureOf([&] { printed(300); }), 53);
-    QFile broken(cover);
-    ASSERT_TRUE(broken.open(QFile::WriteOnly));
-    broken.write("<html>");
-    broken.close();
+    write(cover, "<html>");
     EXPECT_EQ(failureOf([&] { printed(300); }), 481);
-    EXPECT_FALSE(QFile::exists(folder() + u"/page.pdf"_s));
+    EXPECT_FALSE(QFile::exists(at(u"page.pdf"_s)));
     QImage(2, 2, QImage::Format_RGB32).save(cover, "JPG");
     QDir(folder()).mkdir(u"page.pdf"_s);  // what cannot be written to
     EXPECT_EQ(failureOf([&] { printed(300); }), 482);
