@@ -192,8 +192,6 @@ TEST_F(DownloadTest, ContentUpToTheLimitOnly) {
         EXPECT_TRUE(download(server.root(), path, limits));
         EXPECT_EQ(stored(), QByteArray(1000, 'x'));
     }
-    EXPECT_EQ(DownloadLimits().bytes, 67'108'864);
-    EXPECT_EQ(DownloadLimits().quiet, 30s);
 }
 
 TEST_F(DownloadTest, SilenceEndsADownloadButSlownessDoesNot) {

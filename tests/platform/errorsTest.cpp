@@ -1,22 +1,12 @@
 #include "platform/errors.h"
 
-#include <gtest/gtest.h>
-
 #include <stdexcept>
 
-#include "support/printers.h"
+#include "support/TemporaryProgram.h"
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-class Errors : public testing::Test {
- protected:
-    Errors() { Err.Clear(); }
-    ~Errors() override { Err.Clear(); }
-};
-
-}  // namespace
+using Errors = TemporaryProgram;
 
 TEST_F(Errors, SkippedFailureStaysReadableUntilItIsCleared) {
     EXPECT_FALSE(Err.pending());

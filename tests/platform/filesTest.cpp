@@ -9,40 +9,32 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-class FilesTest : public TemporaryProgram {
- protected:
-    QString path(const QString& name) const { return folder() + u'/' + name; }
-};
-
-}  // namespace
+using FilesTest = TemporaryProgram;
 
 TEST_F(FilesTest, ACopyReplacesTheTargetOrLeavesIt) {
-    files::write(path(u"small"_s), {"one", "two"});
-    files::write(path(u"large"_s), {QByteArray(300000, 'x')});
-    files::copy(path(u"small"_s), path(u"target"_s));
-    EXPECT_EQ(files::readAll(path(u"target"_s)), "onetwo");
-    EXPECT_EQ(failureOf([&] { files::copy(path(u"missing"_s), path(u"target"_s)); }), 53);
-    EXPECT_EQ(failureOf([&] { files::copy(path(u"small"_s), path(u"no/target"_s)); }), 75);
-    EXPECT_EQ(failureOf([&] { files::copy(folder(), path(u"target"_s)); }), 53);
+    files::write(at(u"small"_s), {"one", "two"});
+    files::write(at(u"large"_s), {QByteArray(300000, 'x')});
+    files::copy(at(u"small"_s), at(u"target"_s));
+    EXPECT_EQ(content(u"target"_s), "onetwo");
+    EXPECT_EQ(failureOf([&] { files::copy(at(u"missing"_s), at(u"target"_s)); }), 53);
+    EXPECT_EQ(failureOf([&] { files::copy(at(u"small"_s), at(u"no/target"_s)); }), 75);
+    EXPECT_EQ(failureOf([&] { files::copy(folder(), at(u"target"_s)); }), 53);
     // Writing beyond this size fails as it does on a full disk.
     rlimit usual{};
     getrlimit(RLIMIT_FSIZE, &usual);
     const rlimit tight{200000, usual.rlim_max};
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     setrlimit(RLIMIT_FSIZE, &tight);
-    EXPECT_EQ(failureOf([&] { files::copy(path(u"large"_s), path(u"target"_s)); }), 61);
+    EXPECT_EQ(failureOf([&] { files::copy(at(u"large"_s), at(u"target"_s)); }), 61);
     setrlimit(RLIMIT_FSIZE, &usual);
     std::signal(SIGXFSZ, handler);
-    EXPECT_EQ(files::readAll(path(u"target"_s)), "onetwo");
-    files::copy(path(u"large"_s), path(u"target"_s));
-    EXPECT_EQ(files::readAll(path(u"target"_s)).size(), 300000);
+    EXPECT_EQ(content(u"target"_s), "onetwo");
+    files::copy(at(u"large"_s), at(u"target"_s));
+    EXPECT_EQ(content(u"target"_s).size(), 300000);
 }
 
 TEST_F(FilesTest, WhatTheProgramWritesIsItsOwnersAlone) {
-    files::write(path(u"own"_s), {"x"});
-    EXPECT_EQ(QFile::permissions(path(u"own"_s)) & (QFile::ReadGroup | QFile::ReadOther),
-              QFile::Permissions());
-    EXPECT_EQ(failureOf([&] { files::readAll(path(u"missing"_s)); }), 53);
+    files::write(at(u"own"_s), {"x"});
+    EXPECT_EQ(QFile::permissions(at(u"own"_s)) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+    EXPECT_EQ(failureOf([&] { files::readAll(at(u"missing"_s)); }), 53);
 }

@@ -44,43 +44,13 @@ const QString openLoans =
 
 }  // namespace
 
-TEST_F(RecordsetTest, EveryQueryOfTheProgramGivesItsRows) {
-    const struct {
-        QString query;
-        QStringView column;
-        QStringList values;
-    } cases[] = {
+TEST_F(RecordsetTest, AQueryGivesItsRowsWhateverTheLetterCaseOfItsNames) {
+    const std::tuple<QString, QStringView, QStringList> cases[] = {
         {u"SELECT * from tDVD Order by CZJM"_s, u"czjm", {u"Cesta"_s, u"Čáp"_s, u"chata"_s, u"Žena"_s}},
         {u"SELECT * from tDVD Order by KatCisl"_s, u"KATCISL", {u"Null"_s, u"10"_s, u"12a"_s, u"9"_s}},
-        {u"SELECT * from tDVD WHERE DVDID =2"_s, u"CZJm", {u"Cesta"_s}},
-        {u"SELECT * FROM tDVD WHERE DVDID=4;"_s, u"Jazyk", {u"0"_s}},
         {u"SELECT * from tDVD WHERE DVDID=0"_s, u"CZJm", {}},
-        {u"SELECT * from tDVD ORDER BY DVDID DESC"_s, u"DVDID", {u"4"_s, u"3"_s, u"2"_s, u"1"_s}},
-        {u"SELECT * from tDVD ORDER BY KatCisl ASC"_s, u"DVDID", {u"3"_s, u"1"_s, u"4"_s, u"2"_s}},
         {openLoans + u';', u"USNAME", {u"Novák"_s, u"Dvořák"_s}},
         {openLoans + u" and tDVD.DVDID=4;"_s, u"pdatpujcky", {u"04.02.2026 9:01:02"_s}},
-        {u"SELECT * from tOddeleni where odID=2"_s, u"odjm", {u"Dětské filmy"_s}},
-        {u"SELECT * from tUser order by USNAME"_s, u"USID", {u"12"_s, u"7"_s}},
-        {u"SELECT * from tUser ORDER BY USNAME"_s, u"USNAME", {u"Dvořák"_s, u"Novák"_s}},
-        {u"SELECT * from tPujcky WHERE p_DVDID=2 and PDatVraceni is null"_s, u"P_UID", {u"7"_s}},
-        {u"SELECT tDVD.DVDID, tDVD.CZJm FROM tDVD  where  NOT EXISTS ( SELECT  *  FROM tPujcky  WHERE  "
-         u"p_dvdid "
-         "=DVDID ) or  NOT EXISTS ( SELECT  *  FROM tPujcky  WHERE  p_dvdid =DVDID and pdatvraceni is null) "
-         "ORDER "
-         "BY CZJM;"_s,
-         u"CZJM",
-         {u"Žena"_s}},
-        {u"SELECT tDVD.DVDID, tDVD.CZJm FROM tDVD  where  EXISTS ( SELECT  *  FROM tPujcky  WHERE  p_dvdid "
-         u"=DVDID "
-         "and pdatvraceni is null and P_UID=12) ORDER BY CZJM;"_s,
-         u"DVDID",
-         {u"4"_s}},
-        {u"SELECT tDVD.CZJm, tPujcky.PDatPujcky, tPujcky.PDatVraceni, tUser.USID FROM tUser INNER JOIN (tDVD "
-         u"INNER "
-         "JOIN tPujcky ON tDVD.DVDID = tPujcky.P_DVDID) ON tUser.USID = tPujcky.P_UID Where "
-         "(((tPujcky.PDatVraceni) Is Not Null) And ((tUser.USID) = 7)) ORDER BY tPujcky.PDatVraceni DESC;"_s,
-         u"PDatVraceni",
-         {u"05.01.2026 8:00:00"_s}},
     };
     for (const auto& [query, name, values] : cases) {
         SCOPED_TRACE(query.toStdString());
@@ -90,15 +60,6 @@ TEST_F(RecordsetTest, EveryQueryOfTheProgramGivesItsRows) {
         EXPECT_EQ(rows.RecordCount(), values.size());
         rows.Close();
     }
-    open(u"SELECT * from tZanr "_s);
-    EXPECT_EQ(rows.Fields(u"zname").Value(), DbValue(u"Akční"_s));
-    EXPECT_EQ(rows.Fields(u"ZCOLOR").Value(), DbValue(0));
-    rows.Close();
-    ado::Connection pictureFile;
-    pictureFile.Open(connectionString(pictures()));
-    rows.Open(u"SELECT * from tPicture where PicDVDID=5 and PICSKUP='O'"_s, pictureFile);
-    EXPECT_TRUE(rows.Eof());
-    EXPECT_EQ(rows.RecordCount(), 0);
 }
 
 TEST_F(RecordsetTest, AnUpdateThroughTheBracketedJoinClosesOnlyTheCurrentLoan) {
@@ -190,11 +151,7 @@ TEST_F(RecordsetTest, TheRowsAreFixedWhenTheRecordsetIsOpened) {
 
 TEST_F(RecordsetTest, AColumnRefusesWhatItCannotHoldAndKeepsItsValue) {
     open(u"SELECT * from tDVD WHERE DVDID =2"_s);
-    const struct {
-        QStringView column;
-        DbValue value;
-        qint32 failure;
-    } cases[] = {
+    const std::tuple<QStringView, DbValue, qint32> cases[] = {
         {u"DiskPocet", u"dva"_s, errors::typeMismatch},    {u"DiskPocet", u""_s, errors::typeMismatch},
         {u"DiskPocet", u"3000000000"_s, errors::overflow}, {u"Jazyk", qint64{1} << 40, errors::overflow},
         {u"Jazyk", QByteArray("1"), errors::typeMismatch}, {u"CZJm", QByteArray("1"), errors::typeMismatch},

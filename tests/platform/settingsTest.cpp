@@ -14,7 +14,7 @@ namespace {
 
 class Settings : public TemporaryProgram {
  protected:
-    const QString store = folder() + u"/settings/Kino.conf"_s;
+    const QString store = at(u"settings/Kino.conf"_s);
 
     static QString read(const QString& key, const QString& section = u"Main"_s,
                         const QString& application = u"Kino"_s) {
@@ -37,9 +37,9 @@ lines|🎬)"_s.split(u'|');
     for (qsizetype at = 0; at < texts.size(); ++at)
         save(u"Text %1"_s.arg(at), texts[at]);
     // Read from a copy elsewhere, as what this process remembers of the first store does not count.
-    ASSERT_TRUE(QDir().mkpath(folder() + u"/other"_s));
-    ASSERT_TRUE(QFile::copy(store, folder() + u"/other/Kino.conf"_s));
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder() + u"/other"_s);
+    ASSERT_TRUE(QDir().mkpath(at(u"other"_s)));
+    ASSERT_TRUE(QFile::copy(store, at(u"other/Kino.conf"_s)));
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, at(u"other"_s));
     for (qsizetype at = 0; at < texts.size(); ++at)
         EXPECT_EQ(read(u"Text %1"_s.arg(at)), texts[at]);
 }
@@ -58,10 +58,7 @@ TEST_F(Settings, ApplicationSectionAndKeyAreKeptApart) {
 
 TEST_F(Settings, ChangesMadeByHandAreSeen) {
     save(u"Name"_s, u"old"_s);
-    QFile file(store);
-    ASSERT_TRUE(file.open(QFile::WriteOnly));
-    file.write("[Main]\nName=new name\nList=a,b,c\nNumber=5\n");
-    file.close();
+    write(store, "[Main]\nName=new name\nList=a,b,c\nNumber=5\n");
     EXPECT_EQ(read(u"Name"_s), u"new name"_s);
     EXPECT_EQ(read(u"List"_s), u"a,b,c"_s);
     EXPECT_EQ(read(u"Number"_s), u"5"_s);
@@ -86,7 +83,5 @@ TEST_F(Settings, StoreThatCannotBeWrittenStaysAsItWas) {
     ASSERT_EQ(root ? setresuid(0, 0, 0) : 0, 0);
     setMode(folder() + u"/settings"_s, 0755);
     EXPECT_EQ(before, u"old"_s);
-    QFile file(store);
-    ASSERT_TRUE(file.open(QFile::ReadOnly));
-    EXPECT_TRUE(file.readAll().contains("Key=old"));
+    EXPECT_TRUE(content(store).contains("Key=old"));
 }

@@ -8,14 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class Text : public testing::Test {
- protected:
-    Text() { QLocale::setDefault(QLocale(u"cs_CZ"_s)); }
-    ~Text() override { QLocale::setDefault(former_); }
-
- private:
-    QLocale former_;
-};
+using Text = TemporaryProgram;
 
 constexpr double infinite = std::numeric_limits<double>::infinity();
 
@@ -37,19 +30,18 @@ TEST_F(Text, ChangingCaseKeepsPositions) {
 }
 
 TEST_F(Text, SearchingCountsFromOne) {
-    const struct {
-        QStringView text, needle;
-        qsizetype start, exact, anyCase;
-    } cases[] = {{u"abcabc", u"a", 1, 1, 1},   {u"abcabc", u"a", 2, 4, 4},     {u"abcabc", u"c", 6, 6, 6},
-                 {u"abcabc", u"c", 7, 0, 0},   {u"abcabc", u"x", 1, 0, 0},     {u"abcabc", u"CA", 1, 0, 3},
-                 {u"abcabc", u"", 3, 3, 3},    {u"abcabc", u"", 7, 0, 0},      {u"", u"a", 1, 0, 0},
-                 {u"", u"", 1, 0, 0},          {u"Máj á", u"Á", 1, 0, 2},      {u"Máj á", u"Á", 3, 0, 5},
-                 {u"málo", u"a", 1, 0, 0},     {u"ŽIŽKA", u"žk", 1, 0, 3},     {u"STRASSE", u"ß", 1, 0, 0},
-                 {u"Straße B", u"b", 1, 0, 8}, {u"Straße B", u"SSE", 1, 0, 0}, {u"\uFB01lm", u"L", 1, 0, 2}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(u"%1 in %2 from %3"_s.arg(c.needle, c.text).arg(c.start).toStdString());
-        EXPECT_EQ(text::inStr(c.text, c.needle, c.start), c.exact);
-        EXPECT_EQ(text::inStrIgnoringCase(c.text, c.needle, c.start), c.anyCase);
+    // Text, needle and start; the place found, and the one found whatever the case.
+    const std::tuple<QStringView, QStringView, qsizetype, qsizetype, qsizetype> cases[] = {
+        {u"abcabc", u"a", 1, 1, 1},   {u"abcabc", u"a", 2, 4, 4},     {u"abcabc", u"c", 6, 6, 6},
+        {u"abcabc", u"c", 7, 0, 0},   {u"abcabc", u"x", 1, 0, 0},     {u"abcabc", u"CA", 1, 0, 3},
+        {u"abcabc", u"", 3, 3, 3},    {u"abcabc", u"", 7, 0, 0},      {u"", u"a", 1, 0, 0},
+        {u"", u"", 1, 0, 0},          {u"Máj á", u"Á", 1, 0, 2},      {u"Máj á", u"Á", 3, 0, 5},
+        {u"málo", u"a", 1, 0, 0},     {u"ŽIŽKA", u"žk", 1, 0, 3},     {u"STRASSE", u"ß", 1, 0, 0},
+        {u"Straße B", u"b", 1, 0, 8}, {u"Straße B", u"SSE", 1, 0, 0}, {u"\uFB01lm", u"L", 1, 0, 2}};
+    for (const auto& [text, needle, start, exact, anyCase] : cases) {
+        SCOPED_TRACE(u"%1 in %2 from %3"_s.arg(needle, text).arg(start).toStdString());
+        EXPECT_EQ(text::inStr(text, needle, start), exact);
+        EXPECT_EQ(text::inStrIgnoringCase(text, needle, start), anyCase);
     }
     EXPECT_EQ(failureOf([] { text::inStr(u"abc", u"a", 0); }), 5);
     EXPECT_EQ(failureOf([] { text::inStrIgnoringCase(u"abc", u"a", -1); }), 5);

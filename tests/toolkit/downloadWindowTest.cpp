@@ -1,5 +1,4 @@
 #include <QCursor>
-#include <QFile>
 #include <QTest>
 
 #include "support/RawServer.h"
@@ -44,7 +43,7 @@ TEST_F(DownloadWindowTest, WindowsArePaintedWhileTheUserWaits) {
         canvas.update();
     });
     WindowOutside real;
-    const QString path = folder() + u"/page.htm"_s;
+    const QString path = at(u"page.htm"_s);
     EXPECT_TRUE(real.download(server.root(), path));
     canvas.painted = [] {};
     EXPECT_EQ(canvas.moves, movesBefore);
@@ -52,7 +51,5 @@ TEST_F(DownloadWindowTest, WindowsArePaintedWhileTheUserWaits) {
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
     EXPECT_TRUE(QTest::qWaitFor([&] { return canvas.moves > movesBefore; }));
 
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll(), "film");
+    EXPECT_EQ(content(path), "film");
 }

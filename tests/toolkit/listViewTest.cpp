@@ -171,10 +171,8 @@ TEST_F(ListViewTest, TheContextMenuIsAskedForByTheReleaseOfTheRightButton) {
 }
 
 TEST(Twips, ArePixelsAtFifteenEach) {
-    const struct {
-        int twips;
-        int pixels;
-    } cases[] = {{0, 0}, {15, 1}, {50, 3}, {2500, 167}, {10770, 718}, {-30, -2}, {-50, -3}};
+    const std::pair<int, int> cases[] = {{0, 0},       {15, 1},   {50, 3},  {2500, 167},
+                                         {10770, 718}, {-30, -2}, {-50, -3}};
     for (const auto& [twips, pixels] : cases)
         EXPECT_EQ(twips::toPixels(twips), pixels);
 }

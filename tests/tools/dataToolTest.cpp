@@ -21,16 +21,6 @@ class DataFiles : public TemporaryProgram {
         const QByteArray written = program.readAllStandardOutput() + program.readAllStandardError();
         return u"%1 %2"_s.arg(program.exitCode()).arg(QString::fromUtf8(written));
     }
-    QString at(const QString& path) const { return folder() + u'/' + path; }
-    void write(const QString& path, const QByteArray& content) const {
-        QFile file(at(path));
-        ASSERT_TRUE(file.open(QFile::WriteOnly));
-        file.write(content);
-    }
-    QByteArray content(const QString& path) const {
-        QFile file(at(path));
-        return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray("missing");
-    }
     QStringList names(const QString& path) const {
         return QDir(at(path)).entryList(QDir::Files | QDir::Dirs | QDir::Hidden | QDir::System |
                                         QDir::NoDotAndDotDot);
@@ -122,11 +112,7 @@ TEST_F(DataFiles, BlankCatalogueNumberBecomesTheKey) {
 }
 
 TEST_F(DataFiles, FileWithAnyFaultAddsNoFilmAtAll) {
-    const struct {
-        const char* fault;
-        QByteArray csv;
-        QString told;
-    } cases[] = {
+    const std::tuple<const char*, QByteArray, QString> cases[] = {
         {"empty", "", u"prázdný"_s},
         {"unknown column", "CZJm,Cena\nKolja,5\n", u"Řádek 1: neznámý sloupec \"Cena\""_s},
         {"column without a name", "CZJm,\nKolja,\n", u"Řádek 1"_s},
@@ -145,12 +131,12 @@ TEST_F(DataFiles, FileWithAnyFaultAddsNoFilmAtAll) {
          "\xEF\xBB\xBF"
          "CZJm\nPel\xED\x9Aky\n",
          u"Řádek 2: znak"_s}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.fault);
+    for (const auto& [fault, csv, told] : cases) {
+        SCOPED_TRACE(fault);
         try {
-            ADD_FAILURE() << "added " << load(c.csv);
+            ADD_FAILURE() << "added " << load(csv);
         } catch (const RuntimeError& failure) {
-            EXPECT_TRUE(failure.description().contains(c.told)) << failure.what();
+            EXPECT_TRUE(failure.description().contains(told)) << failure.what();
         }
         EXPECT_EQ(number("SELECT COUNT(*) FROM tDVD"), 0);
         sql("DELETE FROM tDVD");
@@ -158,20 +144,17 @@ TEST_F(DataFiles, FileWithAnyFaultAddsNoFilmAtAll) {
 }
 
 TEST_F(DataFiles, BothCodePagesAndSeparatorsAreUnderstood) {
-    const struct {
-        QByteArray csv;
-        QString encoding;
-        QChar separator;
-    } cases[] = {{"CZJm;Rok;Obsah\nPel\xED\x9Aky;1999;a,b\n", u"Windows-1250"_s, u';'},
-                 {"CZJm,Rok,Obsah\r\nPel\xED\x9Aky,1999,\"a,b\"\r\n", u"Windows-1250"_s, u','},
-                 {"CZJm;Rok;Obsah\nPelíšky;1999;a,b\n", u"UTF-8"_s, u';'},
-                 {"\xEF\xBB\xBF\"CZJm\";Rok;Obsah\nPelíšky;\"1999\";a,b\n", u"UTF-8"_s, u';'}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.csv.toStdString());
-        write(u"films.csv"_s, c.csv);
+    const std::tuple<QByteArray, QString, QChar> cases[] = {
+        {"CZJm;Rok;Obsah\nPel\xED\x9Aky;1999;a,b\n", u"Windows-1250"_s, u';'},
+        {"CZJm,Rok,Obsah\r\nPel\xED\x9Aky,1999,\"a,b\"\r\n", u"Windows-1250"_s, u','},
+        {"CZJm;Rok;Obsah\nPelíšky;1999;a,b\n", u"UTF-8"_s, u';'},
+        {"\xEF\xBB\xBF\"CZJm\";Rok;Obsah\nPelíšky;\"1999\";a,b\n", u"UTF-8"_s, u';'}};
+    for (const auto& [csv, encoding, separator] : cases) {
+        SCOPED_TRACE(csv.toStdString());
+        write(u"films.csv"_s, csv);
         const auto report = filmLoader::load(at(u"data"_s), at(u"films.csv"_s), [](qint64) {});
-        EXPECT_EQ(report.encoding, c.encoding);
-        EXPECT_EQ(report.separator, c.separator);
+        EXPECT_EQ(report.encoding, encoding);
+        EXPECT_EQ(report.separator, separator);
         EXPECT_EQ(text("SELECT CZJm||Rok||Obsah FROM tDVD"), u"Pelíšky1999a,b"_s);
         sql("DELETE FROM tDVD");
     }

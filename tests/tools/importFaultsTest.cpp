@@ -48,11 +48,7 @@ class ImportFaults : public OldPair {
 }  // namespace
 
 TEST_F(ImportFaults, FileThatCannotBeReadIsRefused) {
-    const struct {
-        const char* fault;
-        std::function<void()> make;
-        QString told;
-    } cases[] = {
+    const std::tuple<const char*, std::function<void()>, QString> cases[] = {
         {"no file", [this] { QFile::remove(at(u"old/pictures.ddb"_s)); },
          u"pictures.ddb nelze převést: soubor tam není"_s},
         {"empty", [this] { cut(u"old/data.ddb"_s, 0); }, u"soubor je prázdný"_s},
@@ -77,21 +73,17 @@ TEST_F(ImportFaults, FileThatCannotBeReadIsRefused) {
     };
     const QByteArray data = content(u"old/data.ddb"_s);
     const QByteArray pictures = content(u"old/pictures.ddb"_s);
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.fault);
+    for (const auto& [fault, make, told] : cases) {
+        SCOPED_TRACE(fault);
         write(u"old/data.ddb"_s, data);
         write(u"old/pictures.ddb"_s, pictures);
-        c.make();
-        expectRefused(c.told);
+        make();
+        expectRefused(told);
     }
 }
 
 TEST_F(ImportFaults, ProgramThatFailsIsNotBelieved) {
-    const struct {
-        QString program;
-        QByteArray script;
-        QString told;
-    } cases[] = {
+    const std::tuple<QString, QByteArray, QString> cases[] = {
         {u"mdb-count"_s, "[ \"$2\" != tDVD ] || exec echo 41; PATH=${PATH#*:} exec mdb-count \"$@\"",
          u"Nesouhlasí to: tabulka tDVD má podle starého souboru 41 řádků a přečíst se jich dá 40."_s},
         {u"mdb-count"_s, "echo 39", u"Nesouhlasí to"_s},
@@ -102,11 +94,11 @@ TEST_F(ImportFaults, ProgramThatFailsIsNotBelieved) {
         {u"mdb-export"_s, "PATH=${PATH#*:} mdb-export \"$@\" | head -n 1",
          u"Dvě čtení téže tabulky se rozcházejí"_s},
         {u"mdb-export"_s, "printf 'DVDID,\"x'", u"Výpis tabulky ze starého souboru je neúplný"_s}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.script.toStdString());
-        replaceProgram(c.program, c.script);
-        expectRefused(c.told);
-        QFile::remove(at(u"bin/"_s + c.program));
+    for (const auto& [name, script, told] : cases) {
+        SCOPED_TRACE(script.toStdString());
+        replaceProgram(name, script);
+        expectRefused(told);
+        QFile::remove(at(u"bin/"_s + name));
     }
     environment.insert(u"PATH"_s, at(u"bin"_s));
     expectRefused(u"balíček mdbtools"_s);

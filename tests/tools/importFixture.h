@@ -22,17 +22,6 @@ class OldPair : public TemporaryProgram {
         QString errors;
     };
 
-    QString at(const QString& path) const { return folder() + QLatin1Char('/') + path; }
-    QByteArray content(const QString& path) const {
-        QFile file(at(path));
-        return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray("missing");
-    }
-    void write(const QString& path, const QByteArray& bytes) const {
-        QFile file(at(path));
-        ASSERT_TRUE(file.open(QFile::WriteOnly));
-        file.write(bytes);
-        file.setPermissions(file.permissions() | QFile::WriteOwner | QFile::ExeOwner);
-    }
     /// Replaces bytes of an old file.
     void patch(const QString& path, const QByteArray& from, const QByteArray& to) const {
         QByteArray bytes = content(path);
@@ -54,6 +43,7 @@ class OldPair : public TemporaryProgram {
         using namespace Qt::StringLiterals;
         QDir().mkpath(at(u"bin"_s));
         write(u"bin/"_s + name, "#!/bin/sh\n" + script);
+        QFile::setPermissions(at(u"bin/"_s + name), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         environment.insert(u"PATH"_s, at(u"bin:"_s) + qEnvironmentVariable("PATH"));
     }
     Result run(const QStringList& arguments, const std::function<void()>& inChild = {}) const {

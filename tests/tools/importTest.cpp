@@ -34,11 +34,8 @@ class Import : public OldPair {
         return result;
     }
     void expectTruth() const {
-        const QJsonObject truth = QJsonDocument::fromJson([] {
-                                      QFile file(QStringLiteral(KALVERA_OLD_PAIR "/expected.json"));
-                                      return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
-                                  }())
-                                      .object();
+        const QJsonObject truth =
+            QJsonDocument::fromJson(content(QStringLiteral(KALVERA_OLD_PAIR "/expected.json"))).object();
         ASSERT_EQ(truth.size(), 6);
         for (auto table = truth.begin(); table != truth.end(); ++table) {
             const QJsonArray expected = table.value().toArray();
@@ -55,22 +52,20 @@ class Import : public OldPair {
  private:
     static void put(QJsonObject& row, const sqlite::Statement& all, int column) {
         const QString name = QString::fromUtf8(sqlite3_column_name(all.handle(), column));
-        const bool isNumber = sqlite3_column_type(all.handle(), column) == SQLITE_INTEGER;
-        QJsonValue value = isNumber             ? QJsonValue(all.number(column))
-                           : all.isNull(column) ? QJsonValue()
-                                                : QJsonValue(all.text(column));
         if (name == u"PicDat"_s) {
             const QByteArray bytes(static_cast<const char*>(sqlite3_column_blob(all.handle(), column)),
                                    sqlite3_column_bytes(all.handle(), column));
-            const auto picture = QByteArrayView(bytes).first(all.isNull(column) ? 0 : all.number(column - 1));
-            row[u"PicDat_length"_s] = all.isNull(column) ? QJsonValue() : QJsonValue(bytes.size());
-            row[u"sha256"_s] =
-                all.isNull(column)
-                    ? QJsonValue()
-                    : QJsonValue(QString::fromLatin1(
-                          QCryptographicHash::hash(picture, QCryptographicHash::Sha256).toHex()));
+            const bool none = all.isNull(column);
+            const auto picture = QByteArrayView(bytes).first(none ? 0 : all.number(column - 1));
+            const QByteArray sha = QCryptographicHash::hash(picture, QCryptographicHash::Sha256).toHex();
+            row[u"PicDat_length"_s] = none ? QJsonValue() : QJsonValue(bytes.size());
+            row[u"sha256"_s] = none ? QJsonValue() : QJsonValue(QString::fromLatin1(sha));
             return;
         }
+        const bool isNumber = sqlite3_column_type(all.handle(), column) == SQLITE_INTEGER;
+        const QJsonValue value = isNumber             ? QJsonValue(all.number(column))
+                                 : all.isNull(column) ? QJsonValue()
+                                                      : QJsonValue(all.text(column));
         row[name] = value;
     }
 };
