@@ -91,11 +91,9 @@ TEST_F(FrmMasterTest, ADamagedWidthTextIsToldOnceAndMendedAtTheEnd) {
     for (const auto& [stored, widths, failure] : cases) {
         SCOPED_TRACE(stored.toStdString());
         UlozNastaveni(u"ColSie"_s, stored);
-        outside.boxes.clear();
         EXPECT_EQ(window().GetColSizeStr(), widths);
-        EXPECT_EQ(outside.boxes, QList({ScriptedOutside::Box{u"Chyba :"_s + errors::description(failure) +
-                                                                 u"\n\nfrmMaster/Sub:SetColSizeStr"_s,
-                                                             16, u"Chyba aplikace:"_s}}));
+        EXPECT_EQ(outside.told(), u"Chyba :"_s + errors::description(failure) +
+                                      u"\n\nfrmMaster/Sub:SetColSizeStr|16|Chyba aplikace:"_s);
         window().show();
         window().close();
         EXPECT_EQ(CtiNastaveni(u"ColSie"_s, u""_s), widths);

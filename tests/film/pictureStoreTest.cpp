@@ -49,13 +49,6 @@ class PictureStoreTest : public TemporaryProgram {
         return sqlite::Database(pictures(), sqlite::Database::Mode::readWrite)
             .number("SELECT count(*) FROM tPicture");
     }
-
-    QStringList boxTexts() const {
-        QStringList texts;
-        for (const auto& box : outside.boxes)
-            texts += box.text;
-        return texts;
-    }
 };
 
 /// What stands behind the picture in its column, by where the last piece was read.
@@ -120,8 +113,7 @@ TEST_F(PictureStoreTest, ACoverThatCannotBeReadIsToldAndThePreviewStopsInSilence
     const qint32 cover = UlozObal(5, missing);
     EXPECT_EQ(row(cover), u"5Ojpg:-"_s);
     EXPECT_EQ(stored(cover), "no data");
-    EXPECT_EQ(boxTexts(), QStringList(errors::description(errors::fileNotFound)));
-    outside.boxes.clear();
+    EXPECT_EQ(outside.told(), errors::description(errors::fileNotFound) + u"|0|"_s);
     EXPECT_EQ(failureOf([&] { UlozNahled(5, missing); }), errors::fileNotFound);
     EXPECT_EQ(rows(), 1);
 
@@ -136,10 +128,10 @@ TEST_F(PictureStoreTest, ACoverThatCannotBeReadIsToldAndThePreviewStopsInSilence
 
 TEST_F(PictureStoreTest, AnEmptyFileIsToldAndLeavesTheDataAsTheyWere) {
     const QString empty = pictureFile(0, u"prazdny.jpg"_s);
-    const QString told = empty + u" je poškozený nebo nebyl nalezen."_s;
+    const QString told = empty + u" je poškozený nebo nebyl nalezen.|0|"_s;
     EXPECT_EQ(row(UlozObal(3, empty)), u"3Ojpg:-"_s);
     EXPECT_EQ(row(UlozNahled(3, empty)), u"3Njpg:-"_s);
-    EXPECT_EQ(boxTexts(), QStringList({told, told}));
+    EXPECT_EQ(outside.told(), told + u'\n' + told);
     // Taking such a row out leaves no file behind, not even an older one.
     pictureFile(9, u"data/obal.jpg"_s);
     EXPECT_EQ(ZobrazObal(1), data(u"obal.jpg"_s));
@@ -151,8 +143,7 @@ TEST_F(PictureStoreTest, AMissingPictureFileIsToldAtEveryCheckOfTheCoverOnly) {
     const QString path = pictureFile(10);
     ASSERT_TRUE(QFile::remove(pictures()));
     EXPECT_EQ(UlozObal(1, path), 0);
-    EXPECT_EQ(boxTexts(), QStringList(4, u"Soubor databáze nelze otevřít."_s));
-    outside.boxes.clear();
+    EXPECT_EQ(outside.told(), QStringList(4, u"Soubor databáze nelze otevřít.|0|"_s).join(u'\n'));
     EXPECT_EQ(failureOf([&] { UlozNahled(1, path); }), errors::database);
     EXPECT_TRUE(outside.boxes.isEmpty());
     EXPECT_EQ(ZobrazObal(1), u""_s);

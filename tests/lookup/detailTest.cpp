@@ -14,7 +14,7 @@ namespace {
 
 const Sites sites{.filmDb = u"http://film.example"_s, .filmDb2 = u"http://imdb.example"_s};
 const QString film = u"http://film.example/film/1-DUM/"_s;
-const ScriptedOutside::Box downloadFailed{u"Pri detailu došlo k chybě chybe."_s, 0, u""_s};
+const QString downloadFailed = u"Pri detailu došlo k chybě chybe.|0|"_s;
 
 class DetailTest : public TemporaryProgram {
  protected:
@@ -127,15 +127,14 @@ TEST_F(DetailTest, FailedDownloadsAreToldAndTheRestIsReadFromWhatIsThere) {
     outside.pages[film] = filmPages::fullPage({}, sites.filmDb2).toUtf8() + "<a href=\"?text=87\" >";
     outside.pages.remove(u"http://imdb.example/title/tt0123456"_s);
     read();
-    EXPECT_EQ(outside.boxes, QList({downloadFailed, downloadFailed}));
+    EXPECT_EQ(outside.told(), downloadFailed + u'\n' + downloadFailed);
     EXPECT_EQ(field(Field::czechTitle), u"Ztracený dům"_s);
     EXPECT_EQ(field(Field::originalTitle), u"-"_s);
 
     outside.pages.clear();
-    outside.boxes.clear();
     window.fields.clear();
     read();
-    EXPECT_EQ(outside.boxes, QList({downloadFailed}));
+    EXPECT_EQ(outside.told(), downloadFailed);
     EXPECT_TRUE(window.fields.isEmpty());
     EXPECT_FALSE(window.waits);
 }
@@ -157,8 +156,7 @@ TEST_F(DetailTest, WithoutARowTheFilesOfTheLastReadingAreReadAgain) {
     window.row = -1;
     window.fields.clear();
     read();
-    EXPECT_EQ(outside.boxes,
-              QList({ScriptedOutside::Box{u"Není vybraný film v seznamu nalezených."_s, 64, u""_s}}));
+    EXPECT_EQ(outside.told(), u"Není vybraný film v seznamu nalezených.|64|"_s);
     EXPECT_TRUE(window.fields.isEmpty());
 }
 

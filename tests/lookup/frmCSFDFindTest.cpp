@@ -60,7 +60,7 @@ TEST_F(FrmCSFDFindTest, EverySearchAddsItsFilmsAndAFailedOneChangesNothing) {
     auto& term = control<QLineEdit>(window, "Text1");
     auto& list = control<ListView>(window, "lvwSeznam");
     click(window, "Command1");  // no term: not found
-    EXPECT_EQ(outside.boxes, QList({ScriptedOutside::Box{u"Pri stahovani doslo k chybe."_s, 0, u""_s}}));
+    EXPECT_EQ(outside.told(), u"Pri stahovani doslo k chybe.|0|"_s);
     EXPECT_EQ(count(window), u""_s);
     term.setText(u"ztracený"_s);
     QTest::keyClick(&term, Qt::Key_Return);
@@ -100,8 +100,7 @@ TEST_F(FrmCSFDFindTest, AFilmIsReadIntoTheFields) {
     // A film without a cast ends the reading, not the program.
     serve({.czechTitle = u"Jiný"_s, .cast = {}});
     click(window, "Command2");
-    EXPECT_EQ(outside.boxes.size(), 1);
-    EXPECT_EQ(outside.boxes[0].style, 16);
+    EXPECT_TRUE(outside.told().contains(u"|16|"_s));
     EXPECT_EQ(window.result().czechTitle, u"Jiný"_s);
     EXPECT_FALSE(control<QFrame>(window, "picTime").isVisible());
     click(window, "cmdInsertData");

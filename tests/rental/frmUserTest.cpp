@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const ScriptedOutside::Box notFound{u"Záznam k úpravě nenalezen!"_s, 16, u"Chyba zápisu uživatele:"_s};
+const QString notFound = u"Záznam k úpravě nenalezen!|16|Chyba zápisu uživatele:"_s;
 
 class FrmUserTest : public RentalTest {
  protected:
@@ -75,10 +75,9 @@ TEST_F(FrmUserTest, WithoutNameOrAddressNothingIsStoredAndTheFormGoesAway) {
                                                            {u"Jan"_s, u"  "_s, noAddress},
                                                            {u""_s, u" "_s, noName + noAddress}};
     for (const auto& [name, address, message] : cases) {
-        outside.boxes.clear();
         frmUser form;
         save(form, {u"5"_s, name, u"1"_s, u"2"_s, address, u"3"_s});
-        EXPECT_EQ(outside.boxes, QList({ScriptedOutside::Box{message, 64, u"Nelze uložit!"_s}}));
+        EXPECT_EQ(outside.told(), message + u"|64|Nelze uložit!"_s);
         EXPECT_EQ(customers(), u""_s);
     }
 }
@@ -147,14 +146,13 @@ TEST_F(FrmUserTest, ACustomerWhoIsGoneIsToldAndNothingIsWritten) {
     frmUser form;
     form.setUSID(99);
     form.ReadData();
-    EXPECT_EQ(outside.boxes, QList({notFound}));
+    EXPECT_EQ(outside.told(), notFound);
     EXPECT_EQ(entered(form).join(u""_s), u""_s);
     load(form, 7);
     sql("DELETE FROM tUser; INSERT INTO tUser (USID, USNAME, USREGNUM) VALUES (8, 'Jiný', '8')");
     for (const QString& code : {u"5"_s, u""_s}) {
-        outside.boxes.clear();
         save(form, {code, u"Novák"_s, {}, {}, u"Praha"_s});
-        EXPECT_EQ(outside.boxes, QList({notFound}));
+        EXPECT_EQ(outside.told(), notFound);
         EXPECT_EQ(customers(), u"8|Jiný|-|-|-|-|8"_s);
         EXPECT_EQ(key(form), u"7"_s);
     }

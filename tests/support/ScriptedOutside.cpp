@@ -11,6 +11,13 @@ BoxAnswer ScriptedOutside::messageBox(const QString& text, int style, const QStr
     return answers.isEmpty() ? BoxAnswer::yes : answers.takeFirst();
 }
 
+QString ScriptedOutside::told() {
+    QStringList lines;
+    for (const Box& box : std::exchange(boxes, {}))
+        lines += box.text + u'|' + QString::number(box.style) + u'|' + box.title;
+    return lines.join(u'\n');
+}
+
 QString ScriptedOutside::openFile(const FileDialogRequest& request, QObject*) {
     fileDialogs.append(request);
     return files.isEmpty() ? QString() : files.takeFirst();

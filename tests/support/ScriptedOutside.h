@@ -27,6 +27,9 @@ class ScriptedOutside final : public Outside {
     void printPicture(const PicturePage& page) override;
     QDateTime now() override { return moment; }
 
+    /// The boxes shown since the last call, a line for each: text, style and title joined by "|".
+    QString told();
+
     QList<Box> boxes;
     QList<FileDialogRequest> fileDialogs;
     QStringList downloads;
