@@ -12,9 +12,10 @@ namespace {
 
 class MasterCommandsTest : public MasterTest {
  protected:
-    /// Triggers a find command and answers its prompt by typing a term and a key.
-    void find(const char* command, const QString& caption, const QString& term,
-              Qt::Key key = Qt::Key_Return) {
+    /// Triggers a find command and answers its prompt by typing a term and a key. @return the key of the row
+    /// that is selected then
+    QString find(const char* command, const QString& caption, const QString& term,
+                 Qt::Key key = Qt::Key_Return) {
         inModalWindow([&] { action(command)->trigger(); },
                       [&](const QWidget& prompt) {
                           EXPECT_EQ(prompt.windowTitle(), caption);
@@ -22,6 +23,7 @@ class MasterCommandsTest : public MasterTest {
                           box.setText(term);
                           QTest::keyClick(&box, key);
                       });
+        return list().hasSelectedItem() ? list().selectedItem().key() : u""_s;
     }
 
     void clickHeader(int column) {
@@ -69,9 +71,7 @@ TEST_F(MasterCommandsTest, DeletingAsksAndLeavesLoansAndPictures) {
     EXPECT_EQ(order(), u"K2 K5 K1"_s);  // by title, whatever the order was
     EXPECT_EQ(counts(), u"4 1"_s);
     EXPECT_EQ(number("SELECT count(*) FROM tPujcky WHERE P_DVDID=4 AND PDatVraceni IS NULL"), 1);
-    EXPECT_EQ(sqlite::Database(pictures(), sqlite::Database::Mode::readWrite)
-                  .number("SELECT count(*) FROM tPicture"),
-              1);
+    EXPECT_EQ(text(pictures(), "SELECT count(*) FROM tPicture"), u"1"_s);
 }
 
 TEST_F(MasterCommandsTest, ReturningAsksAndTurnsTheRowBlack) {
@@ -121,11 +121,7 @@ TEST_F(MasterCommandsTest, LendingBringsTheRowUpToDateWhenItsDialogIsAnswered) {
     for (const bool cancelled : {false, true}) {
         frmPujcDVD& dialog = lendingOpened("KeyPujcitVratit");
         sql("UPDATE tDVD SET CZJm='Nový název' WHERE DVDID=1");
-        if (cancelled) {
-            dialog.findChild<QPushButton*>(u"Command1"_s)->click();
-        } else {
-            dialog.close();
-        }
+        cancelled ? control<QPushButton>(dialog, "Command1").click() : void(dialog.close());
         EXPECT_EQ(list().item(u"K1").subItem(1), cancelled ? u"Nový název"_s : u"Žena"_s);
     }
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -161,18 +157,14 @@ TEST_F(MasterCommandsTest, OneCustomerFormServesTheMenuAndTheRentalWindowAndBoth
 
 TEST_F(MasterCommandsTest, FindCommandsSelectTheFirstHit) {
     window().show();
-    find("KeyFindCZ", u"Najít v českém názvu"_s, u"žena"_s);
-    EXPECT_EQ(list().selectedItem().key(), u"K1"_s);
-    find("KeyFindKATNUM", u"Najít katalogové číslo"_s, u"100"_s);
-    EXPECT_EQ(list().selectedItem().key(), u"K5"_s);
-    find("KeyFindPUV", u"Najít v původním názvu"_s, u"9:01"_s);
-    EXPECT_EQ(list().selectedItem().key(), u"K4"_s);
+    EXPECT_EQ(find("KeyFindCZ", u"Najít v českém názvu"_s, u"žena"_s), u"K1"_s);
+    EXPECT_EQ(find("KeyFindKATNUM", u"Najít katalogové číslo"_s, u"100"_s), u"K5"_s);
+    EXPECT_EQ(find("KeyFindPUV", u"Najít v původním názvu"_s, u"9:01"_s), u"K4"_s);
     EXPECT_TRUE(outside.boxes.isEmpty());
-    find("KeyFindPUV", u"Najít v původním názvu"_s, u"Stork "_s);
+    EXPECT_EQ(find("KeyFindPUV", u"Najít v původním názvu"_s, u"Stork "_s), u"K4"_s);
     EXPECT_EQ(outside.told(), u"Záznam nenalezen|64|Vyhledávání výrazu: Stork "_s);
-    EXPECT_EQ(list().selectedItem().key(), u"K4"_s);
-    find("keyFind", u"Najít v českém názvu"_s, u"žena"_s, Qt::Key_Escape);  // left: an empty term
-    EXPECT_EQ(list().selectedItem().key(), u"K2"_s);
+    // Left: an empty term.
+    EXPECT_EQ(find("keyFind", u"Najít v českém názvu"_s, u"žena"_s, Qt::Key_Escape), u"K2"_s);
 }
 
 TEST_F(MasterCommandsTest, ColumnClicksSortAndPaintBlackUntilTheNextRefresh) {
@@ -199,11 +191,12 @@ TEST_F(MasterCommandsTest, AnEmptyListOffersOnlyWhatNeedsNoRow) {
          {"KeyEdit", "KeyPujcitVratit", "mnuListItem_0", "mnuListItem_1", "mnuListItem_2"}) {
         EXPECT_FALSE(action(needsRow)->isEnabled()) << needsRow;
     }
-    find("keyFind", u"Najít v českém názvu"_s, u""_s);
+    EXPECT_EQ(find("keyFind", u"Najít v českém názvu"_s, u""_s), u""_s);
     EXPECT_FALSE(outside.told().isEmpty());
     for (int column = 0; column < 7; ++column) {
         emit list().columnClicked(column);
         EXPECT_EQ(list().sortKey(), column);
     }
-    EXPECT_EQ(list().count(), 0);
+    EXPECT_EQ(counts(), u"0 0"_s);
+    EXPECT_FALSE(list().hasSelectedItem());
 }

@@ -39,9 +39,8 @@ class MasterTest : public TemporaryProgram {
         QStringList result;
         for (int row = 0; row < list().count(); ++row) {
             QStringList cells;
-            for (int column = 0; column < list().columns(); ++column) {
+            for (int column = 0; column < list().columns(); ++column)
                 cells += list().model()->index(row, column).data().toString();
-            }
             result += (list().itemAt(row).foreColor() == 91137 ? u'*' : u' ') + cells.join(u'|');
         }
         return result;

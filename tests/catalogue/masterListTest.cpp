@@ -19,13 +19,6 @@ TEST_F(MasterListTest, AllFilmsWithANumberStandInCzechOrderWithTheirLoans) {
     EXPECT_EQ(list().itemAt(0).text() + list().itemAt(3).text(), u"109"_s);
 }
 
-TEST_F(MasterListTest, AnEmptyCatalogueIsAnEmptyList) {
-    sql("DELETE FROM tDVD");
-    EXPECT_TRUE(rows().isEmpty());
-    EXPECT_EQ(counts(), u"0 0"_s);
-    EXPECT_FALSE(list().hasSelectedItem());
-}
-
 TEST_F(MasterListTest, AFilmLentTwiceShowsTheLaterLoanAndCountsBoth) {
     sql("INSERT INTO tPujcky (P_UID, P_DVDID, PDatPujcky) VALUES (12, 2, '2026-02-06 10:00:00')");
     EXPECT_EQ(rows()[0], u"*9|cesta||Dvořák|06.02.2026 10:00:00||CZ Titulky"_s);
@@ -93,12 +86,4 @@ TEST_F(MasterListTest, ARefreshedRowFollowsItsFilmAndItsLoan) {
         window().ObnovZaznam(notListed);
     EXPECT_EQ(list().count(), 5);
     EXPECT_TRUE(outside.boxes.isEmpty());
-}
-
-TEST_F(MasterListTest, RecolouringPaintsLentFilmsBlackUntilTheNextRefresh) {
-    window().Recolor();
-    EXPECT_TRUE(rows().filter(u"*"_s).isEmpty());
-    EXPECT_EQ(list().item(u"K2"_s).subItem(3), u"Novák"_s);
-    window().ObnovZaznam(1);
-    EXPECT_EQ(rows().filter(u"*"_s).size(), 2);
 }

@@ -116,18 +116,14 @@ TEST_F(SortTest, ASortedListKeepsItsOrderThroughFillsAndChanges) {
     EXPECT_FALSE(list.header()->isSortIndicatorShown());
 }
 
-TEST_F(SortTest, AClickOnAHeaderTellsItsColumn) {
-    fill({{u"1"_s, u"b"_s}});
+TEST_F(SortTest, ASecondClickSoonAfterTheFirstTellsItsColumnToo) {
     list.resize(400, 200);
     list.show();
-    int clicked = -1;
-    QObject::connect(&list, &ListView::columnClicked, &list, [&clicked](int column) { clicked = column; });
-    QTest::mouseClick(list.header()->viewport(), Qt::LeftButton, {},
-                      QPoint(list.header()->sectionPosition(1) + 20, 8));
-    EXPECT_EQ(clicked, 1);
+    QList<int> clicked;
+    QObject::connect(&list, &ListView::columnClicked, &list, [&clicked](int column) { clicked += column; });
     QTest::mouseDClick(list.header()->viewport(), Qt::LeftButton, {},
                        QPoint(list.header()->sectionPosition(2) + 20, 8));
-    EXPECT_EQ(clicked, 2);
+    EXPECT_EQ(clicked, QList<int>{2});
 }
 
 TEST_F(SortTest, ASearchFindsTheFirstRowThatHoldsTheTerm) {

@@ -2,10 +2,8 @@
 
 #include "core/mDialog.h"
 #include "core/mFunction.h"
-#include "core/mFunctionList.h"
 #include "platform/paths.h"
 #include "support/TemporaryProgram.h"
-#include "toolkit/ListView.h"
 
 using namespace Qt::StringLiterals;
 
@@ -40,15 +38,4 @@ TEST_F(SharedFunctionsTest, PictureDialogsStartWhereTheSettingsSay) {
         EXPECT_EQ(request.filterName + request.pattern + request.defaultExtension,
                   u"JPEG Obrazek (*.jpg)*.jpgjpg"_s);
     }
-}
-
-TEST_F(SharedFunctionsTest, AWholeRowTakesTheColour) {
-    ListView list;
-    list.setColumns({{u"a"_s, 900}, {u"b"_s, 900}});
-    list.add(u"K1"_s, u"x"_s);
-    BarvaPolozky(list, u"K1"_s, 91137);
-    for (int column = 0; column < 2; ++column) {
-        EXPECT_EQ(list.model()->index(0, column).data(Qt::ForegroundRole).value<QColor>(), QColor(1, 100, 1));
-    }
-    EXPECT_EQ(failureOf([&] { BarvaPolozky(list, u"K2"_s, 0); }), errors::elementNotFound);
 }
