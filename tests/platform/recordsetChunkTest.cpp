@@ -10,9 +10,8 @@ namespace {
 /// Bytes that repeat nowhere near, so that a piece in the wrong place shows.
 QByteArray noise(qsizetype length) {
     QByteArray bytes;
-    for (int block = 0; bytes.size() < length; ++block) {
+    for (int block = 0; bytes.size() < length; ++block)
         bytes += QCryptographicHash::hash(QByteArray::number(block), QCryptographicHash::Sha256);
-    }
     bytes.truncate(length);
     return bytes;
 }
@@ -25,9 +24,8 @@ class RecordsetChunkTest : public TemporaryProgram {
     }
 
     static void append(const ado::Recordset& to, const QByteArray& bytes, qsizetype piece) {
-        for (qsizetype at = 0; at < bytes.size(); at += piece) {
+        for (qsizetype at = 0; at < bytes.size(); at += piece)
             to.Fields(u"PicDat").AppendChunk(bytes.mid(at, piece));
-        }
     }
 
     static QByteArray take(const ado::Recordset& from, qint64 piece) {

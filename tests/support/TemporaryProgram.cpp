@@ -30,8 +30,8 @@ qint64 TemporaryProgram::number(const char* query) const {
     return sqlite::Database(catalogue(), sqlite::Database::Mode::readWrite).number(query);
 }
 
-QString TemporaryProgram::text(const char* query) const {
-    const sqlite::Database database(catalogue(), sqlite::Database::Mode::readWrite);
+QString TemporaryProgram::text(const QString& file, const char* query) {
+    const sqlite::Database database(file, sqlite::Database::Mode::readWrite);
     const sqlite::Statement statement(database, query);
     if (!statement.step()) throw RuntimeError(errors::noCurrentRecord);
     return statement.text(0);

@@ -28,7 +28,8 @@ class TemporaryProgram : public testing::Test {
     void sql(const char* statements) const { sql(catalogue(), statements); }
     /// The first column of a query's first row.
     qint64 number(const char* query) const;
-    QString text(const char* query) const;
+    static QString text(const QString& file, const char* query);
+    QString text(const char* query) const { return text(catalogue(), query); }
 
     /// The bytes of a file, by its path below the folder or its full one.
     QByteArray content(const QString& path) const;
