@@ -124,9 +124,8 @@ TEST_P(DictionariesTest, ACancelledRecordChangesNothing) {
 TEST_F(GenresTest, AGenreHasItsColourInBothColumnsAndKeepsItWhenRenamed) {
     sql("DELETE FROM tZanr WHERE ZID>1; UPDATE tZanr SET ZCOLOR=16711680");
     EXPECT_EQ(rows(), QStringList(u"Z1|ff0000|1|Akční"_s));
-    for (const int column : {0, 1}) {
+    for (const int column : {0, 1})
         EXPECT_EQ(list().model()->index(0, column).data(Qt::ForegroundRole), QColor(0, 0, 255));
-    }
     edit("Command3", [](const RecordWindow& record) {
         record.type(u"Horor"_s);
         record.press(Qt::Key_Return);

@@ -51,9 +51,8 @@ class EditorTest : public TemporaryProgram {
         statement.bind(1, qint64{id});
         if (!statement.step()) return QStringLiteral("no row");
         QStringList values;
-        for (int at = 0; at < sqlite3_column_count(statement.handle()); ++at) {
+        for (int at = 0; at < sqlite3_column_count(statement.handle()); ++at)
             values += statement.isNull(at) ? QStringLiteral("-") : statement.text(at);
-        }
         return values.join(u';');
     }
 

@@ -31,9 +31,8 @@ TEST_F(FilmRules, TheHighestSelectedOptionIsTheLanguage) {
     EXPECT_EQ(film::VratJazyk({true, true, false}), 1);
     EXPECT_EQ(film::VratJazyk({false, false, true}), 2);
     EXPECT_EQ(film::NastavJazyk(2, 3), 2);
-    for (const qint32 strange : {-1, 3, 99}) {
+    for (const qint32 strange : {-1, 3, 99})
         EXPECT_EQ(failureOf([strange] { film::NastavJazyk(strange, 3); }), errors::noSuchControl);
-    }
 }
 
 TEST_F(FilmRules, LengthsAreCleanedToDigits) {

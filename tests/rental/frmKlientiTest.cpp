@@ -107,9 +107,7 @@ TEST_F(FrmKlientiTest, EachButtonOpensItsPanelForTheSelectedCustomerOverTheList)
     choose(u"U12"_s);
     open("ShowUserHistory");
     EXPECT_EQ(in<QLabel>("lblHist").text(), u"Historie výpůjček : Dvořák (120)"_s);
-    const auto& lines = in<QPlainTextEdit>("txtHistorie");
-    EXPECT_EQ(lines.toPlainText(), u"Žena vráceno : 01.02.2026 10:00:00\n"_s);
-    EXPECT_TRUE(lines.isReadOnly());
+    EXPECT_EQ(in<QPlainTextEdit>("txtHistorie").toPlainText(), u"Žena vráceno : 01.02.2026 10:00:00\n"_s);
     open("keyHVratit");
     EXPECT_EQ(in<QLabel>("lblVratit").text(), u"Vypůjčené filmy k vrácení: Dvořák (120)"_s);
     EXPECT_EQ(films("lstVratit"), u"Chata"_s);
@@ -149,8 +147,7 @@ TEST_F(FrmKlientiTest, SelectedFilmsAreLentAndReturnedInBulkUnderTheCode) {
     open("keyHpujcka");
     EXPECT_EQ(films("lstPujcit"), u"cesta, Čáp, Chata, Žena"_s);
     press("Command8");  // with nothing selected
-    EXPECT_EQ(panels(), u""_s);
-    EXPECT_EQ(loans(), u""_s);
+    EXPECT_EQ(panels() + loans(), u""_s);
     open("keyHpujcka");
     pick("lstPujcit", {3, 0, 2});
     press("Command8");
@@ -235,12 +232,10 @@ TEST_F(FrmKlientiTest, ALoanThatFailsStopsTheRestAndLeavesTheEarlierOnes) {
 }
 
 TEST_F(FrmKlientiTest, PanelsAreClosedByTheirButtonsAndByTheEscapeKey) {
-    const std::pair<const char*, const char*> ways[] = {{"ShowUserHistory", "Command11"},
-                                                        {"keyHVratit", "Command5"},
-                                                        {"keyHVratit", "Command10"},
-                                                        {"keyHpujcka", "Command14"},
-                                                        {"keyHpujcka", "Command7"}};
-    for (const auto& [opening, closing] : ways) {
+    for (const auto& [opening, closing] :
+         {std::pair("ShowUserHistory", "Command11"), std::pair("keyHVratit", "Command5"),
+          std::pair("keyHVratit", "Command10"), std::pair("keyHpujcka", "Command14"),
+          std::pair("keyHpujcka", "Command7")}) {
         open(opening);
         EXPECT_NE(panels(), u""_s);
         press(closing);
@@ -269,10 +264,10 @@ TEST_F(FrmKlientiTest, KeysReachNothingThatAPanelCovers) {
             << focused->objectName().toStdString();
         QTest::keyClick(window().focusWidget(), Qt::Key_Tab);
     }
-    QTest::keyClick(window().focusWidget(), Qt::Key_Escape);
-    EXPECT_EQ(window().focusWidget(), &in<QPlainTextEdit>("txtHistorie"));
-    QTest::keyClick(window().focusWidget(), Qt::Key_Escape);
-    EXPECT_EQ(window().focusWidget(), &list());
+    for (const QWidget* uncovered : {&in<QWidget>("txtHistorie"), &in<QWidget>("lvwUsers")}) {
+        QTest::keyClick(window().focusWidget(), Qt::Key_Escape);
+        EXPECT_EQ(window().focusWidget(), uncovered);
+    }
     QTest::keyClick(&list(), Qt::Key_Down);
     EXPECT_EQ(list().selectedItem().row(), 1);
 }

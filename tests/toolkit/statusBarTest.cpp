@@ -13,9 +13,8 @@ class StatusBarTest : public TemporaryProgram {
  protected:
     StatusBarTest() {
         using Kind = StatusBar::Kind;
-        for (const Kind kind : {Kind::date, Kind::time, Kind::capsLock, Kind::numLock, Kind::text}) {
+        for (const Kind kind : {Kind::date, Kind::time, Kind::capsLock, Kind::numLock, Kind::text})
             bar.addPanel(kind, 1440);
-        }
     }
 
     bool isOn(int panel) const { return bar.findChildren<QLabel*>().at(panel - 1)->isEnabled(); }

@@ -67,9 +67,8 @@ TEST_F(DataFiles, CatalogueGoesAgainWhenThePictureFileCannotBeMade) {
 }
 
 TEST_F(DataFiles, KeysThatTheProgramCannotCountOnFromAreRefused) {
-    for (const char* key : {"0", "-5", "2147483647", "2000000001"}) {
+    for (const char* key : {"0", "-5", "2147483647", "2000000001"})
         EXPECT_NE(failureOf([&] { load(QByteArray("DVDID,CZJm\n") + key + ",x\n"); }), 0) << key;
-    }
     EXPECT_EQ(load("DVDID,CZJm\n41,x\n"), 1);
 }
 
