@@ -1,4 +1,3 @@
-#include <QHeaderView>
 #include <QMenu>
 #include <QToolButton>
 
@@ -64,18 +63,6 @@ TEST_F(FrmMasterTest, TheListFollowsTheWindow) {
         const QRect inner(list().parentWidget()->rect());
         EXPECT_EQ(inner.bottomRight() - list().geometry().bottomRight(), QPoint(4, 1));
     }
-}
-
-TEST_F(FrmMasterTest, ColumnWidthsAreWrittenAtTheEndAndComeBack) {
-    EXPECT_EQ(window().GetColSizeStr(), u"900|2500|1200|1200|1000|1440|1440|"_s);
-    window().show();
-    list().header()->resizeSection(1, 200);
-    action("smnuDB_5")->trigger();
-    EXPECT_FALSE(window().isVisible());
-    EXPECT_EQ(CtiNastaveni(u"ColSie"_s, u""_s), u"900|3000|1200|1200|1000|1440|1440|"_s);
-    closeWindow();
-    EXPECT_EQ(list().columnWidth(1), 200);
-    EXPECT_TRUE(outside.boxes.isEmpty());
 }
 
 TEST_F(FrmMasterTest, ADamagedWidthTextIsToldOnceAndMendedAtTheEnd) {

@@ -1,13 +1,13 @@
 #pragma once
 
 #include <QCheckBox>
-#include <QImage>
 #include <QListWidget>
 #include <QRadioButton>
 #include <optional>
 
 #include "film/frmDVD.h"
 #include "support/TemporaryProgram.h"
+#include "support/pictures.h"
 #include "support/windows.h"
 
 /// The film editor over a catalogue of its own, its controls found by name.
@@ -38,9 +38,7 @@ class EditorTest : public TemporaryProgram {
 
     /// A picture file of one colour in a format that Qt writes.
     QString picture(const QString& name, const char* format = "JPG", QRgb colour = qRgb(200, 30, 30)) const {
-        QImage image(80, 120, QImage::Format_RGB32);
-        image.fill(colour);
-        EXPECT_TRUE(image.save(at(name), format)) << format;
+        write(name, pictureOf(colour, format));
         return at(name);
     }
 

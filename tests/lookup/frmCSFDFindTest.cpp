@@ -1,12 +1,10 @@
 #include "lookup/frmCSFDFind.h"
 
-#include <QBuffer>
-#include <QImage>
-
 #include "film/frmDVD.h"
 #include "support/TemporaryProgram.h"
 #include "support/WebServer.h"
 #include "support/filmPages.h"
+#include "support/pictures.h"
 #include "support/windows.h"
 #include "toolkit/ImageFrame.h"
 #include "toolkit/ListView.h"
@@ -20,15 +18,6 @@ class FrmCSFDFindTest : public TemporaryProgram {
  protected:
     FrmCSFDFindTest() { outside.online = true; }
 
-    static QByteArray png() {
-        QImage image(20, 30, QImage::Format_RGB32);
-        image.fill(Qt::red);
-        QByteArray bytes;
-        QBuffer buffer(&bytes);
-        image.save(&buffer, "PNG");
-        return bytes;
-    }
-
     void serve(const filmPages::Film& film = {}) {
         const auto page = [this](const QString& target, const QString& text) {
             server.serve(target, {.body = text.toUtf8()});
@@ -38,7 +27,8 @@ class FrmCSFDFindTest : public TemporaryProgram {
         page(u"/film/1-DUM/"_s, filmPages::plainPage(u"87"_s));
         page(u"/film/1-DUM/?text=87"_s, filmPages::fullPage(film, server.root()));
         page(u"/title/tt0123456"_s, filmPages::imdbPage(u"Lost House (1999)"_s));
-        server.serve(u"/posters/1/123.png"_s, {.body = png(), .type = "image/png"});
+        server.serve(u"/posters/1/123.png"_s,
+                     {.body = pictureOf(qRgb(255, 0, 0), "PNG"), .type = "image/png"});
     }
 
     static QString count(const QWidget& window) { return control<QLabel>(window, "Label2").text(); }
@@ -91,6 +81,7 @@ TEST_F(FrmCSFDFindTest, AFilmIsReadIntoTheFields) {
     EXPECT_EQ(window.result().originalTitle, u"La maison"_s);
     EXPECT_TRUE(window.result().withPicture);
     EXPECT_EQ(count(window), u"Hotovo z 65%"_s);
+    EXPECT_EQ(control<QWidget>(window, "frmData").pos(), QPoint(6, 2));
     EXPECT_FALSE(control<QFrame>(window, "picTime").isVisible());
 
     // A film without a cast ends the reading, not the program.

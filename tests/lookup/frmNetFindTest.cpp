@@ -113,6 +113,7 @@ TEST_F(FrmNetFindTest, GoesFromTheFormToTheListToTheFilmByWhatTheBrowsersTell) {
     film().body = u"<H2 class=title1>Dům<A>"_s;
     film().events.DocumentComplete(film().visited.last());
     EXPECT_EQ(state(), u"Frame2 framData 559x393"_s);
+    EXPECT_EQ(in<QWidget>("framData").pos(), QPoint(3, 3));
     EXPECT_EQ(window().result().czechTitle, u"Dům"_s);
     EXPECT_EQ(film().stops, 1);
     EXPECT_TRUE(window().result().withPicture);

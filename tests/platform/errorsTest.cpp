@@ -30,6 +30,19 @@ TEST_F(Errors, FaultsOfTheProgramItselfAreNotSkipped) {
     EXPECT_FALSE(Err.pending());
 }
 
+TEST_F(Errors, EveryKnownNumberHasADescriptionOfItsOwn) {
+    QStringList seen{errors::description(1)};
+    EXPECT_FALSE(seen.first().isEmpty());
+    for (const qint32 number :
+         {5,    6,    7,     9,           11,          13,          53,          61,          70,
+          75,   76,   91,    94,          380,         457,         3021,        3219,        3265,
+          3704, 3705, 35601, -2147467259, -2147217911, -2147217843, -2147217900, -2147217873, -2147217885}) {
+        const QString description = RuntimeError(number).description();
+        EXPECT_FALSE(seen.contains(description)) << number;
+        seen += description;
+    }
+}
+
 TEST_F(Errors, ReportIsInUtf8WithTheNumberInFront) {
     EXPECT_STREQ(RuntimeError(-7, u"Špatně."_s).what(), "-7: \xC5\xA0patn\xC4\x9B.");
 }

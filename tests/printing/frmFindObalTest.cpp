@@ -1,12 +1,11 @@
 #include "printing/frmFindObal.h"
 
 #include <QAction>
-#include <QBuffer>
-#include <QImage>
 
 #include "catalogue/frmMaster.h"
 #include "support/TemporaryProgram.h"
 #include "support/WebServer.h"
+#include "support/pictures.h"
 #include "support/windows.h"
 #include "toolkit/ImageFrame.h"
 #include "toolkit/ListView.h"
@@ -32,15 +31,6 @@ class FrmFindObalTest : public TemporaryProgram {
         window.show();
     }
 
-    static QByteArray picture() {
-        QImage image(30, 20, QImage::Format_RGB32);
-        image.fill(Qt::red);
-        QByteArray bytes;
-        QBuffer buffer(&bytes);
-        image.save(&buffer, "JPG");
-        return bytes;
-    }
-
     template <typename Control>
     Control& in(const char* name) const {
         return control<Control>(window, name);
@@ -51,7 +41,7 @@ class FrmFindObalTest : public TemporaryProgram {
         window.setTerm(term);
         press("Command1");
     }
-    const QByteArray jpg = picture();
+    const QByteArray jpg = pictureOf(qRgb(255, 0, 0), "JPG");
     WebServer server;
     frmFindObal window{{.cover = server.root()}};
     ListView& list = in<ListView>("lvwDVD");

@@ -6,6 +6,7 @@
 #include <QProcess>
 
 #include "support/TemporaryProgram.h"
+#include "support/pictures.h"
 
 using namespace Qt::StringLiterals;
 
@@ -20,11 +21,7 @@ struct Measured {
 
 class PagePrinterTest : public TemporaryProgram {
  protected:
-    PagePrinterTest() {
-        QImage image(160, 200, QImage::Format_RGB32);
-        image.fill(Qt::red);
-        image.save(cover, "JPG", 95);
-    }
+    PagePrinterTest() { write(cover, pictureOf(qRgb(255, 0, 0), "JPG", {160, 200})); }
 
     PicturePage page() const {
         return {.picture = cover,
@@ -90,7 +87,7 @@ TEST_F(PagePrinterTest, WhatCannotBePrintedIsAFailure) {
     write(cover, "<html>");
     EXPECT_EQ(failureOf([&] { printed(300); }), 481);
     EXPECT_FALSE(QFile::exists(at(u"page.pdf"_s)));
-    QImage(2, 2, QImage::Format_RGB32).save(cover, "JPG");
+    write(cover, pictureOf(0, "JPG"));
     QDir(folder()).mkdir(u"page.pdf"_s);  // what cannot be written to
     EXPECT_EQ(failureOf([&] { printed(300); }), 482);
 }
