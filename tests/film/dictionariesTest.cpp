@@ -1,53 +1,101 @@
 #include <QFile>
 #include <QScrollBar>
 
-#include "film/dictionaryFixture.h"
+#include "film/DictionaryList.h"
 #include "film/frmOddeleniList.h"
 #include "film/frmZanry.h"
+#include "support/TemporaryProgram.h"
+#include "support/windows.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What the two pairs of windows differ in.
-struct Dictionary {
-    const char* name;
-    std::unique_ptr<DictionaryList> (*maker)();
-    const char* fill;
-    const char* records;
+/// The field of the record window that is open.
+QLineEdit& name(const QWidget& record) {
+    return control<QLineEdit>(record, "txtZanr");
+}
+/// Types a name in place of the former one.
+void type(const QWidget& record, const QString& text) {
+    name(record).selectAll();
+    QTest::sendKeyEvent(QTest::Click, &name(record), Qt::Key_unknown, text, Qt::NoModifier);
+}
+void press(const QWidget& record, Qt::Key key) {
+    QTest::keyClick(&name(record), key);
+}
+void enter(const QWidget& record, const QString& text) {
+    type(record, text);
+    press(record, Qt::Key_Return);
+}
 
-    friend void PrintTo(const Dictionary& dictionary, std::ostream* out) { *out << dictionary.name; }
-};
-
-const Dictionary dictionaries[] = {
-    {"Genres", make<frmZanry>,
-     "DELETE FROM tZanr;"
-     "INSERT INTO tZanr (ZID, ZNAME) VALUES (3, 'Western'), (40, 'Čaroděj'), (12, 'Akční')",
-     "SELECT group_concat(ZID || ZNAME) FROM tZanr"},
-    {"Departments", make<frmOddeleniList>,
-     "DELETE FROM tOddeleni;"
-     "INSERT INTO tOddeleni (ODID, OdJm) VALUES (3, 'Western'), (40, 'Čaroděj'), (12, 'Akční')",
-     "SELECT group_concat(ODID || OdJm) FROM tOddeleni"},
-};
-
-class DictionariesTest : public DictionaryTest, public testing::WithParamInterface<Dictionary> {
+/// One of the two list windows, made and shown at its first use.
+class DictionaryTest : public TemporaryProgram {
  protected:
-    DictionariesTest() : DictionaryTest(GetParam().maker) { sql(GetParam().fill); }
-    QString stored() const { return text(GetParam().records); }
+    explicit DictionaryTest(bool departments) : departments_(departments) {}
+
+    DictionaryList& window() {
+        if (window_ == nullptr) {
+            if (departments_)
+                window_ = std::make_unique<frmOddeleniList>();
+            else
+                window_ = std::make_unique<frmZanry>();
+            window_->show();
+        }
+        return *window_;
+    }
+    ListView& list() { return control<ListView>(window(), "lvwZanr"); }
+    bool canEdit() { return control<QAbstractButton>(window(), "Command3").isEnabled(); }
+
+    /// Clicks a button of the list and goes through the steps in the record window that this opens.
+    void edit(const char* button, const std::function<void(QWidget&)>& steps) {
+        inModalWindow([&] { click(window(), button); }, steps);
+    }
+    void add(const QString& text) {
+        edit("Command1", [&](const QWidget& record) { enter(record, text); });
+    }
+
+    /// The rows in order: key, colour where it is not black, and cells.
+    QStringList rows() {
+        QStringList result;
+        for (int number = 0; number < list().count(); ++number) {
+            const ListItem row = list().itemAt(number);
+            const QString colour = row.foreColor() == 0 ? QString() : QString::number(row.foreColor(), 16);
+            result += QStringList({row.key(), colour, row.text(), row.subItem(1)}).join(u'|');
+        }
+        return result;
+    }
+
+ private:
+    bool departments_;
+    std::unique_ptr<DictionaryList> window_;
 };
 
-INSTANTIATE_TEST_SUITE_P(Windows, DictionariesTest, testing::ValuesIn(dictionaries),
-                         [](const auto& test) { return std::string(test.param.name); });
+class DictionariesTest : public DictionaryTest, public testing::WithParamInterface<bool> {
+ protected:
+    DictionariesTest() : DictionaryTest(GetParam()) {
+        sql(GetParam() ? "DELETE FROM tOddeleni; INSERT INTO tOddeleni (ODID, OdJm) VALUES (3, 'Western'),"
+                         " (40, 'Čaroděj'), (12, 'Akční')"
+                       : "DELETE FROM tZanr; INSERT INTO tZanr (ZID, ZNAME) VALUES (3, 'Western'),"
+                         " (40, 'Čaroděj'), (12, 'Akční')");
+    }
+    QString stored() const {
+        return text(GetParam() ? "SELECT group_concat(ODID || OdJm) FROM tOddeleni"
+                               : "SELECT group_concat(ZID || ZNAME) FROM tZanr");
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Windows, DictionariesTest, testing::Bool(),
+                         [](const auto& test) { return test.param ? "Departments" : "Genres"; });
 
 class GenresTest : public DictionaryTest {
  protected:
-    GenresTest() : DictionaryTest(make<frmZanry>) {}
+    GenresTest() : DictionaryTest(false) {}
 };
 using GenresDeathTest = GenresTest;
 
 class DepartmentsTest : public DictionaryTest {
  protected:
-    DepartmentsTest() : DictionaryTest(make<frmOddeleniList>) {}
+    DepartmentsTest() : DictionaryTest(true) {}
 };
 
 }  // namespace
@@ -60,11 +108,11 @@ TEST_P(DictionariesTest, TheListShowsAllRecordsInTheOrderOfTheDatabase) {
 }
 
 TEST_P(DictionariesTest, ANewRecordIsStoredAndListedUnderAKeyOfItsOwn) {
-    edit("Command1", [&](const RecordWindow& record) {
-        EXPECT_TRUE(record.name.text().isEmpty());
-        EXPECT_TRUE(record.name.hasFocus());
-        record.type(u"Žížala \"O'Hara\""_s);
-        click(record.window, "cmdSave");
+    edit("Command1", [&](QWidget& record) {
+        EXPECT_TRUE(name(record).text().isEmpty());
+        EXPECT_TRUE(name(record).hasFocus());
+        type(record, u"Žížala \"O'Hara\""_s);
+        click(record, "cmdSave");
     });
     EXPECT_EQ(stored(), u"3Western,12Akční,40Čaroděj,41Žížala \"O'Hara\""_s);
     EXPECT_EQ(rows().value(3), u"Z41||41|Žížala \"O'Hara\""_s);
@@ -72,17 +120,15 @@ TEST_P(DictionariesTest, ANewRecordIsStoredAndListedUnderAKeyOfItsOwn) {
 }
 
 TEST_P(DictionariesTest, ANameBelowThreeLettersIsRefusedUntilItIsCorrected) {
-    edit("Command1", [&](const RecordWindow& record) {
+    edit("Command1", [&](QWidget& record) {
         for (const QString& refused : {u""_s, u"ab"_s, u"    "_s, u"  ab   "_s}) {
-            record.type(refused);
-            record.press(Qt::Key_Return);
+            enter(record, refused);
             EXPECT_EQ(outside.told(), u"Název musí být vyplněn!|0|Chyba:"_s);
-            EXPECT_EQ(backColour(record.name), pink);
-            EXPECT_TRUE(record.window.isVisible());
+            EXPECT_EQ(name(record).palette().base().color(), QColor(250, 200, 200));
+            EXPECT_TRUE(record.isVisible());
         }
-        record.type(u"  abc "_s);
-        record.press(Qt::Key_Return);
-        EXPECT_EQ(backColour(record.name), white);
+        enter(record, u"  abc "_s);
+        EXPECT_EQ(name(record).palette().base().color(), QColor(Qt::white));
     });
     EXPECT_EQ(stored(), u"3Western,12Akční,40Čaroděj,41  abc "_s);
     EXPECT_EQ(rows().value(3), u"Z41||41|  abc "_s);
@@ -90,29 +136,28 @@ TEST_P(DictionariesTest, ANameBelowThreeLettersIsRefusedUntilItIsCorrected) {
 
 TEST_P(DictionariesTest, TheSelectedRecordIsRenamed) {
     list().select(list().item(u"Z12"_s));
-    edit("Command3", [](const RecordWindow& record) {
-        EXPECT_EQ(record.name.text(), u"Akční"_s);
-        record.type(u"Akční a válečný"_s);
-        record.press(Qt::Key_Return);
+    edit("Command3", [](QWidget& record) {
+        EXPECT_EQ(name(record).text(), u"Akční"_s);
+        enter(record, u"Akční a válečný"_s);
     });
     EXPECT_EQ(stored(), u"3Western,12Akční a válečný,40Čaroděj"_s);
     EXPECT_EQ(rows().value(1), u"Z12||12|Akční a válečný"_s);
     list().select(list().item(u"Z40"_s));
-    edit("Command3", [](const RecordWindow& record) {
-        EXPECT_EQ(record.name.text(), u"Čaroděj"_s);
-        record.press(Qt::Key_Escape);
+    edit("Command3", [](QWidget& record) {
+        EXPECT_EQ(name(record).text(), u"Čaroděj"_s);
+        press(record, Qt::Key_Escape);
     });
 }
 
 TEST_P(DictionariesTest, ACancelledRecordChangesNothing) {
-    const Steps cancels[] = {[](const RecordWindow& record) { click(record.window, "cmdStorno"); },
-                             [](const RecordWindow& record) { record.press(Qt::Key_Escape); },
-                             [](const RecordWindow& record) { record.window.close(); }};
+    const std::function<void(QWidget&)> cancels[] = {[](QWidget& record) { click(record, "cmdStorno"); },
+                                                     [](QWidget& record) { press(record, Qt::Key_Escape); },
+                                                     [](QWidget& record) { record.close(); }};
     const QStringList before = rows();
-    for (const char* name : {"Command1", "Command3"}) {
-        for (const Steps& cancel : cancels) {
-            edit(name, [&](const RecordWindow& record) {
-                record.type(u"Zrušený"_s);
+    for (const char* button : {"Command1", "Command3"}) {
+        for (const auto& cancel : cancels) {
+            edit(button, [&](QWidget& record) {
+                type(record, u"Zrušený"_s);
                 cancel(record);
             });
         }
@@ -126,10 +171,7 @@ TEST_F(GenresTest, AGenreHasItsColourInBothColumnsAndKeepsItWhenRenamed) {
     EXPECT_EQ(rows(), QStringList(u"Z1|ff0000|1|Akční"_s));
     for (const int column : {0, 1})
         EXPECT_EQ(list().model()->index(0, column).data(Qt::ForegroundRole), QColor(0, 0, 255));
-    edit("Command3", [](const RecordWindow& record) {
-        record.type(u"Horor"_s);
-        record.press(Qt::Key_Return);
-    });
+    edit("Command3", [](QWidget& record) { enter(record, u"Horor"_s); });
     add(u"Noir"_s);
     EXPECT_EQ(rows(), QStringList({u"Z1|ff0000|1|Horor"_s, u"Z26||26|Noir"_s}));
     EXPECT_EQ(number("SELECT ZCOLOR FROM tZanr WHERE ZID=26"), 0);
@@ -137,17 +179,17 @@ TEST_F(GenresTest, AGenreHasItsColourInBothColumnsAndKeepsItWhenRenamed) {
 
 TEST_F(GenresTest, ThereIsNothingToEditWithoutGenres) {
     sql("DELETE FROM tZanr");
-    EXPECT_FALSE(button("Command3").isEnabled());
+    EXPECT_FALSE(canEdit());
     add(u"Noir"_s);
-    EXPECT_TRUE(button("Command3").isEnabled());
+    EXPECT_TRUE(canEdit());
     sql("DELETE FROM tZanr");
     window().Refresh_List();
-    EXPECT_FALSE(button("Command3").isEnabled());
+    EXPECT_FALSE(canEdit());
 }
 
 TEST_F(DepartmentsTest, EditingWithoutDepartmentsDoesNothingAndANewOneCanFollow) {
     sql("DELETE FROM tOddeleni");
-    EXPECT_TRUE(button("Command3").isEnabled());
+    EXPECT_TRUE(canEdit());
     click(window(), "Command3");
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
     EXPECT_NE(window().findChild<QDialog*>(u"frmOddel"_s), nullptr);
@@ -167,9 +209,9 @@ TEST_F(GenresTest, AListThatCannotBeReadFails) {
 TEST_F(GenresDeathTest, SavingARecordThatIsGoneEndsTheProgram) {
     testing::FLAGS_gtest_death_test_style = "threadsafe";
     const auto saveAfterDeletion = [this] {
-        edit("Command3", [this](const RecordWindow& record) {
+        edit("Command3", [this](QWidget& record) {
             sql("DELETE FROM tZanr");
-            record.press(Qt::Key_Return);
+            press(record, Qt::Key_Return);
         });
     };
     EXPECT_EXIT(saveAfterDeletion(), testing::ExitedWithCode(1), "");

@@ -1,4 +1,3 @@
-#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 
@@ -13,13 +12,8 @@ namespace {
 
 class PictureStoreTest : public TemporaryProgram {
  protected:
-    /// A file of bytes that repeat nowhere near.
     QString pictureFile(qsizetype length, const QString& name = u"a.jpg"_s) const {
-        QByteArray bytes;
-        for (int block = 0; bytes.size() < length; ++block)
-            bytes += QCryptographicHash::hash(QByteArray::number(block + length), QCryptographicHash::Sha256);
-        bytes.truncate(length);
-        write(name, bytes);
+        write(name, noise(length));
         return at(name);
     }
 

@@ -1,20 +1,9 @@
-#include <QCryptographicHash>
-
 #include "core/mDatabase.h"
 #include "support/TemporaryProgram.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// Bytes that repeat nowhere near, so that a piece in the wrong place shows.
-QByteArray noise(qsizetype length) {
-    QByteArray bytes;
-    for (int block = 0; bytes.size() < length; ++block)
-        bytes += QCryptographicHash::hash(QByteArray::number(block), QCryptographicHash::Sha256);
-    bytes.truncate(length);
-    return bytes;
-}
 
 class RecordsetChunkTest : public TemporaryProgram {
  protected:

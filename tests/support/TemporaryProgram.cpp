@@ -1,5 +1,6 @@
 #include "support/TemporaryProgram.h"
 
+#include <QCryptographicHash>
 #include <QFile>
 #include <QSettings>
 
@@ -46,6 +47,13 @@ void TemporaryProgram::write(const QString& path, const QByteArray& bytes) const
     QFile file(at(path));
     ASSERT_TRUE(file.open(QFile::WriteOnly)) << path.toStdString();
     ASSERT_EQ(file.write(bytes), bytes.size());
+}
+
+QByteArray TemporaryProgram::noise(qsizetype length) {
+    QByteArray bytes;
+    for (qsizetype block = length; bytes.size() < length; ++block)
+        bytes += QCryptographicHash::hash(QByteArray::number(block), QCryptographicHash::Sha256);
+    return bytes.first(length);
 }
 
 ado::Connection& TemporaryProgram::connection() {

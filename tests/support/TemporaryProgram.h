@@ -34,6 +34,8 @@ class TemporaryProgram : public testing::Test {
     /// The bytes of a file, by its path below the folder or its full one.
     QByteArray content(const QString& path) const;
     void write(const QString& path, const QByteArray& bytes) const;
+    /// Bytes that repeat nowhere near, so that a piece in the wrong place shows.
+    static QByteArray noise(qsizetype length);
 
     /// An open connection to the catalogue, through the program's own layer.
     ado::Connection& connection();

@@ -106,16 +106,12 @@ TEST_F(ImportFaults, ProgramThatFailsIsNotBelieved) {
 
 TEST_F(ImportFaults, ProgramThatHangsOrEatsMemoryIsEnded) {
     replaceProgram(u"mdb-export"_s, "exec tail -f /dev/null");
-    OldPrograms programs = [this] {
-        const QString bin = QFileInfo(QStringLiteral(KALVERA_DATA)).path();
-        const QString found = QStandardPaths::findExecutable(u"mdb-tables"_s);
-        const QString folder = QFileInfo(found).path() + u'/';
-        return OldPrograms{found,
-                           folder + u"mdb-count"_s,
-                           at(u"bin/mdb-export"_s),
-                           bin + u"/kalvera-nulls"_s,
-                           {std::chrono::milliseconds(500)}};
-    }();
+    const QString tables = QStandardPaths::findExecutable(u"mdb-tables"_s);
+    OldPrograms programs{tables,
+                         QString(tables).replace(u"mdb-tables"_s, u"mdb-count"_s),
+                         at(u"bin/mdb-export"_s),
+                         QFileInfo(QStringLiteral(KALVERA_DATA)).path() + u"/kalvera-nulls"_s,
+                         {std::chrono::milliseconds(500)}};
     const auto description = [&] {
         try {
             importer::run(at(u"old"_s), at(u"new"_s), programs, [](const QString&, qint64, qint64) {});
