@@ -73,8 +73,7 @@ TEST_F(FrmMasterTest, ADamagedWidthTextIsToldOnceAndMendedAtTheEnd) {
         {u"-5|200|300|400|500|600|700|"_s, u"900|2500|1200|1200|1000|1440|1440|"_s,
          errors::invalidPropertyValue},
         {u"2147483647|2|3|4|5|6|7|"_s, u"900|2500|1200|1200|1000|1440|1440|"_s, errors::invalidPropertyValue},
-        {u"99999999999|2|3|4|5|6|7|"_s, u"900|2500|1200|1200|1000|1440|1440|"_s, errors::overflow},
-    };
+        {u"99999999999|2|3|4|5|6|7|"_s, u"900|2500|1200|1200|1000|1440|1440|"_s, errors::overflow}};
     for (const auto& [stored, widths, failure] : cases) {
         SCOPED_TRACE(stored.toStdString());
         UlozNastaveni(u"ColSie"_s, stored);

@@ -144,8 +144,7 @@ TEST_F(SortTest, ASearchFindsTheFirstRowThatHoldsTheTerm) {
         {FindMode::czechTitle, u"STRASSE"_s, -1}, {FindMode::czechTitle, u"straße"_s, 1},
         {FindMode::number, u"12"_s, 0},           {FindMode::number, u""_s, 0},
         {FindMode::number, u"7"_s, -1},           {FindMode::loanDate, u"2008"_s, 1},
-        {FindMode::loanDate, u"9:00"_s, 2},       {FindMode::loanDate, u"Original"_s, -1},
-    };
+        {FindMode::loanDate, u"9:00"_s, 2},       {FindMode::loanDate, u"Original"_s, -1}};
     for (const auto& [mode, term, row] : cases)
         EXPECT_EQ(findRow(films, mode, term), row) << term.toStdString();
     films.clear();

@@ -15,9 +15,8 @@ TEST_F(FilmRules, BoxesBecomeOneTokenEach) {
 
 TEST_F(FilmRules, TokensSetTheBoxesThatTheyStandFor) {
     const std::pair<QString, std::vector<int>> cases[] = {
-        {u"A|N|A"_s, {1, 0, 1}},  {u""_s, {0, 1, 2}},    {u"A"_s, {1, 1, 2}},    {u"A|A|A|A|A"_s, {1, 1, 1}},
-        {u"a|A |X"_s, {0, 0, 0}}, {u"||A"_s, {0, 0, 1}}, {u"A|N|"_s, {1, 0, 0}},
-    };
+        {u"A|N|A"_s, {1, 0, 1}},  {u""_s, {0, 1, 2}},    {u"A"_s, {1, 1, 2}},   {u"A|A|A|A|A"_s, {1, 1, 1}},
+        {u"a|A |X"_s, {0, 0, 0}}, {u"||A"_s, {0, 0, 1}}, {u"A|N|"_s, {1, 0, 0}}};
     for (const auto& [tokens, expected] : cases) {
         std::vector<int> boxes = {0, 1, 2};
         film::NactiChk(boxes, tokens);
@@ -40,8 +39,7 @@ TEST_F(FilmRules, LengthsAreCleanedToDigits) {
         {u"118 min."_s, u"118"_s}, {u"95 min"_s, u"95"_s},    {u"2h 5m"_s, u"0"_s},
         {u"120"_s, u"120"_s},      {u"abc"_s, u"abc"_s},      {u""_s, u""_s},
         {u"min."_s, u"0"_s},       {u"1.118"_s, u"1118"_s},   {u"90 MIN"_s, u"0"_s},
-        {u"1 0 0 0"_s, u"1000"_s}, {u"mmininin 7"_s, u"0"_s}, {u"90,5 min"_s, u"90,5"_s},
-    };
+        {u"1 0 0 0"_s, u"1000"_s}, {u"mmininin 7"_s, u"0"_s}, {u"90,5 min"_s, u"90,5"_s}};
     for (const auto& [typed, stored] : cases)
         EXPECT_EQ(film::cleanLength(typed), stored) << typed.toStdString();
 }

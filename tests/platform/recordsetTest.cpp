@@ -39,8 +39,7 @@ class RecordsetTest : public TemporaryProgram {
 const QString openLoans =
     u"SELECT tDVD.DVDID, tPujcky.P_UID, tPujcky.P_DVDID, tPujcky.PDatPujcky,tPujcky.PDatVraceni, tUser.USID, "
     "tUser.USNAME FROM tUser INNER JOIN (tDVD INNER JOIN tPujcky ON tDVD.DVDID = tPujcky.P_DVDID) ON "
-    "tUser.USID "
-    "= tPujcky.P_UID WHERE (((tPujcky.PDatVraceni) Is Null))"_s;
+    "tUser.USID = tPujcky.P_UID WHERE (((tPujcky.PDatVraceni) Is Null))"_s;
 
 }  // namespace
 
@@ -50,8 +49,7 @@ TEST_F(RecordsetTest, AQueryGivesItsRowsWhateverTheLetterCaseOfItsNames) {
         {u"SELECT * from tDVD Order by KatCisl"_s, u"KATCISL", {u"Null"_s, u"10"_s, u"12a"_s, u"9"_s}},
         {u"SELECT * from tDVD WHERE DVDID=0"_s, u"CZJm", {}},
         {openLoans + u';', u"USNAME", {u"Novák"_s, u"Dvořák"_s}},
-        {openLoans + u" and tDVD.DVDID=4;"_s, u"pdatpujcky", {u"04.02.2026 9:01:02"_s}},
-    };
+        {openLoans + u" and tDVD.DVDID=4;"_s, u"pdatpujcky", {u"04.02.2026 9:01:02"_s}}};
     for (const auto& [query, name, values] : cases) {
         SCOPED_TRACE(query.toStdString());
         open(query);
@@ -155,8 +153,7 @@ TEST_F(RecordsetTest, AColumnRefusesWhatItCannotHoldAndKeepsItsValue) {
         {u"DiskPocet", u"dva"_s, errors::typeMismatch},    {u"DiskPocet", u""_s, errors::typeMismatch},
         {u"DiskPocet", u"3000000000"_s, errors::overflow}, {u"Jazyk", qint64{1} << 40, errors::overflow},
         {u"Jazyk", QByteArray("1"), errors::typeMismatch}, {u"CZJm", QByteArray("1"), errors::typeMismatch},
-        {u"DVDID", 77, errors::operationNotAllowed},       {u"NeniTu", 1, errors::itemNotFound},
-    };
+        {u"DVDID", 77, errors::operationNotAllowed},       {u"NeniTu", 1, errors::itemNotFound}};
     for (const auto& [column, value, failure] : cases) {
         SCOPED_TRACE(column.toString().toStdString());
         EXPECT_EQ(failureOf([&] { rows.Fields(column).setValue(value); }), failure);

@@ -165,9 +165,8 @@ TEST_F(FilmListsTest, WithoutFilmsOrCatalogueThereIsHeadAndEnd) {
 }
 
 TEST_F(FilmListsTest, AListMadeWithinAnotherIsInItToo) {
-    sql("INSERT INTO tDVD (DVDID, KatCisl, CZJm, Zanr, Jazyk) VALUES (1, '1', 'A', '', 0), (2, '2', 'B', '', "
-        "0),"
-        "(3, '3', 'C', '', 0)");
+    sql("INSERT INTO tDVD (DVDID, KatCisl, CZJm, Zanr, Jazyk) VALUES (1, '1', 'A', '', 0),"
+        " (2, '2', 'B', '', 0), (3, '3', 'C', '', 0)");
     bool first = true;
     QString inner;
     filmLists::print(u"SELECT * from tDVD ORDER BY CZJM"_s, Kind::simple, [&] {
@@ -188,9 +187,8 @@ TEST_F(FilmListsTest, AListMadeWithinAnotherIsInItToo) {
 TEST_F(FilmListsTest, AFullDiskLeavesTheFormerListWhole) {
     sql("INSERT INTO tDVD (DVDID, KatCisl, CZJm, Zanr, Jazyk) VALUES (1, '1', 'A', '', 0)");
     const QString former = printed(Kind::simple);
-    sql("WITH RECURSIVE n(i) AS (SELECT 2 UNION ALL SELECT i+1 FROM n WHERE i<9000) INSERT INTO tDVD "
-        "(KatCisl, "
-        "CZJm, Zanr, Jazyk) SELECT i, 'Film', 'Drama', 0 FROM n");
+    sql("WITH RECURSIVE n(i) AS (SELECT 2 UNION ALL SELECT i+1 FROM n WHERE i<9000)"
+        " INSERT INTO tDVD (KatCisl, CZJm, Zanr, Jazyk) SELECT i, 'Film', 'Drama', 0 FROM n");
     // Writing beyond this size fails as it does on a full disk.
     rlimit usual{};
     getrlimit(RLIMIT_FSIZE, &usual);

@@ -10,9 +10,8 @@ namespace {
 class FrmTisknoutTest : public TemporaryProgram {
  protected:
     FrmTisknoutTest() {
-        sql("INSERT INTO tDVD (DVDID, KatCisl, CZJm, Zanr, Delka, Stat, Rok, Jazyk, Obsah, Herci)"
-            " SELECT *, '', '', '', '', 0, '', '' FROM (VALUES (1, '8', 'Chata'), (2, '10', 'Alibi'),"
-            " (3, '9', 'Dům'))");
+        sql("INSERT INTO tDVD (DVDID, KatCisl, CZJm, Zanr, Delka, Stat, Rok, Jazyk, Obsah, Herci) SELECT *, "
+            "'', '', '', '', 0, '', '' FROM (VALUES (1, '8', 'Chata'), (2, '10', 'Alibi'), (3, '9', 'Dům'))");
         window.show();
     }
 

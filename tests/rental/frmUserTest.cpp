@@ -42,10 +42,9 @@ TEST_F(FrmUserTest, ACustomerWithoutACodeGetsTheKeyAsCode) {
         {12, u"  "_s, u"12"_s, u"12"_s},     {12, u" 8 "_s, u" 8 "_s, u"12"_s}};
     for (const auto& [edited, typed, stored, keyAfterwards] : cases) {
         SCOPED_TRACE(u"%1 '%2'"_s.arg(edited).arg(typed).toStdString());
-        sql("DELETE FROM tUser; DELETE FROM sqlite_sequence; INSERT INTO tUser VALUES (7, 'Novák', 'Praha',"
-            " NULL, NULL, NULL, NULL), (12, ' Žižka \"O''Hara\" ', 'Dlouhá 1' || char(13, 10) || 'Brno', "
-            "NULL,"
-            " 'z@x.cz', char(13, 10) || 'a', '77')");
+        sql("DELETE FROM tUser; DELETE FROM sqlite_sequence; INSERT INTO tUser VALUES (7, 'Novák', 'Praha', "
+            "NULL, NULL, NULL, NULL), (12, ' Žižka \"O''Hara\" ', 'Dlouhá 1' || char(13, 10) || 'Brno', "
+            "NULL, 'z@x.cz', char(13, 10) || 'a', '77')");
         frmUser form;
         QStringList texts = {u"77"_s,     u" Žižka \"O'Hara\" "_s, u""_s,
                              u"z@x.cz"_s, u"Dlouhá 1\nBrno"_s,     u"\na"_s};
@@ -69,11 +68,10 @@ TEST_F(FrmUserTest, ACustomerWithoutACodeGetsTheKeyAsCode) {
 TEST_F(FrmUserTest, WithoutNameOrAddressNothingIsStoredAndTheFormGoesAway) {
     const QString noName = u"Jméno musí být vyplněno!\r\n"_s;
     const QString noAddress = u"Adresa musí být vyplněno!\r\n"_s;
-    const std::tuple<QString, QString, QString> cases[] = {{u"   "_s, u"Brno"_s, noName},
-                                                           {u""_s, u"Brno"_s, noName},
-                                                           {u"Jan"_s, u""_s, noAddress},
-                                                           {u"Jan"_s, u"  "_s, noAddress},
-                                                           {u""_s, u" "_s, noName + noAddress}};
+    const std::tuple<QString, QString, QString> cases[] = {
+        {u"   "_s, u"Brno"_s, noName},  {u""_s, u"Brno"_s, noName},          {u"Jan"_s, u""_s, noAddress},
+        {u"Jan"_s, u"  "_s, noAddress}, {u""_s, u" "_s, noName + noAddress},
+    };
     for (const auto& [name, address, message] : cases) {
         frmUser form;
         save(form, {u"5"_s, name, u"1"_s, u"2"_s, address, u"3"_s});

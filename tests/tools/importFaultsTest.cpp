@@ -69,8 +69,7 @@ TEST_F(ImportFaults, FileThatCannotBeReadIsRefused) {
         {"no table", [this] { patch(u"old/data.ddb"_s, utf16(u"tUser"), utf16(u"tUsel")); },
          u"chybí v něm tabulka tUser"_s},
         {"no column", [this] { patch(u"old/data.ddb"_s, utf16(u"USMAIL"), utf16(u"USMAIX")); },
-         u"chybí sloupec USMAIL"_s},
-    };
+         u"chybí sloupec USMAIL"_s}};
     const QByteArray data = content(u"old/data.ddb"_s);
     const QByteArray pictures = content(u"old/pictures.ddb"_s);
     for (const auto& [fault, make, told] : cases) {
