@@ -1,9 +1,7 @@
 #include "lookup/mCSFD.h"
 
-#include <gtest/gtest.h>
-
+#include "support/conversions.h"
 #include "support/filmPages.h"
-#include "support/printers.h"
 
 using namespace Qt::StringLiterals;
 using csfd::FoundFilm;
@@ -86,39 +84,22 @@ TEST(FilmDatabase, KeyTitleOriginCastAndDescriptionAreCutByTheirOwnRules) {
     EXPECT_EQ(csfd::detailKey(Page(u"href=\"?text=9\">rest"_s)), u"9>rest"_s);
     EXPECT_EQ(csfd::detailKey(Page(u"text=9 "_s)), u""_s);
 
-    const std::pair<QString, QString> titles[] = {{u"Lost House (1999)"_s, u"Lost House"_s},
-                                                  {u" (1899) A (2101) "_s, u"(1899) A (2101)"_s},
-                                                  {u"A (1999/I) (1900)(2100)"_s, u"A (1999/I)"_s},
-                                                  {u"(20(1999)00)"_s, u""_s},
-                                                  {u"(19(2000)99)"_s, u"(1999)"_s}};
-    for (const auto& [title, without] : titles)
-        EXPECT_EQ(csfd::titleWithoutYear(title), without) << title.toStdString();
+    expectEach(&csfd::titleWithoutYear,
+               {u"Lost House (1999)→Lost House", u" (1899) A (2101) →(1899) A (2101)",
+                u"A (1999/I) (1900)(2100)→A (1999/I)", u"(20(1999)00)→", u"(19(2000)99)→(1999)"});
 
-    const std::pair<QString, QString> lines[] = {
-        {u"USA / Kanada, 1999, 118 min"_s, u"USA , Kanada|1999|118 min"_s},
-        {u"USA,1999,118 min (DVD)"_s, u"USA|1999|118 min"_s},
-        {u"USA, 1999, 118"_s, u"USA|1999|11"_s},
-        {u", , "_s, u"||"_s},
-        {u"USA, 1999, 118 min, x"_s, u"no"_s},
-        {u"USA, 1999"_s, u"no"_s},
-        {u""_s, u"no"_s}};
-    for (const auto& [line, expected] : lines) {
-        csfd::Origin origin;
-        const bool whole = csfd::cutOrigin(line, origin);
-        EXPECT_EQ(whole ? QStringList({origin.country, origin.year, origin.length}).join(u'|') : u"no"_s,
-                  expected)
-            << line.toStdString();
-    }
+    const auto origin = [](const QString& line) {
+        csfd::Origin found;
+        const bool whole = csfd::cutOrigin(line, found);
+        return whole ? QStringList({found.country, found.year, found.length}).join(u'|') : u"no"_s;
+    };
+    expectEach(origin, {u"USA / Kanada, 1999, 118 min→USA , Kanada|1999|118 min",
+                        u"USA,1999,118 min (DVD)→USA|1999|118 min", u"USA, 1999, 118→USA|1999|11", u", , →||",
+                        u"USA, 1999, 118 min, x→no", u"USA, 1999→no", u"→no"});
 
-    EXPECT_EQ(csfd::castOf(u"<a href=1>A &amp; B</a>, <a>C</a>"_s), u"A & B, C, "_s);
-    EXPECT_EQ(csfd::castOf(u"bez odkazu</a>x"_s), u"bez odkazu, "_s);
-    EXPECT_EQ(csfd::castOf(u"<A>A</A>"_s), u""_s);
-
-    const std::pair<QString, QString> descriptions[] = {
-        {u"a<br>b<BR>c &egrave; d"_s, u"a b\r\nc č d"_s},
-        {u"reklama</noscript>x</div></div><b>Děj</b>"_s, u"Děj"_s},
-        {u"reklama</noscript>Děj"_s, u"Děj"_s},
-        {u"a</div></div>b"_s, u"a\r\n\r\n\r\n\r\nb"_s}};
-    for (const auto& [piece, text] : descriptions)
-        EXPECT_EQ(csfd::descriptionOf(piece), text) << piece.toStdString();
+    expectEach(&csfd::castOf, {u"<a href=1>A &amp; B</a>, <a>C</a>→A & B, C, ",
+                               u"bez odkazu</a>x→bez odkazu, ", u"<A>A</A>→"});
+    expectEach(&csfd::descriptionOf,
+               {u"a<br>b<BR>c &egrave; d→a b\r\nc č d", u"reklama</noscript>x</div></div><b>Děj</b>→Děj",
+                u"reklama</noscript>Děj→Děj", u"a</div></div>b→a\r\n\r\n\r\n\r\nb"});
 }

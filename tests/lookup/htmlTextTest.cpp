@@ -1,73 +1,42 @@
-#include <gtest/gtest.h>
-
 #include <QFile>
-#include <QTemporaryDir>
 
 #include "lookup/Module1.h"
 #include "lookup/Module2.h"
 #include "lookup/webText.h"
 #include "support/TemporaryProgram.h"
+#include "support/conversions.h"
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-void check(QString (*convert)(const QString&), const std::vector<std::pair<QString, QString>>& conversions) {
-    for (const auto& [from, to] : conversions)
-        EXPECT_EQ(convert(from), to) << from.toStdString();
-}
-
-}  // namespace
+using Utf8File = TemporaryProgram;
 
 TEST(HtmlText, BlanksBreaksAndTagsAreReadInOnePass) {
-    check(&HtmlNaText, {{u""_s, u""_s},
-                        {u"a   b"_s, u"a b"_s},
-                        {u"a \t b"_s, u"a \t b"_s},
-                        {u"a\r\n  b"_s, u"a b"_s},
-                        {u"a\r\n\r\nb"_s, u"a  b"_s},
-                        {u"a\n\nb"_s, u"a b"_s},
-                        {u"a\r\rb"_s, u"a  b"_s},
-                        {u" \r b"_s, u"  b"_s},
-                        {u"a<BR>b"_s, u"a\r\nb"_s},
-                        {u"a<br />b"_s, u"ab"_s},
-                        {u"a<td>b</td>c"_s, u"ab|c"_s},
-                        {u"a<p>b</P>c</div>d"_s, u"a\r\n\r\nbc\r\n\r\nd"_s},
-                        {u"a</tr>b</Pre>c<p class=x>d<pre>e"_s, u"a\r\nb\r\ncde"_s},
-                        {u"1 < 2"_s, u"1  2"_s},
-                        {u"<<b>>"_s, u">"_s},
-                        {u"a<"_s, u"a"_s},
-                        {u"<>a"_s, u"a"_s}});
+    expectEach(&HtmlNaText,
+               {u"→", u"a   b→a b", u"a \t b→a \t b", u"a\r\n  b→a b", u"a\r\n\r\nb→a  b", u"a\n\nb→a b",
+                u"a\r\rb→a  b", u" \r b→  b", u"a<BR>b→a\r\nb", u"a<br />b→ab", u"a<td>b</td>c→ab|c",
+                u"a<p>b</P>c</div>d→a\r\n\r\nbc\r\n\r\nd", u"a</tr>b</Pre>c<p class=x>d<pre>e→a\r\nb\r\ncde",
+                u"1 < 2→1  2", u"<<b>>→>", u"a<→a", u"<>a→a"});
 }
 
 TEST(HtmlText, OnlyTheBodyIsRead) {
-    check(&HtmlNaText, {{u"<title>t</title><BODY BGCOLOR=X>ČÁp</body>z"_s, u"ČÁp"_s},
-                        {u"a</body>b"_s, u"ab"_s},
-                        {u"a<body b"_s, u"body b"_s},
-                        {u"<body>a</BODY>b</body>c"_s, u"a"_s},
-                        {u"ß<body>ß</body>"_s, u"ß"_s},
-                        {u"<bodyguard>a"_s, u"a"_s}});
+    expectEach(&HtmlNaText,
+               {u"<title>t</title><BODY BGCOLOR=X>ČÁp</body>z→ČÁp", u"a</body>b→ab", u"a<body b→body b",
+                u"<body>a</BODY>b</body>c→a", u"ß<body>ß</body>→ß", u"<bodyguard>a→a"});
 }
 
 TEST(HtmlText, EntitiesAreCzechLettersNamedAfterLatin1AndNeedABlankBehind) {
-    check(&HtmlNaText, {{u"a &amp; b"_s, u"a & b"_s},
-                        {u"a&amp;b"_s, u"a&amp;b"_s},
-                        {u"x &foo; y"_s, u"x &foo; y"_s},
-                        {u"x &eacute; y"_s, u"x é y"_s},
-                        {u"&#232; x"_s, u"&#232; x"_s},
-                        {u"&shy; &plusmn; &plusm; x"_s, u"&shy; &plusmn; ± x"_s},
-                        {u"&brvbar;&nbsp;&lt;p&gt;&quot; x"_s, u"| <p>\" x"_s},
-                        {u"&; x"_s, u"&; x"_s},
-                        {u"& a; b"_s, u"& a; b"_s},
-                        {u"&a<br>b; x"_s, u"&a<br>b; x"_s},
-                        {u"&Eacute; &eacute"_s, u"É &eacute"_s},
-                        {u"&aacute; &aacute;"_s, u"á &aacute;"_s}});
+    expectEach(&HtmlNaText,
+               {u"a &amp; b→a & b", u"a&amp;b→a&amp;b", u"x &foo; y→x &foo; y", u"x &eacute; y→x é y",
+                u"&#232; x→&#232; x", u"&shy; &plusmn; &plusm; x→&shy; &plusmn; ± x",
+                u"&brvbar;&nbsp;&lt;p&gt;&quot; x→| <p>\" x", u"&; x→&; x", u"& a; b→& a; b",
+                u"&a<br>b; x→&a<br>b; x", u"&Eacute; &eacute→É &eacute", u"&aacute; &aacute;→á &aacute;"});
     const QStringList names =
         u"egrave ecirc igrave oslash ugrave ograve iuml thorn iexcl yen ordf sup1 frac14 yuml aacute uuml "
         "szlig Egrave Oslash Igrave times THORN Auml"_s.split(u' ');
     EXPECT_EQ(HtmlNaText(u'&' + names.join(u";&"_s) + u"; "_s), u"čęěřůňďţˇĄŞąĽ˙áüßČŘĚ×ŢÄ "_s);
 }
 
-TEST(HtmlText, Utf8IsDecodedWhateverIsBrokenInIt) {
+TEST_F(Utf8File, IsDecodedWhateverIsBrokenInIt) {
     EXPECT_EQ(UTF8NaText("p\xC5\x99\xC3\xAD"), u"pří"_s);
     EXPECT_EQ(UTF8NaText("a\xC5"), u"a\uFFFD"_s);
     EXPECT_EQ(UTF8NaText("a\xFF\xFE z"), u"a\uFFFD\uFFFD z"_s);
@@ -76,27 +45,20 @@ TEST(HtmlText, Utf8IsDecodedWhateverIsBrokenInIt) {
               u"\uFEFFa"_s);
     EXPECT_EQ(UTF8NaText(QByteArrayView("a\0b", 3)), QString(u"a\0b"_s));
     EXPECT_EQ(UTF8NaText("\xF0\x9F\x8E\xAC").size(), 2);
-    const QTemporaryDir folder;
-    QFile file(folder.filePath(u"page"_s));
-    EXPECT_EQ(failureOf([&] { NactiUTF8Soubor(file.fileName()); }), errors::fileNotFound);
-    ASSERT_TRUE(file.open(QFile::WriteOnly));
-    file.close();
-    file.setPermissions({});
-    EXPECT_EQ(NactiUTF8Soubor(file.fileName()), u""_s);  // not even opened
-    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-    ASSERT_TRUE(file.open(QFile::WriteOnly));
-    file.write("\xC4\x8D\r\n");
-    file.close();
-    EXPECT_EQ(NactiUTF8Soubor(file.fileName()), u"č\r\n"_s);
+    const QString page = at(u"page"_s);
+    EXPECT_EQ(failureOf([&] { NactiUTF8Soubor(page); }), errors::fileNotFound);
+    write(page, {});
+    QFile::setPermissions(page, {});
+    EXPECT_EQ(NactiUTF8Soubor(page), u""_s);  // not even opened
+    QFile::setPermissions(page, QFile::ReadOwner | QFile::WriteOwner);
+    write(page, "\xC4\x8D\r\n");
+    EXPECT_EQ(NactiUTF8Soubor(page), u"č\r\n"_s);
 }
 
 TEST(WebText, TermsAndFieldsAreConverted) {
-    check(&UpravText, {{u""_s, u""_s},
-                       {u"Černý pes"_s, u"%C8ern%FD+pes"_s},
-                       {u"a&b=c%?#z"_s, u"a&b=c%?#z"_s},
-                       {u"{|}~\u007f€"_s, u"%7B%7C%7D%7E%7F%80"_s},
-                       {u"я+"_s, u"я+"_s}});
-    check(&OdebratTagy, {{u"&amp;nbsp;&nbsp;&eacute;&iacute;&ccedil;&ouml;&quot;"_s, u"&nbsp; éíçö\""_s},
-                         {u"<b>a</b><i>b</i><br>c<B>"_s, u"ab\r\nc<B>"_s}});
-    check(&PREVOD, {{u"Šťastný Žižka"_s, u"©ťastný ®iľka"_s}, {u"š"_s, u"ą"_s}});
+    expectEach(&UpravText, {u"→", u"Černý pes→%C8ern%FD+pes", u"a&b=c%?#z→a&b=c%?#z",
+                            u"{|}~\u007f€→%7B%7C%7D%7E%7F%80", u"я+→я+"});
+    expectEach(&OdebratTagy, {u"&amp;nbsp;&nbsp;&eacute;&iacute;&ccedil;&ouml;&quot;→&nbsp; éíçö\"",
+                              u"<b>a</b><i>b</i><br>c<B>→ab\r\nc<B>"});
+    expectEach(&PREVOD, {u"Šťastný Žižka→©ťastný ®iľka", u"š→ą"});
 }

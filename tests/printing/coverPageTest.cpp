@@ -1,9 +1,9 @@
 #include "printing/coverPage.h"
 
 #include "support/TemporaryProgram.h"
+#include "support/conversions.h"
 
 using namespace Qt::StringLiterals;
-using coverPage::Cover;
 
 namespace {
 
@@ -13,15 +13,13 @@ QString page(const QString& options) {
            options + u"</select></html>"_s;
 }
 
-}  // namespace
-
-namespace coverPage {
-void PrintTo(const Cover& cover, std::ostream* out) {
-    *out << QStringList{cover.code, cover.czechTitle, cover.originalTitle, cover.language}
-                .join(u'|')
-                .toStdString();
+/// The code, both titles and the language of an option, joined by "|".
+QString cut(const QString& option) {
+    const coverPage::Cover cover = coverPage::ZiskejData(option);
+    return QStringList{cover.code, cover.czechTitle, cover.originalTitle, cover.language}.join(u'|');
 }
-}  // namespace coverPage
+
+}  // namespace
 
 TEST(CoverPageTest, APageIsCutIntoItsOptions) {
     EXPECT_EQ(coverPage::ZpracujZaznamy(page(u"<option value=\"1\">A&nbsp(B)</option>\r\n"
@@ -39,27 +37,21 @@ TEST(CoverPageTest, APageIsCutIntoItsOptions) {
 }
 
 TEST(CoverPageTest, AnOptionIsCutIntoCodeTitlesAndLanguage) {
-    const std::pair<QString, Cover> cases[] = {
-        {u"<option value=\"1234\">Jedna&nbsp(One) [EN]"_s, {u"1234"_s, u"Jedna"_s, u"One"_s, u"Anglicky"_s}},
-        {u"<option value=\"1\"> [EN]Dva[EN] &nbsp Two [AV][SE]"_s,
-         {u"1"_s, u"Dva"_s, u"Two"_s, u"Anglicky"_s}},
-        {u"<option value=\"1\">Tři[AV]&nbsp(Three[SE])"_s, {u"1"_s, u"Tři"_s, u"Three"_s, u""_s}},
-        // Five characters are skipped, and one bracket goes at each end.
-        {u"<option value=\"1\">A&nbsp;(B)"_s, {u"1"_s, u"A"_s, u";(B"_s, u""_s}},
-        {u"<option value=\"1\">A&nbsp((B))"_s, {u"1"_s, u"A"_s, u"(B)"_s, u""_s}},
-        {u"<option value=\"1\">A&nbspB (2)"_s, {u"1"_s, u"A"_s, u"B (2"_s, u""_s}},
-        {u"<option value=\"1\">A&nbspB&nbspC"_s, {u"1"_s, u"A"_s, u"B&nbspC"_s, u""_s}},
-        {u"<option value=\"1\">&nbsp()"_s, {u"1"_s, u""_s, u""_s, u""_s}},
-        // No blank: nothing is before it, and what is behind begins at the fifth character.
-        {u"<option value=\"1\">Samota"_s, {u"1"_s, u""_s, u"ta"_s, u""_s}},
-        // Codes as odd as they come.
-        {u"<option value=\"../x?y&amp;'\">A&nbspB"_s, {u"../x?y&amp;'"_s, u"A"_s, u"B"_s, u""_s}},
-        {u"<option value=\"a\"b\"c\">A&nbspB"_s, {u"a"_s, u"A"_s, u"B"_s, u""_s}},
-        {u"<option value=\"<b>7</b>\">A&nbspB"_s, {u"<b>7</b>"_s, u"7</b>\">A"_s, u"B"_s, u""_s}},
-        {u"<option value=\"\">A&nbspB"_s, {u""_s, u"A"_s, u"B"_s, u""_s}},
-    };
-    for (const auto& [option, cover] : cases)
-        EXPECT_EQ(coverPage::ZiskejData(option), cover) << option.toStdString();
+    expectEach(&cut, {u"<option value=\"1234\">Jedna&nbsp(One) [EN]→1234|Jedna|One|Anglicky",
+                      u"<option value=\"1\"> [EN]Dva[EN] &nbsp Two [AV][SE]→1|Dva|Two|Anglicky",
+                      u"<option value=\"1\">Tři[AV]&nbsp(Three[SE])→1|Tři|Three|"});
+    // Five characters are skipped, and one bracket goes at each end.
+    expectEach(&cut,
+               {u"<option value=\"1\">A&nbsp;(B)→1|A|;(B|", u"<option value=\"1\">A&nbsp((B))→1|A|(B)|",
+                u"<option value=\"1\">A&nbspB (2)→1|A|B (2|",
+                u"<option value=\"1\">A&nbspB&nbspC→1|A|B&nbspC|", u"<option value=\"1\">&nbsp()→1|||"});
+    // No blank: nothing is before it, and what is behind begins at the fifth character.
+    expectEach(&cut, {u"<option value=\"1\">Samota→1||ta|"});
+    // Codes as odd as they come.
+    expectEach(&cut, {u"<option value=\"../x?y&amp;'\">A&nbspB→../x?y&amp;'|A|B|",
+                      u"<option value=\"a\"b\"c\">A&nbspB→a|A|B|",
+                      u"<option value=\"<b>7</b>\">A&nbspB→<b>7</b>|7</b>\">A|B|",
+                      u"<option value=\"\">A&nbspB→|A|B|"});
     for (const QString& broken : {u"<option>A&nbspB"_s, u"<option value=\"1>A&nbspB"_s})
         EXPECT_EQ(failureOf([&] { coverPage::ZiskejData(broken); }), 5) << broken.toStdString();
 }

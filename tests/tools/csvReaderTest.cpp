@@ -1,6 +1,7 @@
 #include "CsvReader.h"
 
 #include "support/TemporaryProgram.h"
+#include "support/conversions.h"
 
 using namespace Qt::StringLiterals;
 
@@ -18,20 +19,12 @@ QString recordsOf(const QString& text) {
 }  // namespace
 
 TEST(CsvReader, RecordsAreTakenApart) {
-    const std::pair<QString, QString> cases[] = {
-        {u""_s, u""_s},
-        {u"\r\n\n"_s, u""_s},
-        {u"a,b\r\nc,d\r\n"_s, u"[a|b][c|d]"_s},
-        {u"a,b\nc,d"_s, u"[a|b][c|d]"_s},
-        {u"a\n\n\r\nb\n"_s, u"[a][b]"_s},
-        {u"a,\n,\n,b\r\nc,"_s, u"[a|][|][|b][c|]"_s},
-        {u"\"\"\n\"\",\"\""_s, u"[][|]"_s},
-        {u"\"a,b\",\"c \"\"d\"\"\",\"\"\"\"\r\n"_s, u"[a,b|c \"d\"|\"]"_s},
-        {u"\"a\r\nb\n\nc\",d\r\ne,f"_s, u"[a\r\nb\n\nc|d][e|f]"_s},
-        {u" a , \tb\n"_s, u"[ a | \tb]"_s},
-        {u"a\rb\n"_s, u"[a\rb]"_s}};
-    for (const auto& [text, records] : cases)
-        EXPECT_EQ(recordsOf(text), records) << text.toStdString();
+    expectEach(
+        &recordsOf,
+        {u"→", u"\r\n\n→", u"a,b\r\nc,d\r\n→[a|b][c|d]", u"a,b\nc,d→[a|b][c|d]", u"a\n\n\r\nb\n→[a][b]",
+         u"a,\n,\n,b\r\nc,→[a|][|][|b][c|]", u"\"\"\n\"\",\"\"→[][|]",
+         u"\"a,b\",\"c \"\"d\"\"\",\"\"\"\"\r\n→[a,b|c \"d\"|\"]",
+         u"\"a\r\nb\n\nc\",d\r\ne,f→[a\r\nb\n\nc|d][e|f]", u" a , \tb\n→[ a | \tb]", u"a\rb\n→[a\rb]"});
 }
 
 TEST(CsvReader, LineIsTheOneOnWhichTheRecordBegins) {
