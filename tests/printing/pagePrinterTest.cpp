@@ -23,16 +23,6 @@ class PagePrinterTest : public TemporaryProgram {
  protected:
     PagePrinterTest() { write(cover, pictureOf(qRgb(255, 0, 0), "JPG", {160, 200})); }
 
-    PicturePage page() const {
-        return {.picture = cover,
-                .title = u"Obal"_s,
-                .landscape = true,
-                .left = 10,
-                .top = 10,
-                .width = 15600,
-                .height = 10480};
-    }
-
     /// Prints to a PDF file; the paper is A4 unless told otherwise.
     QString printed(int resolution, QPageSize::PageSizeId paper = QPageSize::A4) const {
         QPrinter printer(QPrinter::HighResolution);
@@ -40,7 +30,14 @@ class PagePrinterTest : public TemporaryProgram {
         printer.setOutputFileName(at(u"page.pdf"_s));
         printer.setResolution(resolution);
         printer.setPageSize(QPageSize(paper));
-        pagePrinter::print(page(), printer);
+        pagePrinter::print({.picture = cover,
+                            .title = u"Obal"_s,
+                            .landscape = true,
+                            .left = 10,
+                            .top = 10,
+                            .width = 15600,
+                            .height = 10480},
+                           printer);
         return printer.outputFileName();
     }
 
