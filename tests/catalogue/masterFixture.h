@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAction>
+#include <QRegularExpression>
 #include <optional>
 
 #include "catalogue/frmMaster.h"

@@ -1,7 +1,5 @@
 #include "lookup/mDetail.h"
 
-#include <QFile>
-
 #include "lookup/mModInetPic.h"
 #include "support/TemporaryProgram.h"
 #include "support/detailWindow.h"

@@ -1,6 +1,5 @@
 #include "toolkit/StatusBar.h"
 
-#include <QSignalSpy>
 #include <QTest>
 
 #include "support/TemporaryProgram.h"
