@@ -5,6 +5,8 @@
 #include <QFileInfo>
 #include <QStringDecoder>
 #include <QVarLengthArray>
+#include <chrono>
+#include <thread>
 
 #include "platform/collation.h"
 #include "platform/errors.h"
@@ -13,7 +15,16 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int busyTimeout = 5000;  // milliseconds
+constexpr std::chrono::milliseconds busyTimeout{5000};
+constexpr std::chrono::milliseconds busyStep{5};
+
+/// Waits for another program to be done with the file. The engine's own way looks ever more seldom, and so
+/// finds the file taken each time while the other one writes row after row.
+int waitForOthers(void* /*handle*/, int tries) noexcept {
+    if (tries * busyStep >= busyTimeout) return 0;
+    std::this_thread::sleep_for(busyStep);
+    return 1;
+}
 
 using Utf16 = QVarLengthArray<QChar, 256>;
 
@@ -109,7 +120,7 @@ sqlite::Database::Database(const QString& path, Mode mode) {
     handle_.reset(opened);
     if (result != SQLITE_OK) throwFailure(opened, result);
     sqlite3_extended_result_codes(opened, 1);
-    sqlite3_busy_timeout(opened, busyTimeout);
+    sqlite3_busy_handler(opened, waitForOthers, nullptr);
     const int registered =
         sqlite3_create_collation_v2(opened, collation::name, SQLITE_UTF8, nullptr, compareCzech, nullptr);
     if (registered != SQLITE_OK) throwFailure(opened, registered);

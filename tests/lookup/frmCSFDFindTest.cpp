@@ -55,6 +55,9 @@ TEST_F(FrmCSFDFindTest, EverySearchAddsItsFilmsAndAFailedOneChangesNothing) {
     term.setText(u"ztracený"_s);
     QTest::keyClick(&term, Qt::Key_Return);
     EXPECT_EQ(count(window), u"Počet nalezených záznamů: 2"_s);
+    // The next Enter is the list's, and that one alone reads a film.
+    EXPECT_EQ(window.focusWidget(), &list);
+    EXPECT_EQ(server.targets().last(), search + u"ztracen%FD"_s);
     click(window, "Command1");
     EXPECT_EQ(count(window), u"Počet nalezených záznamů: 4"_s);
     control<QLineEdit>(window, "findCZ").setFocus();
