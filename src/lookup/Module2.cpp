@@ -1,5 +1,7 @@
 #include "lookup/Module2.h"
 
+#include <QFileInfo>
+
 #include <QStringDecoder>
 
 #include "platform/files.h"
@@ -11,5 +13,7 @@ QString UTF8NaText(QByteArrayView bytes) {
 }
 
 QString NactiUTF8Soubor(const QString& path) {
+    const QFileInfo file(path);
+    if (file.exists() && file.size() == 0) return {};  // holds nothing that it would have to be opened for
     return UTF8NaText(files::readAll(path));
 }
