@@ -1,7 +1,6 @@
 #include "lookup/Module2.h"
 
 #include <QFileInfo>
-
 #include <QStringDecoder>
 
 #include "platform/files.h"
