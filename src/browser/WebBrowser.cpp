@@ -56,7 +56,8 @@ WebBrowser::WebBrowser(QWidget& parent, Events events)
     // anything, so it must not reach other local files.
     set(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
     set(QWebEngineSettings::LocalContentCanAccessFileUrls, false);
-    // Pages are cut and not looked at.
+    // Pages are cut and not looked at, nor do they take the keys from the window.
+    set(QWebEngineSettings::FocusOnNavigationEnabled, false);
     set(QWebEngineSettings::AutoLoadImages, false);
     set(QWebEngineSettings::AutoLoadIconsForPage, false);
     connect(page_.get(), &QWebEnginePage::loadingChanged, this, &WebBrowser::loadingChanged);

@@ -27,6 +27,9 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     setApplicationName(u"BremDVDKalvera"_s);
     setWindowIcon(QIcon(u":/icons/app.svg"_s));
     setFont(windowFont());
+    connect(this, &QApplication::focusChanged, this, [this](QWidget* /*before*/, const QWidget* now) {
+        if (now != nullptr) showFocusIn(now->window());
+    });
     // A system without regional settings of its own: its users are Czech.
     if (QLocale().language() == QLocale::C)
         QLocale::setDefault(QLocale(QLocale::Czech, QLocale::CzechRepublic));
@@ -37,18 +40,18 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     }
 }
 
-void Application::followHands(const QObject& receiver, QEvent::Type type) {
-    if (!receiver.isWidgetType()) return;
-    if (type == QEvent::KeyPress) byKeys_ = true;
-    if (type == QEvent::MouseButtonPress) byKeys_ = false;
-    const auto& widget = static_cast<const QWidget&>(receiver);
-    if (byKeys_ && (type == QEvent::KeyPress || (type == QEvent::Show && widget.isWindow())))
-        widget.window()->setAttribute(Qt::WA_KeyboardFocusChange);
+void Application::showFocusIn(QWidget* window) const {
+    if (byKeys_ && window != nullptr) window->setAttribute(Qt::WA_KeyboardFocusChange);
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {
     bool handled = false;
-    followHands(*receiver, event->type());
+    // The receiver is not looked at: those of the browser engine are not all what they say.
+    if (event->type() == QEvent::MouseButtonPress) byKeys_ = false;
+    if (event->type() == QEvent::KeyPress) {
+        byKeys_ = true;
+        showFocusIn(activeWindow());
+    }
     guarded([&] { handled = QApplication::notify(receiver, event); });
     return handled;
 }

@@ -37,7 +37,7 @@ class Application : public QApplication {
 
     /// Shows where the focus is to whoever works with keys. Qt does so only from the first Tab on, so that
     /// Enter would press a button that cannot be told from the others.
-    void followHands(const QObject& receiver, QEvent::Type type);
+    void showFocusIn(QWidget* window) const;
 
     bool byKeys_ = false;
     WindowOutside outside_;

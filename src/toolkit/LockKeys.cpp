@@ -42,7 +42,7 @@ void LockKeys::refresh() {
 
 bool LockKeys::eventFilter(QObject* watched, QEvent* event) {
     const bool press = event->type() == QEvent::KeyPress;
-    if ((press || event->type() == QEvent::KeyRelease) && watched->isWindowType()) {
+    if (press || event->type() == QEvent::KeyRelease) {
         const auto* keyEvent = static_cast<QKeyEvent*>(event);
         const bool caps = keyEvent->key() == Qt::Key_CapsLock;
         const bool num = keyEvent->key() == Qt::Key_NumLock;
@@ -53,7 +53,9 @@ bool LockKeys::eventFilter(QObject* watched, QEvent* event) {
                 return false;
             }
 #endif
-            if (press && !keyEvent->isAutoRepeat()) set(capsLock_ != caps, numLock_ != num);
+            // On its way from the window to a control the key comes by more than once.
+            if (press && !keyEvent->isAutoRepeat() && watched->isWindowType())
+                set(capsLock_ != caps, numLock_ != num);
         }
     }
     return false;
