@@ -139,7 +139,7 @@ void bareDetailed(benchmark::State& state) {
 
 qint64 memoryInUse() {
     const auto now = mallinfo2();
-    return static_cast<qint64>(now.uordblks + now.hblkhd);
+    return static_cast<qint64>(now.uordblks) + static_cast<qint64>(now.hblkhd);
 }
 
 /// The most memory taken while a list is made, in sizes of its file.

@@ -5,6 +5,7 @@
 #include <QNetworkProxyFactory>
 #include <QNetworkReply>
 #include <QSaveFile>
+#include <QTimer>
 #include <memory>
 
 #include "platform/codepage.h"
@@ -39,19 +40,20 @@ bool succeeded(const QNetworkReply& reply) {
 }
 
 /// Writes the reply's content to `file` while it arrives.
-bool receive(QNetworkReply& reply, QFileDevice& file, qint64 limit) {
+bool receive(QNetworkReply& reply, QFileDevice& file, const DownloadLimits& limits) {
     QEventLoop loop;
     bool stored = true;
     const auto store = [&] {
         const qint64 announced = reply.header(QNetworkRequest::ContentLengthHeader).toLongLong();
         const QByteArray piece = reply.readAll();
-        stored = stored && announced <= limit && file.pos() + piece.size() <= limit &&
+        stored = stored && announced <= limits.bytes && file.pos() + piece.size() <= limits.bytes &&
                  file.write(piece) == piece.size();
         if (!stored) loop.quit();
     };
     QObject::connect(&reply, &QNetworkReply::metaDataChanged, &loop, store);
     QObject::connect(&reply, &QNetworkReply::readyRead, &loop, store);
     QObject::connect(&reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
+    QTimer::singleShot(limits.whole, &loop, &QEventLoop::quit);
     if (!reply.isFinished()) loop.exec(QEventLoop::ExcludeUserInputEvents);
     if (reply.error() == QNetworkReply::NoError) store();
     return stored && succeeded(reply);
@@ -93,5 +95,5 @@ bool download(const QString& url, const QString& path, const DownloadLimits& lim
     QNetworkAccessManager manager;
     manager.setProxyFactory(new SystemProxies);
     const std::unique_ptr<QNetworkReply> reply(manager.get(request));
-    return receive(*reply, file, limits.bytes) && file.commit();
+    return receive(*reply, file, limits) && file.commit();
 }

@@ -6,8 +6,9 @@
 
 /// How long and how large a download may get.
 struct DownloadLimits {
-    std::chrono::milliseconds quiet{30'000};  ///< longest time in which nothing arrives
-    qint64 bytes = qint64{64} * 1024 * 1024;  ///< largest content
+    std::chrono::milliseconds quiet{30'000};   ///< longest time in which nothing arrives
+    std::chrono::milliseconds whole{300'000};  ///< longest time for all of it, however steadily it drips in
+    qint64 bytes = qint64{64} * 1024 * 1024;   ///< largest content
 };
 
 /// The address that a text stands for. The text counts as Windows-1250: a character that is not ASCII becomes

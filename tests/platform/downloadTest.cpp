@@ -184,6 +184,14 @@ TEST_F(DownloadTest, SilenceEndsADownloadButSlownessDoesNot) {
     });
     EXPECT_TRUE(download(slow.root(), path, {.quiet = 1200ms}));
     EXPECT_EQ(stored(), "xxxxxx");
+    // One that would drip for ever is ended all the same.
+    store("former");
+    const RawServer endless([&timer](QTcpSocket& socket) {
+        socket.write("HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n");
+        QObject::connect(&timer, &QTimer::timeout, &socket, [&socket] { socket.write("x"); });
+        timer.start(20ms);
+    });
+    expectFailure(endless.root(), {.whole = 300ms});
 }
 
 TEST_F(DownloadTest, WhatCannotBeReachedChangesNothing) {
