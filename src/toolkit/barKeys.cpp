@@ -33,12 +33,11 @@ class BarKeys final : public QObject {
 void barKeys::install(const QList<QToolBar*>& bars) {
     QWidget* before = nullptr;
     for (QToolBar* bar : bars) {
-        auto* filter = new BarKeys(bar);
         for (QAction* action : bar->actions()) {
             auto* button = qobject_cast<QToolButton*>(bar->widgetForAction(action));
             if (button == nullptr) continue;
             button->setFocusPolicy(Qt::TabFocus);
-            button->installEventFilter(filter);
+            button->installEventFilter(new BarKeys(button));
             if (before != nullptr) QWidget::setTabOrder(before, button);
             before = button;
         }

@@ -21,8 +21,6 @@ class OwnTips final : public QObject {
 }  // namespace
 
 void tips::onlyOwn(QToolBar& bar) {
-    auto* filter = new OwnTips(&bar);
     for (QToolButton* button : bar.findChildren<QToolButton*>())
-        button->installEventFilter(filter);
-    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): the bar owns it, whether it has buttons or not
+        button->installEventFilter(new OwnTips(button));
 }

@@ -1,15 +1,12 @@
-#include <QApplication>
 #include <QMenu>
-#include <QPushButton>
 #include <QSignalSpy>
 #include <QTabWidget>
-#include <QTest>
-#include <QTimer>
 #include <QToolButton>
 
 #include "catalogue/masterFixture.h"
 #include "film/frmDVD.h"
 #include "film/frmZanry.h"
+#include "support/windows.h"
 #include "toolkit/WindowOutside.h"
 #include "toolkit/shades.h"
 
@@ -38,22 +35,6 @@ class KeyboardTest : public MasterTest {
         }
         throw std::runtime_error(action.toStdString());
     }
-
-    /// Runs `work`, which opens a modal window, and `look` on that window before it is closed.
-    template <typename Work, typename Look>
-    static void inModal(Work&& work, Look&& look) {
-        bool met = false;
-        QTimer::singleShot(0, qApp, [&] {
-            QWidget* modal = QApplication::activeModalWidget();
-            if (modal == nullptr) modal = QApplication::activePopupWidget();
-            met = modal != nullptr;
-            if (!met) return;
-            look(*modal);
-            modal->close();
-        });
-        work();
-        EXPECT_TRUE(met);
-    }
 };
 
 }  // namespace
@@ -71,8 +52,14 @@ TEST_F(KeyboardTest, EnterPressesAButtonOfABarAndDownOpensItsMenu) {
     const QSignalSpy pressed(action("SortCZName"), &QAction::triggered);
     QTest::keyClick(&button(u"SortCZName"_s), Qt::Key_Return);
     EXPECT_EQ(pressed.count(), 1);
-    inModal([this] { QTest::keyClick(&button(u"keyFind"_s), Qt::Key_Down); },
-            [](const QWidget& menu) { EXPECT_EQ(menu.actions().size(), 3); });
+    QToolButton& find = button(u"keyFind"_s);
+    qsizetype entries = 0;
+    QObject::connect(find.menu(), &QMenu::aboutToShow, find.menu(), [&] {
+        entries = find.menu()->actions().size();
+        QMetaObject::invokeMethod(find.menu(), &QWidget::close, Qt::QueuedConnection);
+    });
+    QTest::keyClick(&find, Qt::Key_Down);
+    EXPECT_EQ(entries, 3);
 }
 
 TEST_F(KeyboardTest, EnterPressesTheButtonsOfADictionary) {
@@ -80,22 +67,26 @@ TEST_F(KeyboardTest, EnterPressesTheButtonsOfADictionary) {
     genres.show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&genres));
     EXPECT_EQ(focused(), u"lvwZanr"_s);
-    auto* add = genres.findChild<QToolButton*>(u"Command1"_s);
-    add->setFocus();
-    inModal([add] { QTest::keyClick(add, Qt::Key_Return); },
-            [](const QWidget& record) { EXPECT_EQ(record.windowTitle(), u"Žánr"_s); });
+    auto& add = control<QToolButton>(genres, "Command1");
+    add.setFocus();
+    inModalWindow([&add] { QTest::keyClick(&add, Qt::Key_Return); },
+                  [](QWidget& record) {
+                      EXPECT_EQ(record.windowTitle(), u"Žánr"_s);
+                      record.close();
+                  });
 }
 
 TEST_F(KeyboardTest, EscapeClosesTheGenresOfTheEditorFirstFromWhereverItIsPressed) {
     frmDVD editor;
     editor.show();
-    auto* genres = editor.findChild<QWidget*>(u"picZanr"_s);
-    editor.findChild<QPushButton*>(u"Command1"_s)->click();
-    ASSERT_TRUE(genres->isVisible());
-    QTest::keyClick(editor.findChild<QWidget*>(u"txtCZName"_s), Qt::Key_Escape);
-    EXPECT_FALSE(genres->isVisible());
+    const auto& genres = control<QWidget>(editor, "picZanr");
+    auto& title = control<QLineEdit>(editor, "txtCZName");
+    click(editor, "Command1");
+    ASSERT_TRUE(genres.isVisible());
+    QTest::keyClick(&title, Qt::Key_Escape);
+    EXPECT_FALSE(genres.isVisible());
     EXPECT_TRUE(editor.isVisible());
-    QTest::keyClick(editor.findChild<QWidget*>(u"txtCZName"_s), Qt::Key_Escape);
+    QTest::keyClick(&title, Qt::Key_Escape);
     EXPECT_FALSE(editor.isVisible());
 }
 
@@ -103,20 +94,23 @@ TEST_F(KeyboardTest, ControlAndTabTurnThePagesOfTheEditor) {
     frmDVD editor;
     editor.show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&editor));
-    const auto* tabs = editor.findChild<QTabWidget*>(u"tabMain"_s);
+    const auto& tabs = control<QTabWidget>(editor, "tabMain");
     for (const int page : {1, 2, 3, 0}) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
-        EXPECT_EQ(tabs->currentIndex(), page);
+        EXPECT_EQ(tabs.currentIndex(), page);
     }
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_EQ(tabs->currentIndex(), 3);
+    EXPECT_EQ(tabs.currentIndex(), 3);
 }
 
 TEST_F(KeyboardTest, ABoxIsAsWideAsItsTitle) {
     WindowOutside real;
     const QString title = u"Vyhledávání výrazu: NEJNEOBHOSPODAŘOVÁVATELNĚJŠÍ"_s;
-    inModal([&] { real.messageBox(u"Nic."_s, boxStyle::information, title, nullptr); },
-            [&](const QWidget& box) { EXPECT_GT(box.width(), box.fontMetrics().horizontalAdvance(title)); });
+    inModalWindow([&] { real.messageBox(u"Nic."_s, boxStyle::information, title, nullptr); },
+                  [&](QWidget& box) {
+                      EXPECT_GT(box.width(), box.fontMetrics().horizontalAdvance(title));
+                      box.close();
+                  });
 }
 
 TEST(Shades, DarkLettersAreLighterOnADarkGroundAlone) {

@@ -14,6 +14,10 @@
 /// A program folder of its own with a fresh pair of data files, empty settings, the Czech locale, no pending
 /// failure, and a scripted outside. `ActDBPath` names the catalogue.
 class TemporaryProgram : public testing::Test {
+ public:
+    TemporaryProgram(const TemporaryProgram&) = delete;
+    TemporaryProgram& operator=(const TemporaryProgram&) = delete;
+
  protected:
     TemporaryProgram();
     ~TemporaryProgram() override;
