@@ -4,7 +4,6 @@
 #include "support/filmPages.h"
 
 using namespace Qt::StringLiterals;
-using csfd::FoundFilm;
 using csfd::Page;
 
 namespace {
