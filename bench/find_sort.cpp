@@ -40,6 +40,7 @@ ListView& list() {
 
 std::vector<QString> texts(int column) {
     std::vector<QString> all;
+    all.reserve(static_cast<std::size_t>(list().count()));
     for (int row = 0; row < list().count(); ++row)
         all.push_back(list().cell(row, column).toString());
     return all;
