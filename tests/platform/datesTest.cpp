@@ -13,6 +13,10 @@ namespace {
 
 /// A machine in Prague with the Czech locale.
 class Dates : public testing::Test {
+ public:
+    Dates(const Dates&) = delete;
+    Dates& operator=(const Dates&) = delete;
+
  protected:
     Dates() {
         QLocale::setDefault(QLocale(u"cs_CZ"_s));

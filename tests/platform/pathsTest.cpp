@@ -15,6 +15,10 @@ namespace {
 
 /// A folder of an ordinary user, as the rights of files do not hold for root.
 class Paths : public testing::Test {
+ public:
+    Paths(const Paths&) = delete;
+    Paths& operator=(const Paths&) = delete;
+
  protected:
     Paths() {
         EXPECT_EQ(root_ ? setresuid(65534, 65534, 0) : 0, 0);

@@ -156,7 +156,8 @@ TEST_F(RecordsetTest, AColumnRefusesWhatItCannotHoldAndKeepsItsValue) {
         {u"DVDID", 77, errors::operationNotAllowed},       {u"NeniTu", 1, errors::itemNotFound}};
     for (const auto& [column, value, failure] : cases) {
         SCOPED_TRACE(column.toString().toStdString());
-        EXPECT_EQ(failureOf([&] { rows.Fields(column).setValue(value); }), failure);
+        EXPECT_EQ(failureOf([&, column = column, value = value] { rows.Fields(column).setValue(value); }),
+                  failure);
     }
     EXPECT_EQ(failureOf([this] { rows.Fields(u"CZJm").AppendChunk("x"); }), errors::typeMismatch);
     rows.Fields(u"Zanr").setValue(DbValue());

@@ -9,7 +9,7 @@ namespace {
 class Value : public TemporaryProgram {
  protected:
     const QDateTime moment{QDate(2026, 3, 9), QTime(8, 5, 3), Qt::UTC};
-    const DbValue null;
+    const DbValue null{};
     const DbValue date = moment;
     const DbValue bytes = QByteArray("\0\xFF", 2);
     const DbValue text = u" 3,5 "_s;

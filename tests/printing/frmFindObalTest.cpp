@@ -170,8 +170,8 @@ TEST_F(FrmFindObalTest, TheMainWindowHandsOverATrimmedTitle) {
     frmMaster master({.cover = server.root()});
     master.show();
     for (const auto& [action, term] : {std::pair("mnuListItem_4", u"Žert"_s), {"mnuFindObal", u""_s}}) {
-        inModalWindow([&] { control<QAction>(master, action).trigger(); },
-                      [&](QWidget& covers) {
+        inModalWindow([&, action = action] { control<QAction>(master, action).trigger(); },
+                      [term = term](QWidget& covers) {
                           EXPECT_EQ(control<QLineEdit>(covers, "Text1").text(), term);
                           covers.close();
                       });
