@@ -8,6 +8,10 @@
 
 /// The real program on a desktop whose program for web pages tells what it shows, without a printer.
 class DesktopProgram : public RealProgram {
+ public:
+    DesktopProgram(const DesktopProgram&) = delete;
+    DesktopProgram& operator=(const DesktopProgram&) = delete;
+
  protected:
     DesktopProgram() {
         qputenv("CUPS_SERVER", "/nonexistent/printers");
@@ -33,7 +37,7 @@ class DesktopProgram : public RealProgram {
     QString seen() const {
         QFile file(folder() + QStringLiteral("/seen"));
         if (!QTest::qWaitFor([&file] { return file.exists(); }, 60000)) return QStringLiteral("(nothing)");
-        const QString text = file.open(QFile::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+        QString text = file.open(QFile::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
         file.remove();
         return text;
     }

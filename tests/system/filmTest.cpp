@@ -14,7 +14,7 @@ class FilmTest : public RealProgram {
     QString picture(const QString& name, QRgb colour) const {
         QImage image(200, 300, QImage::Format_RGB32);
         image.fill(colour);
-        const QString path = folder() + u'/' + name;
+        QString path = folder() + u'/' + name;
         EXPECT_TRUE(image.save(path));
         return path;
     }

@@ -21,7 +21,7 @@ class RoadTest : public DesktopProgram {
     QString pastTheOffer() {
         const QString offer = screen.waitForWindow(u"^Nov.* verze je k dispozici!$"_s);
         EXPECT_FALSE(offer.isEmpty());
-        const QString master = screen.waitForWindow(mainWindow);
+        QString master = screen.waitForWindow(mainWindow);
         screen.press(offer, {u"Escape"_s});
         EXPECT_TRUE(screen.waitUntilGone(u"^Nov.* verze je k dispozici!$"_s));
         return master;
