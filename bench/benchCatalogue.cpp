@@ -1,6 +1,6 @@
 #include "benchCatalogue.h"
 
-#include "DataFiles.h"
+#include "datatool/DataFiles.h"
 #include "core/mDatabase.h"
 #include "platform/paths.h"
 #include "platform/sqlite.h"

@@ -3,7 +3,6 @@
 #include "catalogue/frmMaster.h"
 #include "core/mDatabase.h"
 #include "core/mFunction.h"
-#include "core/mFunctionList.h"
 #include "platform/Outside.h"
 #include "rental/mPujcky.h"
 #include "toolkit/rowKey.h"

@@ -2,10 +2,10 @@
 
 #include <QCoreApplication>
 
+#include "core/stahniSoubor.h"
 #include "lookup/Module2.h"
 #include "lookup/lookupBox.h"
 #include "lookup/mCSFD.h"
-#include "lookup/mModInetPic.h"
 #include "lookup/webText.h"
 #include "platform/Outside.h"
 #include "platform/errors.h"

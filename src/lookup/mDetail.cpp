@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "core/stahniSoubor.h"
 #include "lookup/Module2.h"
 #include "lookup/mCSFD.h"
 #include "lookup/mModInetPic.h"

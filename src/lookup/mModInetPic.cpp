@@ -1,13 +1,9 @@
 #include "lookup/mModInetPic.h"
 
-#include "platform/Outside.h"
+#include "core/stahniSoubor.h"
 #include "platform/paths.h"
 
 using namespace Qt::StringLiterals;
-
-bool StahniSoubor(const QString& url, const QString& path) {
-    return Outside::current().download(url, path);
-}
 
 namespace {
 

@@ -3,10 +3,6 @@
 #include <QString>
 #include <functional>
 
-/// Fetches a file from the web to a local path. One that fails leaves a file that is there as it was.
-/// @return true on success.
-bool StahniSoubor(const QString& url, const QString& path);
-
 /// Fetches a picture into the program's one scratch file for its suffix, the last three characters of the
 /// address, and shows it.
 /// @param show takes the local path; what it throws, as for a file that is no picture, goes to the caller.

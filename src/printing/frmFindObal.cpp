@@ -3,7 +3,7 @@
 #include <QCoreApplication>
 
 #include "core/mDialog.h"
-#include "lookup/mModInetPic.h"
+#include "core/stahniSoubor.h"
 #include "platform/Outside.h"
 #include "platform/codepage.h"
 #include "platform/errors.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "core/mVerze.h"
-#include "lookup/mModInetPic.h"
+#include "core/stahniSoubor.h"
 #include "platform/codepage.h"
 #include "platform/errors.h"
 #include "platform/files.h"

@@ -147,6 +147,10 @@ void ListView::contextMenuEvent(QContextMenuEvent* event) {
     emit contextMenuAsked(viewport()->mapToGlobal(visualRect(first).bottomLeft()));
 }
 
+void BarvaPolozky(ListView& list, const QString& key, quint32 colour) {
+    list.item(key).setForeColor(colour);
+}
+
 bool ListView::viewportEvent(QEvent* event) {
     if (event->type() != QEvent::ToolTip) return QTreeView::viewportEvent(event);
     const auto* help = static_cast<QHelpEvent*>(event);

@@ -4,7 +4,7 @@
 #include <QFile>
 #include <QSettings>
 
-#include "DataFiles.h"
+#include "datatool/DataFiles.h"
 #include "core/mDatabase.h"
 #include "platform/paths.h"
 

@@ -1,9 +1,9 @@
-#include "DataFiles.h"
+#include "datatool/DataFiles.h"
 
 #include <QDir>
 #include <QFile>
 
-#include "NewPair.h"
+#include "datatool/NewPair.h"
 #include "core/mDatabase.h"
 #include "platform/errors.h"
 #include "platform/password.h"

@@ -1,4 +1,4 @@
-#include "ChildProgram.h"
+#include "datatool/ChildProgram.h"
 
 #include <QFileInfo>
 
@@ -11,7 +11,7 @@
 #include <csignal>
 #endif
 
-#include "Interruption.h"
+#include "datatool/Interruption.h"
 #include "platform/errors.h"
 
 using namespace Qt::StringLiterals;

@@ -1,4 +1,4 @@
-#include "NewPair.h"
+#include "datatool/NewPair.h"
 
 #include <QDir>
 #include <QFile>
@@ -11,7 +11,7 @@
 #include <io.h>
 #endif
 
-#include "DataFiles.h"
+#include "datatool/DataFiles.h"
 #include "core/mDatabase.h"
 #include "platform/errors.h"
 #include "platform/password.h"

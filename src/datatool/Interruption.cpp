@@ -1,4 +1,4 @@
-#include "Interruption.h"
+#include "datatool/Interruption.h"
 
 #include <csignal>
 

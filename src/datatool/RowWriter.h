@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "OldFile.h"
+#include "datatool/OldFile.h"
 #include "platform/sqlite.h"
 
 /// Puts rows of one table of an old file into the table of the same name of a new one.

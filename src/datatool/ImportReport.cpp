@@ -1,4 +1,4 @@
-#include "ImportReport.h"
+#include "datatool/ImportReport.h"
 
 #include <QDir>
 #include <algorithm>

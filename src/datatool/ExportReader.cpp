@@ -1,4 +1,4 @@
-#include "ExportReader.h"
+#include "datatool/ExportReader.h"
 
 #include <algorithm>
 

@@ -3,8 +3,8 @@
 #include <QDir>
 #include <QProcess>
 
-#include "DataFiles.h"
-#include "FilmLoader.h"
+#include "datatool/DataFiles.h"
+#include "datatool/FilmLoader.h"
 #include "support/TemporaryProgram.h"
 
 using namespace Qt::StringLiterals;

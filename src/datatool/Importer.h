@@ -3,8 +3,8 @@
 #include <QString>
 #include <functional>
 
-#include "ImportReport.h"
-#include "OldFile.h"
+#include "datatool/ImportReport.h"
+#include "datatool/OldFile.h"
 
 /// Takes over what an old pair of files holds.
 namespace importer {

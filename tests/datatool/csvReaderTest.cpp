@@ -1,4 +1,4 @@
-#include "CsvReader.h"
+#include "datatool/CsvReader.h"
 
 #include "support/TemporaryProgram.h"
 #include "support/conversions.h"

@@ -8,8 +8,8 @@
 #include <QStandardPaths>
 #include <QTest>
 
-#include "Importer.h"
-#include "importFixture.h"
+#include "datatool/Importer.h"
+#include "datatool/importFixture.h"
 
 using namespace Qt::StringLiterals;
 

@@ -7,8 +7,8 @@
 #include <optional>
 #include <vector>
 
-#include "ChildProgram.h"
-#include "ExportReader.h"
+#include "datatool/ChildProgram.h"
+#include "datatool/ExportReader.h"
 
 /// The place of a name of a table or column, from 0, whatever its letter case; -1 when it is not there.
 qsizetype placeOf(QStringView name, const QStringList& names);

@@ -1,12 +1,12 @@
-#include "FilmExport.h"
+#include "datatool/FilmExport.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QSaveFile>
 
-#include "CsvText.h"
-#include "DataFiles.h"
-#include "Interruption.h"
+#include "datatool/CsvText.h"
+#include "datatool/DataFiles.h"
+#include "datatool/Interruption.h"
 #include "platform/errors.h"
 
 using namespace Qt::StringLiterals;

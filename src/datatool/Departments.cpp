@@ -1,4 +1,4 @@
-#include "Departments.h"
+#include "datatool/Departments.h"
 
 namespace {
 

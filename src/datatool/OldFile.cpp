@@ -1,4 +1,4 @@
-#include "OldFile.h"
+#include "datatool/OldFile.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -7,7 +7,7 @@
 #include <QStandardPaths>
 #include <algorithm>
 
-#include "Interruption.h"
+#include "datatool/Interruption.h"
 #include "platform/errors.h"
 
 using namespace Qt::StringLiterals;

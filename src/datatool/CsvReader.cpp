@@ -1,4 +1,4 @@
-#include "CsvReader.h"
+#include "datatool/CsvReader.h"
 
 #include "platform/errors.h"
 

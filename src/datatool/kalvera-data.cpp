@@ -11,11 +11,11 @@
 #include <unistd.h>
 #endif
 
-#include "DataFiles.h"
-#include "FilmExport.h"
-#include "FilmLoader.h"
-#include "Importer.h"
-#include "Interruption.h"
+#include "datatool/DataFiles.h"
+#include "datatool/FilmExport.h"
+#include "datatool/FilmLoader.h"
+#include "datatool/Importer.h"
+#include "datatool/Interruption.h"
 #include "platform/errors.h"
 
 using namespace Qt::StringLiterals;

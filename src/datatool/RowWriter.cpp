@@ -1,4 +1,4 @@
-#include "RowWriter.h"
+#include "datatool/RowWriter.h"
 
 #include <QDateTime>
 #include <algorithm>

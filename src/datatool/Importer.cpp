@@ -1,4 +1,4 @@
-#include "Importer.h"
+#include "datatool/Importer.h"
 
 #include <QDir>
 #include <algorithm>
@@ -7,10 +7,10 @@
 #include <optional>
 #include <span>
 
-#include "DataFiles.h"
-#include "Interruption.h"
-#include "NewPair.h"
-#include "RowWriter.h"
+#include "datatool/DataFiles.h"
+#include "datatool/Interruption.h"
+#include "datatool/NewPair.h"
+#include "datatool/RowWriter.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
 

@@ -1,4 +1,4 @@
-#include "CsvText.h"
+#include "datatool/CsvText.h"
 
 #include <QDir>
 #include <QFile>

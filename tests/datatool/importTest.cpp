@@ -5,10 +5,10 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include "DataFiles.h"
-#include "FilmExport.h"
-#include "FilmLoader.h"
-#include "importFixture.h"
+#include "datatool/DataFiles.h"
+#include "datatool/FilmExport.h"
+#include "datatool/FilmLoader.h"
+#include "datatool/importFixture.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,4 +1,4 @@
-#include "FilmLoader.h"
+#include "datatool/FilmLoader.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -6,11 +6,11 @@
 #include <optional>
 #include <vector>
 
-#include "CsvReader.h"
-#include "CsvText.h"
-#include "DataFiles.h"
-#include "Departments.h"
-#include "Interruption.h"
+#include "datatool/CsvReader.h"
+#include "datatool/CsvText.h"
+#include "datatool/DataFiles.h"
+#include "datatool/Departments.h"
+#include "datatool/Interruption.h"
 #include "platform/errors.h"
 #include "platform/sqlite.h"
 #include "platform/text.h"
