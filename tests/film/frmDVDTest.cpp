@@ -1,181 +1,294 @@
-#include <QTabWidget>
+#include "film/frmDVD.h"
 
+#include <QListWidget>
+#include <QTabWidget>
+#include <QtEndian>
+#include <optional>
+
+#include "core/mDatabase.h"
 #include "core/mFunction.h"
-#include "film/editorFixture.h"
+#include "support/TemporaryProgram.h"
+#include "support/pictures.h"
+#include "support/windows.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-class FrmDVDTest : public EditorTest {
+class FrmDVDTest : public TemporaryProgram {
  protected:
+    frmDVD& editor() { return *editor_; }
+    void open(qint32 id) {
+        editor_.emplace();
+        editor_->Inicializuj(id);
+        editor_->show();
+    }
+    template <typename Control>
+    Control& control(const char* name) {
+        return ::control<Control>(editor(), name);
+    }
+    void type(const char* box, const QString& text) { control<QLineEdit>(box).setText(text); }
+    QString typed(const char* box) { return control<QLineEdit>(box).text(); }
+    void press(const char* button) { control<QPushButton>(button).click(); }
+    void pressEnterOn(const char* name) {
+        auto& pressed = control<QWidget>(name);
+        pressed.setFocus();
+        QTest::keyClick(&pressed, Qt::Key_Return);
+    }
+    QComboBox& department() { return control<QComboBox>("cboOddel"); }
     QListWidget& genres() { return control<QListWidget>("lstZanr"); }
-    QWidget& panel() { return control<QWidget>("picZanr"); }
+    bool genresAreOpen() { return control<QWidget>("picZanr").isVisible(); }
+    ImageFrame& cover() { return control<ImageFrame>("imgObalDesk_0"); }
+    QString picture(const QString& name) const {
+        write(name, pictureOf(Qt::red, "PNG"));
+        return at(name);
+    }
+
+    /// Saves the film. @return the transactions that this took, counted by SQLite in the file headers.
+    quint32 save() {
+        const auto changes = [this](const QString& file) {
+            return qFromBigEndian<quint32>(content(file).constData() + 24);
+        };
+        const quint32 before = changes(catalogue()) + changes(pictures());
+        press("cmdSave");
+        EXPECT_EQ(editor().Vysledek, 1);
+        EXPECT_FALSE(editor().isVisible());
+        return changes(catalogue()) + changes(pictures()) - before;
+    }
+    /// All columns of the newest film.
+    QString row() const {
+        return text(
+            "SELECT json_array(DVDID, KatCisl, CZJm, PuvJm, Zanr, DiskPocet, Obsah, Jazyk, Stat, Rezie,"
+            " Delka, Rok, Oddel_ID, Herci, Poznamka, Nabidka, JazykDetail, Titulky, Obal_ID, Nahled_ID)"
+            " FROM tDVD ORDER BY DVDID DESC");
+    }
+
+ private:
+    std::optional<frmDVD> editor_;
 };
 
 }  // namespace
 
-TEST_F(FrmDVDTest, AMissingPartOfTheShopLookupIsToldAndLosesNothing) {
-    open(0);
-    type("txtCZName", u"Čáp"_s);
-    press("cmdFindNet");  // the plugin does not lie beside the tests
-    EXPECT_TRUE(outside.told().startsWith(u"Vyhledávání v obchodě nelze otevřít:\n"));
-    EXPECT_EQ(typed("txtCZName"), u"Čáp"_s);
-}
-
-TEST_F(FrmDVDTest, OpensEmptyOnTheFirstOfItsTabs) {
+TEST_F(FrmDVDTest, ANewFilmGetsTheUsualValues) {
     open(0);
     EXPECT_TRUE(control<QWidget>("picTab_0").isVisible());
-    EXPECT_FALSE(panel().isVisible());
-    EXPECT_EQ(typed("txtDisk"), u"1"_s);
-    EXPECT_EQ(control<QComboBox>("cboOddel").itemData(4).toInt(), 5);
+    EXPECT_FALSE(genresAreOpen());
+    EXPECT_EQ(department().itemData(4).toInt(), 5);
     EXPECT_EQ(genres().item(3)->text(), u"Dokumentární"_s);
+    type("txtCZName", u"Čáp"_s);
+    press("cmdFindNet");  // its plugin is missing
+    EXPECT_TRUE(outside.told().startsWith(u"Vyhledávání v obchodě nelze otevřít:\n"));
+    EXPECT_EQ(save(), 3u);  // the empty row, the columns, the number
+    EXPECT_EQ(editor().IDFilmu, 1);
+    EXPECT_EQ(row(),
+              uR"([1,"1","Čáp","","",1,"",0,"","","","",1,"","",)"
+              R"("N|N|N|N|N","N|N|N|N|N|N|N|N|N","N|N|N|N|N|N|N",0,0])"_s);
 }
 
 TEST_F(FrmDVDTest, TickedGenresReplaceTheText) {
+    const auto tick = [this](Qt::CheckState state) {
+        for (const int genre : {4, 12})
+            genres().item(genre)->setCheckState(state);
+    };
     open(0);
     type("txtZanr", u"Starý"_s);
-    press("Command1");
-    EXPECT_TRUE(panel().isVisible());
-    genres().item(4)->setCheckState(Qt::Checked);
-    genres().item(12)->setCheckState(Qt::Checked);
-    press("Command3");
+    pressEnterOn("Command1");
+    EXPECT_TRUE(genresAreOpen());
+    tick(Qt::Checked);
+    pressEnterOn("Command3");
+    EXPECT_FALSE(genresAreOpen());
     EXPECT_EQ(typed("txtZanr"), u"Starý"_s);
-    press("Command1");  // the ticks have stayed
-    QTest::keyClick(&genres(), Qt::Key_Escape);
-    EXPECT_FALSE(panel().isVisible());
-    EXPECT_TRUE(editor().isVisible());
     press("Command1");
     QTest::keyClick(&genres(), Qt::Key_Return);
+    EXPECT_FALSE(genresAreOpen());
     EXPECT_EQ(typed("txtZanr"), u"Drama, Krimi"_s);
-    EXPECT_TRUE(editor().isVisible());
-    genres().item(4)->setCheckState(Qt::Unchecked);
-    genres().item(12)->setCheckState(Qt::Unchecked);
     press("Command1");
-    press("Command2");
+    tick(Qt::Unchecked);
+    pressEnterOn("Command2");
     EXPECT_EQ(typed("txtZanr"), u""_s);
-    EXPECT_FALSE(panel().isVisible());
+    EXPECT_TRUE(editor().isVisible());
 }
 
-TEST_F(FrmDVDTest, AGenreWithoutANameIsToldAndTheOthersFollow) {
+TEST_F(FrmDVDTest, ANamelessGenreIsReportedAndSkipped) {
     sql("UPDATE tZanr SET ZNAME=NULL WHERE ZID=2; DELETE FROM tOddeleni");
     open(0);
     EXPECT_EQ(genres().count(), 24);
-    EXPECT_EQ(control<QComboBox>("cboOddel").currentText(), u"Combo1"_s);
+    EXPECT_EQ(department().currentText(), u"Combo1"_s);
     EXPECT_EQ(outside.told(), u"Chyba : Refresh_ZanrCBO, frmDVD\n"_s +
                                   errors::description(errors::invalidNull) + u"|16|Chyba Aplikace"_s);
-    press("cmdSave");
+    save();
     EXPECT_EQ(number("SELECT Oddel_ID IS NULL FROM tDVD"), 1);
 }
 
-TEST_F(FrmDVDTest, EnterSavesAndEscapeLeaves) {
-    open(0);
-    type("txtCZName", u"Enter"_s);
-    QTest::keyClick(&control<QLineEdit>("txtCZName"), Qt::Key_Return);
-    EXPECT_EQ(editor().Vysledek, 1);
-    open(0);
-    QTest::keyClick(&editor(), Qt::Key_Escape);
-    EXPECT_FALSE(editor().isVisible());
-    EXPECT_EQ(editor().Vysledek, 0);
-    EXPECT_EQ(number("SELECT count(*) FROM tDVD"), 1);
-}
-
-TEST_F(FrmDVDTest, EnterOnAButtonPressesThatButton) {
-    const auto enterOn = [this](const char* name) {
-        auto& button = control<QPushButton>(name);
-        button.setFocus();
-        QTest::keyClick(&button, Qt::Key_Return);
-    };
+TEST_F(FrmDVDTest, OnlyEnterInAFieldSaves) {
     open(0);
     editor().activateWindow();
-    enterOn("cmdStorno");
-    EXPECT_EQ(editor().Vysledek, 2);
-    open(0);
-    type("txtZanr", u"Drama"_s);
-    press("Command1");
-    enterOn("Command3");
-    EXPECT_FALSE(panel().isVisible());
-    EXPECT_EQ(typed("txtZanr"), u"Drama"_s);
-    enterOn("Command1");
-    EXPECT_TRUE(panel().isVisible());
-    enterOn("Command2");
-    EXPECT_EQ(typed("txtZanr"), u""_s);
     control<QTabWidget>("tabMain").setCurrentIndex(3);
-    enterOn("cmdOpenObalPic");
+    pressEnterOn("cmdOpenObalPic");
     EXPECT_EQ(outside.fileDialogs.size(), 1);
+    EXPECT_TRUE(editor().isVisible());
+    QTest::keyClick(&editor(), Qt::Key_Escape);
     EXPECT_EQ(editor().Vysledek, 0);
-    EXPECT_EQ(number("SELECT count(*) FROM tDVD"), 0);
+    for (const auto& [name, result] : {std::pair("cmdStorno", 2), {"txtCZName", 1}}) {
+        open(0);
+        type("txtCZName", u"Čáp"_s);
+        pressEnterOn(name);
+        EXPECT_FALSE(editor().isVisible());
+        EXPECT_EQ(editor().Vysledek, result);
+        EXPECT_EQ(number("SELECT count(*) FROM tDVD"), 2 - result);
+    }
 }
 
 TEST_F(FrmDVDTest, TypingIntoTheDepartmentChoosesNone) {
     sql("INSERT INTO tDVD (DVDID, CZJm, Oddel_ID) VALUES (1, 'One', 2)");
-    const auto department = [this] { return number("SELECT Oddel_ID FROM tDVD WHERE DVDID=1"); };
     open(1);
-    auto& combo = control<QComboBox>("cboOddel");
-    EXPECT_EQ(combo.currentText(), u"Dětské filmy"_s);
-    combo.lineEdit()->selectAll();
-    QTest::keyClicks(combo.lineEdit(), u"Dokumenty"_s);
-    QTest::keyClick(combo.lineEdit(), Qt::Key_Tab);
-    press("cmdSave");
-    EXPECT_EQ(department(), 2);
+    EXPECT_EQ(department().currentText(), u"Dětské filmy"_s);
+    department().lineEdit()->selectAll();
+    QTest::keyClicks(department().lineEdit(), u"Dokumenty"_s);
+    QTest::keyClick(department().lineEdit(), Qt::Key_Tab);
+    save();
+    EXPECT_EQ(number("SELECT Oddel_ID FROM tDVD"), 2);
     open(1);
-    QTest::keyClick(&control<QComboBox>("cboOddel"), Qt::Key_Down);
-    press("cmdSave");
-    EXPECT_EQ(department(), 3);
+    QTest::keyClick(&department(), Qt::Key_Down);
+    save();
+    EXPECT_EQ(number("SELECT Oddel_ID FROM tDVD"), 3);
 }
 
-TEST_F(FrmDVDTest, PicturesOfEveryKindAreShownWhateverTheirNames) {
+TEST_F(FrmDVDTest, PicturesAreReadByTheirContent) {
+    const QByteArray jpeg = pictureOf(Qt::red, "JPG");
     open(0);
-    for (const char* format : {"JPG", "PNG", "BMP", "WEBP"}) {
-        outside.files = {picture(u"a.jpg"_s, format)};
+    for (const QByteArray& file :
+         {jpeg, pictureOf(Qt::red, "PNG"), pictureOf(Qt::red, "BMP"), pictureOf(Qt::red, "WEBP"),
+          QByteArray::fromBase64("R0lGODlhAQABAPAAAP8AAAAAACH5BAAAAAAALAAAAAABAAEAAAICRAEAOw==")}) {
+        write(u"a.jpg"_s, file);
+        outside.files = {at(u"a.jpg"_s), QString()};
         press("cmdOpenObalPic");
-        EXPECT_TRUE(frame(0).hasPicture()) << format;
+        EXPECT_TRUE(cover().hasPicture()) << file.first(10).toStdString();
         press("cmdOpenObalPic");
-        EXPECT_FALSE(frame(0).hasPicture());
+        EXPECT_FALSE(cover().hasPicture());
     }
-    write(u"g.jpg"_s, QByteArray::fromBase64("R0lGODlhAQABAPAAAP8AAAAAACH5BAAAAAAALAAAAAABAAEAAAICRAEAOw=="));
-    outside.files = {at(u"g.jpg"_s)};
-    press("cmdOpenNahledPic");
-    EXPECT_TRUE(frame(1).hasPicture());
-    EXPECT_EQ(control<QLabel>("lblNahled").text(), at(u"g.jpg"_s));
-    EXPECT_EQ(CtiNastaveni(u"Nahled"_s, u"-"_s), folder() + u'/');
-    EXPECT_EQ(CtiNastaveni(u"Covers"_s, u"-"_s), u""_s);  // the last choice was cancelled
+    QByteArray vast = jpeg;  // claims 40,000 by 40,000 pixels
+    vast.replace(jpeg.indexOf("\xFF\xC0") + 5, 4, QByteArray::fromHex("9c409c40"));
+    for (const QByteArray& file : {QByteArray("není obrázek"), jpeg.first(20), vast}) {
+        write(u"a.jpg"_s, file);
+        EXPECT_EQ(failureOf([this] { cover().loadPicture(at(u"a.jpg"_s)); }), errors::invalidPicture);
+    }
+    EXPECT_EQ(failureOf([this] { cover().loadPicture(at(u"b.jpg"_s)); }), errors::fileNotFound);
+    EXPECT_FALSE(cover().hasPicture());
 }
 
-TEST_F(FrmDVDTest, AHostilePictureIsRefusedAndChangesNothing) {
+TEST_F(FrmDVDTest, TheCopyIsTheFileOfTheLastSavedFilm) {
+    write(u"data/OBAL.jpg"_s, "saved");
+    outside.files = {picture(u"y.jpg"_s), QString(), QString(), at(u"cil.jpg"_s)};
     open(0);
-    const QByteArray whole = content(picture(u"a.jpg"_s));
-    // A PNG that claims 40,000 by 40,000 pixels.
-    const QByteArray huge =
-        QByteArray::fromHex("89504e470d0a1a0a0000000d4948445200009c4000009c400802000000") +
-        QByteArray::fromHex(
-            "e3a7dd1a0000000c49444154789c6360f8cf00000301010018dd8db00000000049454e44ae426082");
-    ImageFrame& cover = frame(0);
-    // A JPEG that claims as many, in the header of its first frame.
-    QByteArray vast = whole;
-    const qsizetype header = vast.indexOf(QByteArray::fromHex("ffc0"));
-    ASSERT_GT(header, 0);
-    vast.replace(header + 5, 4, QByteArray::fromHex("9c409c40"));
-    for (const QByteArray& bytes : {QByteArray("není obrázek"), whole.first(20), huge, vast}) {
-        write(u"zly.jpg"_s, bytes);
-        EXPECT_EQ(failureOf([&] { cover.loadPicture(at(u"zly.jpg"_s)); }), errors::invalidPicture);
-    }
-    EXPECT_EQ(failureOf([&] { cover.loadPicture(at(u"neni.jpg"_s)); }), errors::fileNotFound);
-    EXPECT_FALSE(cover.hasPicture());
-    // A picture cut off in the middle shows as far as it goes or is refused, and does no harm.
-    write(u"pul.jpg"_s, whole.first(whole.size() / 2));
-    const qint32 failure = failureOf([&] { cover.loadPicture(at(u"pul.jpg"_s)); });
-    EXPECT_EQ(failure == 0, cover.hasPicture());
-    EXPECT_TRUE(failure == 0 || failure == errors::invalidPicture);
+    for (const char* button : {"cmdOpenNahledPic", "cmdOpenObalPic", "cmdSaveObal", "cmdSaveObal"})
+        press(button);
+    EXPECT_EQ(content(u"cil.jpg"_s), "saved");
+    EXPECT_EQ(CtiNastaveni(u"Nahled"_s, u"-"_s) + CtiNastaveni(u"Covers"_s, u"-"_s), folder() + u'/');
 }
 
-TEST_F(FrmDVDTest, CopyingOutTakesTheFileThatTheLastFilmLeft) {
-    write(u"data/OBAL.jpg"_s, content(picture(u"x.jpg"_s)));
+TEST_F(FrmDVDTest, EveryColumnIsLoadedAndStored) {
+    sql("INSERT INTO tDVD VALUES (1, ' 77a', 'Čáp & <b>rak</b>', 'Stork', 'Drama, Krimi', 3, 'popis', 1, "
+        "'Česko', 'rrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrr+', '118 min.', '1999', 3, 'herci', 'pozn', "
+        "'A|A|N|N|A', 'A|N|A|N|N|N|N|N|N', 'N|N|N|N|N|N|A', 0, 0)");
+    open(1);
+    EXPECT_EQ(department().currentText(), u"Seriály"_s);
+    editor().IDFilmu = 0;  // stores what is shown as another film
+    EXPECT_EQ(save(), 2u);
+    EXPECT_EQ(row(),
+              uR"([2," 77a","Čáp & <b>rak</b>","Stork","Drama, Krimi",3,"popis",1,"Česko",)"
+              R"("rrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrr","118","1999",3,"herci","pozn",)"
+              R"("A|A|N|N|A","A|N|A|N|N|N|N|N|N","N|N|N|N|N|N|A",0,0])"_s);
+}
+
+TEST_F(FrmDVDTest, TextABoxCannotShowIsKeptUntilEdited) {
+    sql("INSERT INTO tDVD (DVDID, KatCisl, CZJm, PuvJm, Obsah) VALUES (1, '1', 'dva' || char(10) || 'řádky', "
+        "hex(zeroblob(20000)), 'a' || char(10) || 'b')");
+    const auto texts = [this] { return text("SELECT CZJm || PuvJm || Obsah FROM tDVD"); };
+    const QString before = texts();
+    open(1);
+    EXPECT_EQ(typed("txtPuvName").size(), 40000);
+    save();
+    EXPECT_EQ(texts(), before);
+    open(1);
+    EXPECT_EQ(control<QPlainTextEdit>("txtPopis").blockCount(), 2);
+    for (const char* box : {"txtPopis", "txtHerci", "txtPozn"})
+        control<QPlainTextEdit>(box).setPlainText(u"a\nc\u00A0d"_s);
+    save();
+    EXPECT_EQ(text("SELECT Obsah || Herci || Poznamka FROM tDVD"), u"a\r\nc\u00A0d"_s.repeated(3));
+}
+
+TEST_F(FrmDVDTest, ARefusedValueKeepsItsColumnOnly) {
+    sql("INSERT INTO tDVD (DVDID, CZJm, DiskPocet, Oddel_ID, Jazyk, Titulky) VALUES (5, 'Old', 4, 99, 7, "
+        "'A|A')");
+    open(5);
+    EXPECT_EQ(department().currentText() + typed("txtDisk") + typed("txtKatalog"), u"4"_s);
+    for (const QString& disks : {u"dva"_s, u""_s, u"99999999999"_s}) {
+        open(5);
+        type("txtDisk", disks);
+        type("txtCZName", u"New"_s + disks);
+        save();
+        EXPECT_EQ(row(),
+                  uR"([5,"5","New%1","","",4,"",0,"","","","",99,"","",)"
+                  R"("N|N|N|N|N","N|N|N|N|N|N|N|N|N","A|A|N|N|N|N|N",0,0])"_s.arg(disks));
+    }
+    EXPECT_TRUE(outside.boxes.isEmpty());
+}
+
+TEST_F(FrmDVDTest, AMissingFilmIsReportedOnceAndEndsAsSaved) {
+    const QString told = u"Záznam nenalezen! (cmdSAVE,frmDVD)|16|Chyba aplikace"_s;
+    open(6);
+    EXPECT_EQ(outside.told(), told);
+    EXPECT_EQ(typed("txtDisk"), u"1"_s);
+    save();
+    EXPECT_EQ(outside.told(), told);
+    EXPECT_EQ(editor().IDFilmu, 6);
+    EXPECT_EQ(number("SELECT count(*) FROM tDVD"), 0);
+    ASSERT_TRUE(QFile::remove(catalogue()));
+    open(1);
+    EXPECT_FALSE(outside.boxes.isEmpty());
+    EXPECT_EQ(ConnDB, nullptr);
+}
+
+TEST_F(FrmDVDTest, PicturesAreStoredAndKeepTheirKeys) {
+    const auto choose = [this](const QStringList& files) {
+        outside.files = files;
+        press("cmdOpenObalPic");
+        press("cmdOpenNahledPic");
+    };
+    // Saves and reopens the film. Gives the transactions and the keys of its pictures.
+    const auto saved = [this] {
+        const quint32 transactions = save();
+        open(1);
+        return text("SELECT Obal_ID || ' ' || Nahled_ID FROM tDVD") + u" in %1"_s.arg(transactions);
+    };
+    const QString preview = picture(u"nahled.jpeg"_s);
     open(0);
-    outside.files = {picture(u"y.jpg"_s, "JPG", qRgb(0, 0, 99)), QString(), picture(u"cil.jpg"_s, "JPG", 0)};
-    press("cmdOpenObalPic");
-    press("cmdSaveObal");  // cancelled
-    press("cmdSaveObal");
-    EXPECT_EQ(content(u"cil.jpg"_s), content(u"x.jpg"_s));
-    EXPECT_NE(content(u"cil.jpg"_s), content(u"y.jpg"_s));
+    choose({picture(u"obal.png"_s), preview});
+    EXPECT_EQ(saved(), u"1 2 in 7"_s);
+    EXPECT_TRUE(cover().hasPicture() && control<ImageFrame>("imgObalDesk_1").hasPicture());
+    EXPECT_EQ(control<QLabel>("lblNahled").text(), at(u"data/nahled.peg"_s));
+    EXPECT_EQ(content(u"data/obal.png"_s), content(u"obal.png"_s));
+    EXPECT_EQ(saved(), u"1 2 in 5"_s);
+    choose({QString(), preview});
+    EXPECT_EQ(saved(), u"0 2 in 3"_s);
+    EXPECT_FALSE(cover().hasPicture());
+    choose({preview, preview});
+    EXPECT_EQ(saved(), u"1 2 in 5"_s);
+    EXPECT_TRUE(outside.boxes.isEmpty());
+    choose({preview, preview});
+    ASSERT_TRUE(QFile::remove(preview));
+    EXPECT_EQ(saved(), u"1 0 in 3"_s);
+    EXPECT_EQ(outside.told(), errors::description(errors::fileNotFound) + u"|0|"_s);
+}
+
+TEST_F(FrmDVDTest, ASaveSurvivesAFullDisk) {
+    sql("CREATE TRIGGER t BEFORE INSERT ON tDVD BEGIN SELECT RAISE(FAIL, 'full'); END");
+    open(0);
+    save();
+    EXPECT_EQ(number("SELECT count(*) FROM tDVD"), 0);
+    sql("DROP TRIGGER t; CREATE TRIGGER t BEFORE UPDATE ON tDVD BEGIN SELECT RAISE(FAIL, 'full'); END");
+    open(0);
+    save();
+    EXPECT_EQ(number("SELECT count(*) FROM tDVD WHERE DiskPocet IS NULL"), 1);
 }

@@ -4,10 +4,27 @@
 #include <functional>
 
 #include "lookup/mDetail.h"
+#include "lookup/mObchod.h"
 #include "platform/errors.h"
 
-/// A window that a reading of a film fills, without a window.
-class RecordingDetailWindow final : public csfd::DetailWindow {
+/// The fields of a window that a film is read into, without a window.
+template <typename Window, typename Field>
+class RecordedFields : public Window {
+ public:
+    QString text(Field field) const override { return fields.value(field); }
+    void setText(Field field, const QString& text) override { fields[field] = text; }
+    void showWait() override { waits = true; }
+    void hideWait() override { waits = false; }
+    void yield() override {
+        if (onYield) onYield();
+    }
+
+    QMap<Field, QString> fields;
+    bool waits = false;
+    std::function<void()> onYield;
+};
+
+class RecordingDetailWindow final : public RecordedFields<csfd::DetailWindow, csfd::Field> {
  public:
     int selectedRow() const override {
         if (path.isNull()) throw RuntimeError(errors::objectNotSet);
@@ -17,8 +34,6 @@ class RecordingDetailWindow final : public csfd::DetailWindow {
         if (path.isNull()) throw RuntimeError(errors::objectNotSet);
         return path;
     }
-    QString text(csfd::Field field) const override { return fields.value(field); }
-    void setText(csfd::Field field, const QString& text) override { fields[field] = text; }
     void clearOtherTitles() override {
         titles.clear();
         fields.remove(csfd::Field::originalTitle);
@@ -31,22 +46,27 @@ class RecordingDetailWindow final : public csfd::DetailWindow {
     void showPosterChoice() override {}
     void untickPosterChoice() override { posterWanted = false; }
     void showStage(const QString& caption) override { stages += caption; }
-    void showWait() override { waits = true; }
-    void hideWait() override { waits = false; }
     void repaintFields() override {}
-    void yield() override {
-        if (onYield) onYield();
-    }
 
     int row = 0;
     QString path = QStringLiteral("1-DUM/");
     bool posterIsNoPicture = false;
 
-    QMap<csfd::Field, QString> fields;
     QStringList titles;
     QStringList stages;
     QString poster;
     bool posterWanted = true;
-    bool waits = false;
-    std::function<void()> onYield;
+};
+
+class RecordingShopWindow final : public RecordedFields<obchod::DetailWindow, obchod::Field> {
+ public:
+    void showPicture(const QString& path) override {
+        if (noPicture) throw RuntimeError(errors::invalidPicture);
+        picture = path;
+    }
+    void repaintPicture() override {}
+    void stopBrowser() override {}
+
+    QString picture;
+    bool noPicture = false;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
@@ -71,6 +72,15 @@ inline QString fullPage(const Film& film, const QString& imdbRoot) {
 
 inline QString imdbPage(const QString& title) {
     return u"<html><head><title>%1</title></head><body></body></html>"_s.arg(title);
+}
+
+/// The pages of the film 1-DUM and its poster, each under its address.
+inline QHash<QString, QByteArray> site(const Film& film, const QString& root, const QString& imdbRoot) {
+    const QString address = root + u"/film/1-DUM/"_s;
+    return {{address, plainPage(u"87"_s).toUtf8()},
+            {address + u"?text=87"_s, fullPage(film, imdbRoot).toUtf8()},
+            {imdbRoot + u"/title/tt0123456"_s, imdbPage(u" Lost House (1999) "_s).toUtf8()},
+            {root + u"/posters/1/123.png"_s, "png"}};
 }
 
 }  // namespace filmPages
