@@ -55,6 +55,7 @@ TEST_F(FrmCSFDFindTest, ASearchListsFilmsAndTheSelectedOneIsRead) {
     serve({.otherTitles = {u"Lost House"_s, u"La maison"_s}});
     list.setFocus();
     QTest::keyClick(&list, Qt::Key_Return);
+    EXPECT_EQ(window.result().czechTitle, u"Ztracený dům"_s);
     click(window, "Command2");
     EXPECT_EQ(control<QComboBox>(window, "findPuvName").count(), 2);
     EXPECT_EQ(window.result().originalTitle, u"La maison"_s);
