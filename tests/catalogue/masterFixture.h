@@ -23,31 +23,32 @@ class MasterTest : public TemporaryProgram {
     }
 
     frmMaster& window() {
-        if (!window_) window_.emplace();
+        if (!window_) window_.emplace().show();
         return *window_;
     }
+    void closeWindow() { window_.reset(); }
     ListView& list() { return control<ListView>(window(), "lvwList"); }
-    /// The numbers of films and of loans in the status bar.
-    QString counts() {
-        static const QRegularExpression strangers(QStringLiteral("\\D"));
-        return control<QLabel>(window(), "sbMainPanel_5").text().remove(strangers) + QLatin1Char(' ') +
-               control<QLabel>(window(), "sbMainPanel_6").text().remove(strangers);
-    }
+    void choose(const QString& key) { list().select(list().item(key)); }
     QAction* action(const char* name) { return window().findChild<QAction*>(QString::fromLatin1(name)); }
 
+    /// The numbers of films and of loans in the status bar.
+    QString counts() {
+        static const QRegularExpression numbers(QStringLiteral("\\d+"));
+        const auto shown = [this](const char* panel) { return control<QLabel>(window(), panel).text(); };
+        return numbers.match(shown("sbMainPanel_5")).captured() + QLatin1Char(' ') +
+               numbers.match(shown("sbMainPanel_6")).captured();
+    }
     /// The rows in order, cells joined by "|", with "*" in front of those painted green.
     QStringList rows() {
         QStringList result;
         for (int row = 0; row < list().count(); ++row) {
-            QStringList cells;
-            for (int column = 0; column < list().columns(); ++column)
-                cells += list().model()->index(row, column).data().toString();
+            QStringList cells(list().itemAt(row).text());
+            for (int column = 1; column < list().columns(); ++column)
+                cells += list().itemAt(row).subItem(column);
             result += (list().itemAt(row).foreColor() == 91137 ? u'*' : u' ') + cells.join(u'|');
         }
         return result;
     }
-
-    void closeWindow() { window_.reset(); }
 
  private:
     std::optional<frmMaster> window_;

@@ -11,8 +11,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString notFound = u"Záznam k úpravě nenalezen!|16|Chyba zápisu uživatele:"_s;
-
 class FrmUserTest : public RentalTest {
  protected:
     static QString key(const frmUser& form) { return control<QLabel>(form, "lblUSID").text(); }
@@ -34,62 +32,55 @@ class FrmUserTest : public RentalTest {
 }  // namespace
 
 TEST_F(FrmUserTest, ACustomerWithoutACodeGetsTheKeyAsCode) {
-    // The customer edited (0 for a new one), the code typed, the one stored, and the key in the form
-    // afterwards.
+    // The customer edited (0 for a new one), the code typed, the one stored, and the key in the form then.
     const std::tuple<qint32, QString, QString, QString> cases[] = {
         {0, u""_s, u"13"_s, u"13"_s},        {0, u"    "_s, u"13"_s, u"13"_s}, {0, u"55"_s, u"55"_s, u"0"_s},
         {0, u" A-7 "_s, u" A-7 "_s, u"0"_s}, {12, u"77"_s, u"77"_s, u"12"_s},  {12, u""_s, u"12"_s, u"12"_s},
         {12, u"  "_s, u"12"_s, u"12"_s},     {12, u" 8 "_s, u" 8 "_s, u"12"_s}};
+    const QString row = u"| Žižka \"O'Hara\" |Dlouhá 1\r\nBrno||z@x.cz|\r\na|"_s;
     for (const auto& [edited, typed, stored, keyAfterwards] : cases) {
         SCOPED_TRACE(u"%1 '%2'"_s.arg(edited).arg(typed).toStdString());
         sql("DELETE FROM tUser; DELETE FROM sqlite_sequence; INSERT INTO tUser VALUES (7, 'Novák', 'Praha', "
-            "NULL, NULL, NULL, NULL), (12, ' Žižka \"O''Hara\" ', 'Dlouhá 1' || char(13, 10) || 'Brno', "
-            "NULL, 'z@x.cz', char(13, 10) || 'a', '77')");
+            "NULL, NULL, NULL, NULL), (12, ' Žižka \"O''Hara\" ', 'Dlouhá 1' || char(13, 10) || 'Brno', '', "
+            "'z@x.cz', char(13, 10) || 'a', '77')");
         frmUser form;
         QStringList texts = {u"77"_s,     u" Žižka \"O'Hara\" "_s, u""_s,
                              u"z@x.cz"_s, u"Dlouhá 1\nBrno"_s,     u"\na"_s};
         if (edited != 0) {
             load(form, edited);
             EXPECT_EQ(entered(form), texts);
-            control<QLineEdit>(form, "txtUSREGNUM").setText(typed);
-            click(form, "cmdSave");
-        } else {
-            texts[0] = typed;
-            save(form, texts);
         }
-        const QString row = u"| Žižka \"O'Hara\" |Dlouhá 1\r\nBrno||z@x.cz|\r\na|"_s;
-        EXPECT_TRUE(customers().startsWith(u"7|Novák|Praha|-|-|-|-\n12| Žižka "_s));
-        EXPECT_TRUE(customers().endsWith((edited != 0 ? u"12"_s : u"\n13"_s) + row + stored));
+        texts[0] = typed;
+        save(form, texts);
+        EXPECT_EQ(customers(),
+                  u"7|Novák|Praha|-|-|-|-\n12"_s + row + (edited != 0 ? stored : u"77\n13"_s + row + stored));
         EXPECT_EQ(key(form), keyAfterwards);
     }
     EXPECT_TRUE(outside.boxes.isEmpty());
 }
 
-TEST_F(FrmUserTest, WithoutNameOrAddressNothingIsStoredAndTheFormGoesAway) {
+TEST_F(FrmUserTest, WithoutNameOrAddressNothingIsStoredAndTheFormCloses) {
     const QString noName = u"Jméno musí být vyplněno!\r\n"_s;
     const QString noAddress = u"Adresa musí být vyplněno!\r\n"_s;
     const std::tuple<QString, QString, QString> cases[] = {
-        {u"   "_s, u"Brno"_s, noName},  {u""_s, u"Brno"_s, noName},          {u"Jan"_s, u""_s, noAddress},
-        {u"Jan"_s, u"  "_s, noAddress}, {u""_s, u" "_s, noName + noAddress},
-    };
+        {u"   "_s, u"Brno"_s, noName}, {u"Jan"_s, u"  "_s, noAddress}, {u""_s, u""_s, noName + noAddress}};
     for (const auto& [name, address, message] : cases) {
         frmUser form;
         save(form, {u"5"_s, name, u"1"_s, u"2"_s, address, u"3"_s});
         EXPECT_EQ(outside.told(), message + u"|64|Nelze uložit!"_s);
-        EXPECT_EQ(customers(), u""_s);
     }
+    EXPECT_EQ(customers(), u""_s);
 }
 
-TEST_F(FrmUserTest, ALineTakesFiftyCharactersACodeTenAndALineBreakCountsAsTwo) {
+TEST_F(FrmUserTest, TextsAreLimitedAndALineBreakCountsAsTwo) {
+    frmUser form;
+    form.show();
     for (const char* name : lineBoxes) {
-        const frmUser form;
         QTest::keyClicks(&control<QLineEdit>(form, name), QString(60, u'x'));
         EXPECT_EQ(control<QLineEdit>(form, name).text().size(), name == lineBoxes[0] ? 10 : 50);
     }
     for (const char* name : pageBoxes) {
         SCOPED_TRACE(name);
-        frmUser form;
-        form.show();
         auto& box = control<QPlainTextEdit>(form, name);
         const auto paste = [&](const QString& text) {
             QApplication::clipboard()->setText(text);
@@ -97,9 +88,7 @@ TEST_F(FrmUserTest, ALineTakesFiftyCharactersACodeTenAndALineBreakCountsAsTwo) {
         };
         QTest::keyClicks(&box, QString(49, u'x'));
         QTest::keyClick(&box, Qt::Key_Return);
-        EXPECT_EQ(box.toPlainText(), QString(49, u'x'));
         paste(u"😀"_s);
-        EXPECT_EQ(box.toPlainText(), QString(49, u'x'));
         QTest::keyClicks(&box, u"yz"_s);
         EXPECT_EQ(box.toPlainText(), QString(49, u'x') + u'y');
 
@@ -116,34 +105,31 @@ TEST_F(FrmUserTest, ALineTakesFiftyCharactersACodeTenAndALineBreakCountsAsTwo) {
     }
 }
 
-TEST_F(FrmUserTest, AStoredTextThatNoBoxHoldsIsKeptUntilItIsChanged) {
+TEST_F(FrmUserTest, StoredTextsThatNoBoxHoldsAreKeptUntilTheyAreChanged) {
     sql("INSERT INTO tUser SELECT 3, 'J' || char(10) || replace(hex(zeroblob(30)), '0', 'n'),"
         " 'a' || char(10) || 'b' || char(160) || replace(hex(zeroblob(30)), '0', 'x'), '1', '2',"
         " replace(hex(zeroblob(30)), '0', 'p'), '123456789012345'");
-    const QString before = customers();
+    QString expected = customers();
     frmUser form;
     load(form, 3);
     click(form, "cmdSave");
-    EXPECT_EQ(customers(), before);
+    EXPECT_EQ(customers(), expected);
 
     form.show();
-    auto& address = control<QPlainTextEdit>(form, "txtUSADR");
-    address.moveCursor(QTextCursor::End);
-    QTest::keyClicks(&address, u"zz"_s);  // there is no room
+    control<QPlainTextEdit>(form, "txtUSADR").moveCursor(QTextCursor::End);
+    QTest::keyClicks(&control<QPlainTextEdit>(form, "txtUSADR"), u"zz"_s);  // there is no room
     QTest::keyClick(&control<QLineEdit>(form, "txtUSREGNUM"), Qt::Key_End);
     QTest::keyClick(&control<QLineEdit>(form, "txtUSREGNUM"), Qt::Key_Backspace);
     QTest::keyClick(&control<QPlainTextEdit>(form, "txtUSPOZN"), Qt::Key_Delete);
     click(form, "cmdSave");
-    EXPECT_EQ(customers(), QString(before)
-                               .replace(u"|"_s + QString(60, u'p'), u"|"_s + QString(59, u'p'))
-                               .replace(u"|123456789012345"_s, u"|12345678901234"_s));
+    EXPECT_EQ(customers(), expected.replace(u"p|123456789012345"_s, u"|12345678901234"_s));
 }
 
-TEST_F(FrmUserTest, ACustomerWhoIsGoneIsToldAndNothingIsWritten) {
+TEST_F(FrmUserTest, AMissingCustomerIsReportedAndAMissingCatalogueIsNot) {
     sql("INSERT INTO tUser (USID, USNAME, USADR, USREGNUM) VALUES (7, 'Novák', 'Praha', '7')");
+    const QString notFound = u"Záznam k úpravě nenalezen!|16|Chyba zápisu uživatele:"_s;
     frmUser form;
-    form.setUSID(99);
-    form.ReadData();
+    load(form, 99);
     EXPECT_EQ(outside.told(), notFound);
     EXPECT_EQ(entered(form).join(u""_s), u""_s);
     load(form, 7);
@@ -151,45 +137,37 @@ TEST_F(FrmUserTest, ACustomerWhoIsGoneIsToldAndNothingIsWritten) {
     for (const QString& code : {u"5"_s, u""_s}) {
         save(form, {code, u"Novák"_s, {}, {}, u"Praha"_s});
         EXPECT_EQ(outside.told(), notFound);
-        EXPECT_EQ(customers(), u"8|Jiný|-|-|-|-|8"_s);
         EXPECT_EQ(key(form), u"7"_s);
     }
-}
-
-TEST_F(FrmUserTest, WhatCannotBeStoredIsPassedOverInSilence) {
-    frmUser form;
+    form.setUSID(0);
     ASSERT_TRUE(QFile::rename(catalogue(), at(u"away"_s)));
     save(form, {{}, u"Novák"_s, {}, {}, u"Praha"_s});
     EXPECT_EQ(key(form), u"0"_s);
-    EXPECT_TRUE(outside.boxes.isEmpty());
+    EXPECT_EQ(outside.told(), u""_s);
     EXPECT_FALSE(Err.pending());
     ASSERT_TRUE(QFile::rename(at(u"away"_s), catalogue()));
-    EXPECT_EQ(customers(), u""_s);
+    EXPECT_EQ(customers(), u"8|Jiný|-|-|-|-|8"_s);
 }
 
-TEST_F(FrmUserTest, AHiddenFormGoesOnWhereItWasLeftUntilItIsClosedByItsFrame) {
+TEST_F(FrmUserTest, AHiddenFormKeepsItsTextsUntilItsWindowIsClosed) {
     SharedUser user;
     frmUser& form = user.loaded();
     save(form, {{}, u"První"_s, {}, {}, u"Brno"_s});
     EXPECT_EQ(&user.loaded(), &form);
     EXPECT_EQ(entered(form)[1], u"První"_s);
     save(form, {{}, u"Druhý"_s, {}, {}, u"Brno"_s});  // the same customer again
-    EXPECT_EQ(customers(), u"1|Druhý|Brno||||1"_s);
 
     form.show();
     form.close();
-    EXPECT_EQ(entered(form).join(u""_s), u""_s);
-    EXPECT_EQ(key(form), u"0"_s);
-    for (int again = 0; again < 2; ++again)  // with a code, a further customer each time
+    EXPECT_EQ(entered(form).join(u""_s) + key(form), u"0"_s);
+    for (int again = 0; again < 2; ++again)  // with a code, another customer each time
         save(form, {u"5"_s, u"Třetí"_s, {}, {}, u"Brno"_s});
     EXPECT_EQ(customers(), u"1|Druhý|Brno||||1\n2|Třetí|Brno||||5\n3|Třetí|Brno||||5"_s);
 
-    const std::function<void()> cancels[] = {[&] { QTest::keyClick(&form, Qt::Key_Escape); },
-                                             [&] { click(form, "cmdStorno"); }};
-    for (const auto& cancel : cancels) {
+    for (const char* cancel : {"cmdStorno", ""}) {
         form.show();
         enter(form, {u"6"_s, u"Zrušený"_s, {}, {}, u"Brno"_s});
-        cancel();
+        *cancel != '\0' ? click(form, cancel) : QTest::keyClick(&form, Qt::Key_Escape);
         EXPECT_FALSE(form.isVisible());
         EXPECT_EQ(entered(form)[1], u"Zrušený"_s);
     }
