@@ -31,18 +31,19 @@ const QString simpleHead =
 const QString detailedHead = html(head + u"DVD</font></b></p>|"_s);
 const QString end = u"</table></body></html>"_s;
 
-/// A film of the detailed list.
-QString block(const QString& title, const QString& details, const QString& text, const QString& cast = {}) {
-    return html(
+/// A film of the detailed list: title, genre, length, country, year, sound, text and cast.
+QString block(const QStringList& film) {
+    QString filled = html(
         u"<table border='0' cellpadding='0' cellspacing='0' style='border-collapse: collapse' "
         "bordercolor='#111111' width='100%' id='AutoNumber1'>|<tr><td width='100%' style='font-size: 14pt; "
-        "font-weight: bold'>"_s +
-        title + u"</td>|</tr><tr><td width='100%' style='font-size: 10px;'>"_s + details +
-        u"</td>|</tr><tr><td width='100%' style='border-top:1px solid #000000; border-bottom:1px solid "
-        u"#000000; "
-        "font-size: 12pt; border-left-width:1; border-right-width:1'>"_s +
-        text + u"</td></tr><tr><td width='100%' style='font-size: 10px;'><strong>Herci: </strong>"_s + cast +
-        u"</td></tr></table><br>"_s);
+        "font-weight: bold'>@</td>|</tr><tr><td width='100%' style='font-size: 10px;'><strong>Žánr: "
+        "</strong>@~~~<strong>Délka: </strong>@~~~<strong>Stát: </strong>@~~~<strong>Rok: </strong> "
+        "@~~~<strong>Zvuk: </strong>@</td>|</tr><tr><td width='100%' style='border-top:1px solid #000000; "
+        "border-bottom:1px solid #000000; font-size: 12pt; border-left-width:1; border-right-width:1'>@</td>"
+        "</tr><tr><td width='100%' style='font-size: 10px;'><strong>Herci: </strong>@</td></tr></table><br>"_s);
+    for (const QString& part : film)
+        filled.replace(filled.indexOf(u'@'), 1, html(part));
+    return filled;
 }
 
 class FilmListsTest : public TemporaryProgram {
@@ -92,19 +93,16 @@ TEST_F(FilmListsTest, ADetailedListIsWrittenByteForByte) {
         "(2, '8', 'Les', 'Drama', '0', '', '', 1, '', '', 0), (3, '7', 'Pes', '', '', '', '', 1, '', '', 77),"
         "(4, '4', 'Vlk', '', '', '', '', 1, '', NULL, 0), (5, '5', 'Zub', '', '', '', '', 1, '', '', NULL)");
     ASSERT_EQ(store("picture"), 1);
-    const QString details =
-        u"<strong>Žánr: </strong>%1~~~<strong>Délka: </strong>%2~~~<strong>Stát: </strong>%3~~~<strong>Rok: "
-        "</strong> %4~~~<strong>Zvuk: </strong>%5"_s;
     const QString tag = u"<img border='0' src='n1.jpg'  width='60' height='93' style='float: left'>"_s;
-    const QString none = details.arg(u""_s, u""_s, u""_s, u""_s, u"Titulky"_s);
-    const QString blanks = u"~~ "_s;
-    EXPECT_EQ(
-        printed(Kind::detailed),
-        detailedHead +
-            block(u"Dům  (9)"_s, details.arg(u"Drama"_s, u"118"_s, u"ČR"_s, u"1999"_s, u"Český dabing"_s),
-                  tag + blanks + u"První|řádek A. B."_s + tag, u"A. B."_s) +
-            block(u"Les  (8)"_s, details.arg(u"Drama"_s, u"0"_s, u""_s, u""_s, u"Titulky"_s), blanks) +
-            block(u"Pes  (7)"_s, none, blanks) + block(u"Zub  (5)"_s, none, blanks) + end);
+    const auto plain = [](const QString& title, const QString& genre, const QString& length) {
+        return block({title, genre, length, u""_s, u""_s, u"Titulky"_s, u"~~ "_s, u""_s});
+    };
+    EXPECT_EQ(printed(Kind::detailed),
+              detailedHead +
+                  block({u"Dům  (9)"_s, u"Drama"_s, u"118"_s, u"ČR"_s, u"1999"_s, u"Český dabing"_s,
+                         tag + u"~~ První|řádek A. B."_s + tag, u"A. B."_s}) +
+                  plain(u"Les  (8)"_s, u"Drama"_s, u"0"_s) + plain(u"Pes  (7)"_s, u""_s, u""_s) +
+                  plain(u"Zub  (5)"_s, u""_s, u""_s) + end);
     EXPECT_EQ(content(u"data/n1.jpg"_s), "picture");
     EXPECT_FALSE(QFile::exists(at(u"data/n77."_s)));
     EXPECT_TRUE(outside.boxes.isEmpty());

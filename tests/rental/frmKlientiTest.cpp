@@ -51,10 +51,10 @@ class FrmKlientiTest : public RentalTest {
     QString title(const char* label) { return in<QLabel>(label).text(); }
     QString returned() { return in<QPlainTextEdit>("txtHistorie").toPlainText(); }
     QString films(const char* box) {
-        QStringList titles;
+        QString titles;
         for (int index = 0; index < in<ListBox>(box).listCount(); ++index)
-            titles += in<ListBox>(box).entry(index).text;
-        return titles.join(u", "_s);
+            titles += u'|' + in<ListBox>(box).entry(index).text;
+        return titles;
     }
     /// Clicks entries while Ctrl is held down.
     void pick(const char* box, const QList<int>& entries) {
@@ -97,14 +97,13 @@ TEST_F(FrmKlientiTest, PanelsOpenForTheSelectedCustomerStayAndActForTheOneSelect
         " (120, 4, '2026-01-01', NULL), (12, 3, '2026-01-01', NULL)");
     choose(u"U12"_s);
     open("ShowUserHistory");
-    EXPECT_EQ(title("lblHist") + u'|' + returned(),
-              u"Historie výpůjček : Dvořák (120)|Žena vráceno : 01.02.2026 10:00:00\n"_s);
+    EXPECT_EQ(title("lblHist") + returned(),
+              u"Historie výpůjček : Dvořák (120)Žena vráceno : 01.02.2026 10:00:00\n"_s);
     open("keyHVratit");
-    EXPECT_EQ(title("lblVratit") + u'|' + films("lstVratit"),
-              u"Vypůjčené filmy k vrácení: Dvořák (120)|Chata"_s);
+    EXPECT_EQ(title("lblVratit") + films("lstVratit"), u"Vypůjčené filmy k vrácení: Dvořák (120)|Chata"_s);
     open("keyHpujcka");
     const QString free = u"Volné filmy k zapůjčení : Dvořák (120)"_s;
-    EXPECT_EQ(title("lblKZapujceni") + u'|' + films("lstPujcit"), free + u"|cesta, Žena"_s);
+    EXPECT_EQ(title("lblKZapujceni") + films("lstPujcit"), free + u"|cesta|Žena"_s);
     EXPECT_EQ(panels(), u"Historie Vratit Vypujcit"_s);
     window().resize(window().size() + QSize(200, 100));
     const QRect& shown = in<QFrame>("picVypujcit").geometry();
@@ -116,14 +115,13 @@ TEST_F(FrmKlientiTest, PanelsOpenForTheSelectedCustomerStayAndActForTheOneSelect
     pick("lstPujcit", {0});
     press("Command8");
     EXPECT_EQ(text("SELECT P_UID || ' ' || P_DVDID FROM tPujcky WHERE P_ID=5"), u"12 2"_s);
-    EXPECT_EQ(films("lstVratit"), u"Chata"_s);
+    EXPECT_EQ(films("lstVratit"), u"|Chata"_s);
     press("Command6");
-    EXPECT_EQ(title("lblVratit") + u'|' + films("lstVratit"),
-              u"Vypůjčené filmy k vrácení: Novák (12)|cesta, Čáp"_s);
+    EXPECT_EQ(title("lblVratit") + films("lstVratit"), u"Vypůjčené filmy k vrácení: Novák (12)|cesta|Čáp"_s);
     open("keyHpujcka");
     sql("DELETE FROM tPujcky");
     press("Command13");
-    EXPECT_EQ(films("lstPujcit"), u"cesta, Čáp, Chata, Žena"_s);
+    EXPECT_EQ(films("lstPujcit"), u"|cesta|Čáp|Chata|Žena"_s);
     open("ShowUserHistory");
     sql("INSERT INTO tPujcky (P_UID, P_DVDID, PDatVraceni) VALUES (7, 2, '2026-01-01 10:00:00')");
     press("Command12");
@@ -135,16 +133,13 @@ TEST_F(FrmKlientiTest, TheSearchSelectsTheFirstRowThatContainsTheTerm) {
     const auto found = [&](const QString& typed) {
         choose(u"U20"_s);
         term.setText(typed);
-        press("Command4");
+        for (int time = 0; time < 2; ++time)  // each search starts at the top
+            press("Command4");
         return list().selectedItem().key();
     };
     expectEach(found,
                {u"12→U12", u"120→U12", u" 3 →U3", u"999→U20", u"řÁK→U12", u" nOVÁK  →U7", u"ák→U3", u"7x→U20",
                 u"-3→U20", u"1 2→U20", u"Praha→U20", u"→U9", u"   →U9", u"novak→U20", u"7→U9"});
-    choose(u"U20"_s);
-    term.setFocus();
-    QTest::keyClick(&term, Qt::Key_Return);
-    EXPECT_EQ(list().selectedItem().key(), u"U20"_s);  // Enter does not search
     EXPECT_TRUE(outside.boxes.isEmpty());
 }
 
@@ -160,7 +155,7 @@ TEST_F(FrmKlientiTest, SelectedFilmsAreLentAndReturnedUnderTheCode) {
     EXPECT_EQ(panels(), u""_s);
 
     open("keyHVratit");
-    EXPECT_EQ(films("lstVratit"), u"cesta, Chata, Žena"_s);
+    EXPECT_EQ(films("lstVratit"), u"|cesta|Chata|Žena"_s);
     pick("lstVratit", {0, 1, 2, 1});
     outside.moment = QDateTime(QDate(2026, 3, 10), QTime(9, 0));
     press("Command9");
@@ -193,10 +188,12 @@ TEST_F(FrmKlientiTest, ACodeThatIsNoNumberIsReportedAndLendingStopsAtAFailure) {
 }
 
 TEST_F(FrmKlientiTest, PanelsAreClosedByTheirButtonsAndEscapeAndOnlyTheTopOneHasTheKeyboard) {
-    for (const auto& [opening, closing] :
-         {std::pair("ShowUserHistory", "Command11"), std::pair("keyHVratit", "Command5"),
-          std::pair("keyHVratit", "Command10"), std::pair("keyHpujcka", "Command14"),
-          std::pair("keyHpujcka", "Command7")}) {
+    const std::pair<const char*, const char*> buttons[] = {{"ShowUserHistory", "Command11"},
+                                                           {"keyHVratit", "Command5"},
+                                                           {"keyHVratit", "Command10"},
+                                                           {"keyHpujcka", "Command14"},
+                                                           {"keyHpujcka", "Command7"}};
+    for (const auto& [opening, closing] : buttons) {
         open(opening);
         EXPECT_NE(panels(), u""_s);
         press(closing);
@@ -206,10 +203,9 @@ TEST_F(FrmKlientiTest, PanelsAreClosedByTheirButtonsAndEscapeAndOnlyTheTopOneHas
     for (const char* panel : {"keyHpujcka", "ShowUserHistory", "keyHVratit", "keyHpujcka"})
         open(panel);
     for (int step = 0; step < 20; ++step) {
-        const QWidget* focused = window().focusWidget();
-        EXPECT_TRUE(in<QFrame>("picVypujcit").isAncestorOf(focused) ||
-                    in<QToolBar>("Toolbar1").isAncestorOf(focused))
-            << focused->objectName().toStdString();
+        const QWidget* parent = window().focusWidget()->parentWidget();
+        EXPECT_TRUE(in<QFrame>("picVypujcit").isAncestorOf(window().focusWidget()) ||
+                    parent == &in<QToolBar>("Toolbar1"));
         key(Qt::Key_Tab);
     }
     for (const auto& [shown, focused] :

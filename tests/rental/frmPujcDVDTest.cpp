@@ -80,19 +80,3 @@ TEST_F(FrmPujcDVDTest, WithoutReadableCustomersTheDialogIsAnsweredButStaysOpen) 
     EXPECT_EQ(loansWhenAnswered, QStringList(u""_s));
     EXPECT_EQ(outside.told(), u""_s);
 }
-
-TEST_F(FrmPujcDVDTest, OnlyStornoAnswersTheDialogWithoutALoan) {
-    const std::pair<std::function<void()>, int> cases[] = {
-        {[this] { dialog->close(); }, 0},
-        {[this] { click(*dialog, "Command1"); }, 1},
-        {[this] { QTest::keyClick(&names(), Qt::Key_Escape); }, 1}};
-    for (const auto& [leave, answers] : cases) {
-        dialog->Ukonceno = false;
-        loansWhenAnswered.clear();
-        dialog->show();
-        leave();
-        EXPECT_FALSE(dialog->isVisible());
-        EXPECT_EQ(dialog->Ukonceno, answers == 1);
-        EXPECT_EQ(loansWhenAnswered, QStringList(answers, u""_s));
-    }
-}

@@ -164,13 +164,11 @@ TEST_F(FrmUserTest, AHiddenFormKeepsItsTextsUntilItsWindowIsClosed) {
         save(form, {u"5"_s, u"Třetí"_s, {}, {}, u"Brno"_s});
     EXPECT_EQ(customers(), u"1|Druhý|Brno||||1\n2|Třetí|Brno||||5\n3|Třetí|Brno||||5"_s);
 
-    for (const char* cancel : {"cmdStorno", ""}) {
-        form.show();
-        enter(form, {u"6"_s, u"Zrušený"_s, {}, {}, u"Brno"_s});
-        *cancel != '\0' ? click(form, cancel) : QTest::keyClick(&form, Qt::Key_Escape);
-        EXPECT_FALSE(form.isVisible());
-        EXPECT_EQ(entered(form)[1], u"Zrušený"_s);
-    }
+    form.show();
+    enter(form, {u"6"_s, u"Zrušený"_s, {}, {}, u"Brno"_s});
+    click(form, "cmdStorno");
+    EXPECT_FALSE(form.isVisible());
+    EXPECT_EQ(entered(form)[1], u"Zrušený"_s);
     user.unload();
     EXPECT_EQ(entered(user.loaded()).join(u""_s), u""_s);
     EXPECT_EQ(number("SELECT count(*) FROM tUser"), 3);
