@@ -84,7 +84,8 @@ TEST_F(KeyboardTest, EscapeClosesTheGenresOfTheEditorFirstAndControlTabTurnsItsP
     frmDVD editor;
     editor.show();
     click(editor, "Command1");
-    QTest::keyClick(&control<QLineEdit>(editor, "txtCZName"), Qt::Key_Escape);
+    control<QLineEdit>(editor, "txtCZName").setFocus();
+    QTest::keyClick(editor.focusWidget(), Qt::Key_Escape);
     EXPECT_FALSE(control<QWidget>(editor, "picZanr").isVisible());
     EXPECT_TRUE(editor.isVisible());
     for (const auto& [key, page] :
