@@ -3,8 +3,8 @@
 #include <QDir>
 #include <QFile>
 
-#include "datatool/NewPair.h"
 #include "core/mDatabase.h"
+#include "datatool/NewPair.h"
 #include "platform/errors.h"
 #include "platform/password.h"
 

@@ -11,8 +11,8 @@
 #include <io.h>
 #endif
 
-#include "datatool/DataFiles.h"
 #include "core/mDatabase.h"
+#include "datatool/DataFiles.h"
 #include "platform/errors.h"
 #include "platform/password.h"
 

@@ -4,8 +4,8 @@
 #include <QFile>
 #include <QSettings>
 
-#include "datatool/DataFiles.h"
 #include "core/mDatabase.h"
+#include "datatool/DataFiles.h"
 #include "platform/paths.h"
 
 TemporaryProgram::TemporaryProgram() {
