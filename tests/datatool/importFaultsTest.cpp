@@ -1,10 +1,9 @@
-// What kalvera-data does with old files that are damaged, with programs that fail and with a disk that is
-// full: it tells it in Czech and leaves nothing behind.
+// What damaged files, failing programs and a full disk do to an import: it says so and leaves nothing behind.
 
 #include <signal.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 
+#include <QDirIterator>
 #include <QStandardPaths>
 #include <QTest>
 
@@ -17,68 +16,65 @@ namespace {
 
 class ImportFaults : public OldPair {
  protected:
-    /// Everything in the test's folder and what it is known by: sizes, bytes and times.
-    QByteArray state() const {
-        QByteArray all;
-        for (const QString& path : {u""_s, u"old"_s, u"data"_s}) {
-            for (const QString& name : names(path)) {
-                struct stat info {};
-                stat((at(path) + u'/' + name).toUtf8().constData(), &info);
-                all += name.toUtf8() + ' ' + QByteArray::number(info.st_mtim.tv_sec) + '.' +
-                       QByteArray::number(info.st_mtim.tv_nsec) + content(path + u'/' + name) + '\n';
-            }
-        }
-        return all;
+    /// Everything in the test's folder: names, times and bytes.
+    QString state() const {
+        QStringList all;
+        for (QDirIterator each(folder(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+             each.hasNext();)
+            all += each.next() + each.fileInfo().lastModified().toString(Qt::ISODateWithMs) +
+                   QString::fromLatin1(content(each.filePath()));
+        all.sort();
+        return all.join(u'\n') + names(u""_s).join(u'/');
     }
-    void expectRefused(const QString& told, const std::function<Result()>& work) const {
-        const QByteArray before = state();
-        const Result result = work();
+    void expectRefused(const QString& told, const QString& target = QStringLiteral("new"),
+                       const std::function<void()>& inChild = {}) const {
+        const QString before = state();
+        const Result result = run({u"import"_s, at(u"old"_s), at(target)}, inChild);
         EXPECT_EQ(result.exitCode, 1);
         EXPECT_TRUE(result.errors.contains(u"Chyba: "_s) && result.errors.contains(told))
-            << told.toStdString() << '\n'
-            << result.errors.toStdString();
-        EXPECT_TRUE(state() == before) << names(u""_s).join(u' ').toStdString();
+            << told.toStdString() << result.errors.toStdString();
+        EXPECT_TRUE(state() == before) << told.toStdString() << names(u""_s).join(u' ').toStdString();
     }
-    void expectRefused(const QString& told) const {
-        expectRefused(told, [this] { return runImport(); });
+    /// Puts a script in place of one of mdbtools' programs.
+    void replaceProgram(const QString& name, const QByteArray& script) {
+        QDir().mkpath(at(u"bin"_s));
+        write(u"bin/"_s + name, "#!/bin/sh\n" + script);
+        QFile::setPermissions(at(u"bin/"_s + name), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        environment.insert(u"PATH"_s, at(u"bin:"_s) + qEnvironmentVariable("PATH"));
     }
-    void cut(const QString& path, qint64 length) const { ASSERT_TRUE(QFile::resize(at(path), length)); }
 };
 
 }  // namespace
 
 TEST_F(ImportFaults, FileThatCannotBeReadIsRefused) {
-    const std::tuple<const char*, std::function<void()>, QString> cases[] = {
-        {"no file", [this] { QFile::remove(at(u"old/pictures.ddb"_s)); },
-         u"pictures.ddb nelze převést: soubor tam není"_s},
-        {"empty", [this] { cut(u"old/data.ddb"_s, 0); }, u"soubor je prázdný"_s},
-        {"no database", [this] { write(u"old/data.ddb"_s, QByteArray(8192, 'x')); },
-         u"není to databáze Jet"_s},
-        {"half a page", [this] { cut(u"old/data.ddb"_s, 200000); }, u"useknutý"_s},
-        {"definitions cut off", [this] { cut(u"old/data.ddb"_s, 5LL * 4096); }, u"poškozený"_s},
-        {"rows cut off", [this] { cut(u"old/data.ddb"_s, 60LL * 4096); }, u"poškozený"_s},
-        {"last page cut off", [this] { cut(u"old/data.ddb"_s, content(u"old/data.ddb"_s).size() - 4096); },
-         u"poškozený"_s},
-        {"pictures cut off", [this] { cut(u"old/pictures.ddb"_s, 180LL * 4096); }, u"poškozený"_s},
-        {"older version",
-         [this] { patch(u"old/data.ddb"_s, "Standard Jet DB\0\1"_ba, "Standard Jet DB\0\0"_ba); },
-         u"Jet 3 (Access 97)"_s},
-        {"newer version",
-         [this] { patch(u"old/data.ddb"_s, "Standard Jet DB\0\1"_ba, "Standard Jet DB\0\2"_ba); },
-         u"novějším formátu"_s},
-        {"no table", [this] { patch(u"old/data.ddb"_s, utf16(u"tUser"), utf16(u"tUsel")); },
-         u"chybí v něm tabulka tUser"_s},
-        {"no column", [this] { patch(u"old/data.ddb"_s, utf16(u"USMAIL"), utf16(u"USMAIX")); },
-         u"chybí sloupec USMAIL"_s}};
-    const QByteArray data = content(u"old/data.ddb"_s);
-    const QByteArray pictures = content(u"old/pictures.ddb"_s);
-    for (const auto& [fault, make, told] : cases) {
-        SCOPED_TRACE(fault);
-        write(u"old/data.ddb"_s, data);
-        write(u"old/pictures.ddb"_s, pictures);
-        make();
+    const QString data = u"old/data.ddb"_s;
+    const QString pictures = u"old/pictures.ddb"_s;
+    const QByteArray films = content(data);
+    const QByteArray images = content(pictures);
+    const auto patched = [&](const QByteArray& from, const QByteArray& to) {
+        return QByteArray(films).replace(from, to);
+    };
+    constexpr qsizetype page = 4096;
+    const std::tuple<QString, QByteArray, QString> cases[] = {
+        {data, "", u"soubor je prázdný"_s},
+        {data, films.first(200000), u"useknutý"_s},
+        {data, films.first(5 * page), u"poškozený"_s},
+        {data, films.first(60 * page), u"poškozený"_s},
+        {data, films.chopped(page), u"poškozený"_s},
+        {pictures, images.first(180 * page), u"poškozený"_s},
+        {data, patched("Standard Jet", "Stendard Jet"), u"není to databáze Jet"_s},
+        {data, patched("Standard Jet DB\0\1"_ba, "Standard Jet DB\0\0"_ba), u"Jet 3 (Access 97)"_s},
+        {data, patched("Standard Jet DB\0\1"_ba, "Standard Jet DB\0\2"_ba), u"novějším formátu"_s},
+        {data, patched(utf16(u"tUser"), utf16(u"tUsel")), u"chybí v něm tabulka tUser"_s},
+        {data, patched(utf16(u"USMAIL"), utf16(u"USMAIX")), u"chybí sloupec USMAIL"_s}};
+    for (const auto& [path, bytes, told] : cases) {
+        write(path, bytes);
         expectRefused(told);
+        write(data, films);
+        write(pictures, images);
     }
+    QFile::remove(at(pictures));
+    expectRefused(u"pictures.ddb nelze převést: soubor tam není"_s);
 }
 
 TEST_F(ImportFaults, ProgramThatFailsIsNotBelieved) {
@@ -104,49 +100,39 @@ TEST_F(ImportFaults, ProgramThatFailsIsNotBelieved) {
 }
 
 TEST_F(ImportFaults, ProgramThatHangsOrEatsMemoryIsEnded) {
-    replaceProgram(u"mdb-export"_s, "exec tail -f /dev/null");
-    const QString tables = QStandardPaths::findExecutable(u"mdb-tables"_s);
-    OldPrograms programs{tables,
-                         QString(tables).replace(u"mdb-tables"_s, u"mdb-count"_s),
+    const QString bin = QFileInfo(QStandardPaths::findExecutable(u"mdb-tables"_s)).path();
+    const QString ours = QFileInfo(QStringLiteral(KALVERA_DATA)).path();
+    OldPrograms programs{bin + u"/mdb-tables"_s,
+                         bin + u"/mdb-count"_s,
                          at(u"bin/mdb-export"_s),
-                         QFileInfo(QStringLiteral(KALVERA_DATA)).path() + u"/kalvera-nulls"_s,
-                         {std::chrono::milliseconds(500)}};
-    const auto description = [&] {
-        try {
+                         ours + u"/kalvera-nulls"_s,
+                         {}};
+    const std::tuple<QByteArray, ProgramLimits, QString> cases[] = {
+        {"exec tail -f /dev/null", {std::chrono::milliseconds(500)}, u"mdb-export pracuje příliš dlouho"_s},
+        {"exec head -c 1000000000 /dev/zero | sort",
+         {std::chrono::seconds(60), 64LL << 20},
+         u"Program mdb-export"_s}};
+    for (const auto& [script, limits, told] : cases) {
+        replaceProgram(u"mdb-export"_s, script);
+        programs.limits = limits;
+        const QString description = descriptionOf([&] {
             importer::run(at(u"old"_s), at(u"new"_s), programs, [](const QString&, qint64, qint64) {});
-        } catch (const RuntimeError& failure) {
-            return failure.description();
-        }
-        return QString();
-    };
-    EXPECT_TRUE(description().contains(u"mdb-export pracuje příliš dlouho"_s)) << description().toStdString();
-    replaceProgram(u"mdb-export"_s, "exec head -c 1000000000 /dev/zero | sort");
-    programs.limits = {std::chrono::seconds(60), 64LL << 20};
-    EXPECT_TRUE(description().contains(u"Program mdb-export"_s));
-    EXPECT_FALSE(QFile::exists(at(u"new"_s)));
+        });
+        EXPECT_TRUE(description.contains(told)) << description.toStdString();
+        EXPECT_FALSE(QFile::exists(at(u"new"_s)));
+    }
 }
 
-TEST_F(ImportFaults, FolderThatIsTakenOrCannotBeWrittenStaysAsItIs) {
-    const auto into = [this](const QString& folder) {
-        return [this, folder] { return run({u"import"_s, at(u"old"_s), folder}); };
-    };
-    expectRefused(u"Soubor již existuje a nebude přepsán"_s, into(at(u"data"_s)));
-    expectRefused(u"Složku nelze vytvořit"_s, into(at(u"old/data.ddb/new"_s)));
-    expectRefused(u"Složku nelze vytvořit"_s, into(u"/proc/kalvera/new"_s));
+TEST_F(ImportFaults, TakenFolderAndFullDiskStayAsTheyAre) {
     QDir().mkpath(at(u"report"_s));
     write(u"report/import.txt"_s, "mine");
-    expectRefused(u"Soubor již existuje a nebude přepsán"_s, into(at(u"report"_s)));
-    EXPECT_EQ(names(u"report"_s), QStringList{u"import.txt"_s});
-}
-
-TEST_F(ImportFaults, FullDiskLeavesNothing) {
+    expectRefused(u"Soubor již existuje a nebude přepsán"_s, u"report"_s);
+    for (const QString& impossible : {u"old/data.ddb/new"_s, u"/proc/kalvera/new"_s})
+        expectRefused(u"Složku nelze vytvořit"_s, impossible);
     for (const rlim_t bytes : {1000U, 60000U, 200000U, 600000U}) {
-        SCOPED_TRACE(bytes);
-        expectRefused(u""_s, [this, bytes] {
-            return run({u"import"_s, at(u"old"_s), at(u"new/deep/folder"_s)}, [bytes] {
-                const rlimit limit{bytes, bytes};
-                setrlimit(RLIMIT_FSIZE, &limit);
-            });
+        expectRefused(u""_s, u"new/deep/folder"_s, [bytes] {
+            const rlimit full{bytes, bytes};
+            setrlimit(RLIMIT_FSIZE, &full);
         });
     }
 }
@@ -160,7 +146,7 @@ TEST_F(ImportFaults, InterruptionLeavesNothing) {
     for (const int request : {SIGINT, SIGTERM}) {
         QProcess program;
         program.setProcessEnvironment(environment);
-        const QByteArray before = state();
+        const QString before = state();
         program.start(QStringLiteral(KALVERA_DATA), {u"import"_s, at(u"old"_s), at(u"new"_s)});
         const auto isUnderWay = [this] {
             return QFile::exists(at(u"started"_s)) && QFile::exists(at(u"new/data.ddb.new"_s));

@@ -6,7 +6,7 @@
 
 #include "support/TemporaryProgram.h"
 
-/// A copy of the old pair that the tests know, in the folder `old`, for the program to take over into `new`.
+/// A copy of the old pair of the tests in the folder `old`, and the program that imports it to `new`.
 class OldPair : public TemporaryProgram {
  protected:
     OldPair() {
@@ -22,29 +22,27 @@ class OldPair : public TemporaryProgram {
         QString errors;
     };
 
-    /// Replaces bytes of an old file.
+    /// Replaces bytes of a file.
     void patch(const QString& path, const QByteArray& from, const QByteArray& to) const {
         QByteArray bytes = content(path);
         ASSERT_TRUE(bytes.contains(from)) << from.toStdString();
-        QFile::remove(at(path));
         write(path, bytes.replace(from, to));
     }
     static QByteArray utf16(QStringView text) {
         return {reinterpret_cast<const char*>(text.utf16()), text.size() * 2};
     }
-    /// What is in the test's folder, names below `path` included.
+    /// What the failure of `work` tells.
+    static QString descriptionOf(const std::function<void()>& work) {
+        try {
+            work();
+        } catch (const RuntimeError& failure) {
+            return failure.description();
+        }
+        return QStringLiteral("none");
+    }
     QStringList names(const QString& path) const {
         return QDir(at(path)).entryList(QDir::AllEntries | QDir::Hidden | QDir::System |
                                         QDir::NoDotAndDotDot);
-    }
-
-    /// Puts a script in place of one of mdbtools' programs for the runs that follow.
-    void replaceProgram(const QString& name, const QByteArray& script) {
-        using namespace Qt::StringLiterals;
-        QDir().mkpath(at(u"bin"_s));
-        write(u"bin/"_s + name, "#!/bin/sh\n" + script);
-        QFile::setPermissions(at(u"bin/"_s + name), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        environment.insert(u"PATH"_s, at(u"bin:"_s) + qEnvironmentVariable("PATH"));
     }
     Result run(const QStringList& arguments, const std::function<void()>& inChild = {}) const {
         QProcess program;
