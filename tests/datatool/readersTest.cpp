@@ -60,7 +60,7 @@ TEST(ExportReader, FieldsMayHoldAnyBytesAndComeInAnyPiecesButNotBreakOff) {
         {"a,b\n1,\n", "[a|b|][1||]"},
         {"\"a\"\"b\",\"\"\n\"\"\"\",\"\n\"\n", "[a\"b||][\"|\n|]"},
         {"1,\"\0\r\n,\"\"\xFF\0\",\n"s, "[1|\0\r\n,\"\xFF\0||]"s}};
-    for (const std::size_t length : {1, 2, 3, 100}) {
+    for (const std::size_t length : {1U, 2U, 3U, 100U}) {
         for (const auto& [output, records] : cases)
             EXPECT_EQ(exportedRecords(output, length), records) << length;
         for (const char* output : {"a", "a,", "a,b", "\"a", "\"a\"\"", "\"a\"b\n", "a\"b\"\n"})
