@@ -171,7 +171,7 @@ void frmMaster::enableCommands() {
 }
 
 qint32 frmMaster::selectedFilm() const {
-    return text::toLong(text::trim(text::mid(lvwList_->selectedItem().key(), 2)));
+    return lvwList_->selectedItem().id();
 }
 
 void frmMaster::SetColSizeStr() {

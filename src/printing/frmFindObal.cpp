@@ -13,6 +13,7 @@
 #include "printing/coverPage.h"
 #include "toolkit/icons.h"
 #include "toolkit/keys.h"
+#include "toolkit/rowKey.h"
 #include "ui_frmFindObal.h"
 
 using namespace Qt::StringLiterals;
@@ -103,7 +104,7 @@ void frmFindObal::ZpracujZaznamy(const QString& page) {
 void frmFindObal::ZiskejData(const QString& option) {
     const coverPage::Cover cover = coverPage::ZiskejData(option);
     skipFailure([&] {
-        const ListItem row = ui_->lvwDVD->add(u'D' + cover.code, cover.czechTitle);
+        const ListItem row = ui_->lvwDVD->add(rowKey('D', cover.code), cover.czechTitle);
         row.setSubItem(1, cover.originalTitle);
         row.setSubItem(2, cover.language);
     });
@@ -112,7 +113,7 @@ void frmFindObal::ZiskejData(const QString& option) {
 
 void frmFindObal::fetch() {
     QString code;
-    skipFailure([&] { code = text::trim(text::mid(ui_->lvwDVD->selectedItem().key(), 2)); });
+    skipFailure([&] { code = text::trim(rowCode(ui_->lvwDVD->selectedItem().key())); });
     if (StahniSoubor(sites_.cover + u"/support.php?DVDcover2="_s + code, coverFile())) {
         skipFailure([&] { ui_->imgNahled->loadPicture(coverFile()); });
         ui_->imgNahled->repaint();

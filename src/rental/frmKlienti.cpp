@@ -163,7 +163,7 @@ void frmKlienti::NactiList() {
 }
 
 qint32 frmKlienti::selectedUSID() const {
-    return text::toLong(text::trim(text::mid(ui_->lvwUsers->selectedItem().key(), 2)));
+    return ui_->lvwUsers->selectedItem().id();
 }
 
 void frmKlienti::addCustomer() {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "toolkit/ListModel.h"
+#include "toolkit/rowKey.h"
 
 class ListView;
 
@@ -15,6 +16,8 @@ class ListItem final {
     /// Its place in the list's present order, from 0.
     int row() const { return model_->rowOf(item_); }
     QString key() const { return model_->key(item_); }
+    /// The record's id, which the key is made of. @throws RuntimeError 13 or 6 for another kind of key.
+    qint32 id() const { return rowId(key()); }
     QString text() const { return model_->text(item_, 0); }
     void setText(QStringView text) const { model_->setText(item_, 0, text); }
     /// The text of a further column, from 1.
