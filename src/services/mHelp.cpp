@@ -6,6 +6,7 @@
 #include "platform/paths.h"
 #include "toolkit/ChmFile.h"
 #include "toolkit/HelpWindow.h"
+#include "toolkit/OwnedWindows.h"
 
 using namespace Qt::StringLiterals;
 
@@ -22,9 +23,8 @@ void ZobrazNapovedu(qint16 kind, const QString& /*window*/) {
                    boxStyle::exclamation, u"Nápověda"_s);
             return;
         }
-        shown = std::make_unique<HelpWindow>(std::move(file)).release();
-        shown->setAttribute(Qt::WA_DeleteOnClose);
-        // Help goes with the program and does not keep it alive.
+        shown = &makeSelfOwned<HelpWindow>(std::move(file));
+        // An open help window does not keep the application running.
         shown->setAttribute(Qt::WA_QuitOnClose, false);
     }
     shown->showContents();

@@ -24,7 +24,7 @@ namespace {
 /// A page of the file; whatever belongs to it comes out of the file, too.
 class HelpPage final : public QTextBrowser {
  public:
-    explicit HelpPage(const ChmFile& file) : file_(file) {
+    HelpPage(const ChmFile& file, QWidget* parent) : QTextBrowser(parent), file_(file) {
         setOpenLinks(false);
         connect(this, &QTextBrowser::anchorClicked, this, [this](const QUrl& link) {
             if (link.scheme().startsWith(u"http")) {
@@ -57,11 +57,11 @@ HelpWindow::HelpWindow(std::unique_ptr<ChmFile> file, QWidget* parent)
     : QMainWindow(parent), file_(std::move(file)) {
     setWindowTitle(u"Nápověda – "_s + appTitle());
     setWindowIcon(icons::named(u"help"_s));
-    page_ = std::make_unique<HelpPage>(*file_).release();
+    auto* split = new QSplitter(this);
+    trees_ = new QTabWidget(this);
+    page_ = new HelpPage(*file_, this);
     page_->setAccessibleName(u"Stránka nápovědy"_s);
     page_->document()->setDocumentMargin(12);
-    trees_ = std::make_unique<QTabWidget>().release();
-    auto* split = std::make_unique<QSplitter>().release();
     split->addWidget(trees_);
     split->addWidget(page_);
     setCentralWidget(split);
@@ -93,24 +93,23 @@ HelpWindow::HelpWindow(std::unique_ptr<ChmFile> file, QWidget* parent)
 HelpWindow::~HelpWindow() = default;
 
 QTreeWidget* HelpWindow::addTree(const QString& name, const std::vector<ChmFile::Topic>& topics) {
-    auto tree = std::make_unique<QTreeWidget>();
+    auto* tree = new QTreeWidget(trees_);
     tree->setObjectName(name);
     tree->setAccessibleName(name);
     tree->header()->hide();
     std::vector<QTreeWidgetItem*> path;
     for (const ChmFile::Topic& topic : topics) {
         path.resize(std::min<std::size_t>(path.size(), static_cast<std::size_t>(topic.depth)));
-        auto* line = path.empty() ? std::make_unique<QTreeWidgetItem>(tree.get()).release()
-                                  : std::make_unique<QTreeWidgetItem>(path.back()).release();
+        auto* line = path.empty() ? new QTreeWidgetItem(tree) : new QTreeWidgetItem(path.back());
         line->setText(0, topic.title);
         line->setData(0, pageRole, topic.page);
         path.push_back(line);
     }
-    connect(tree.get(), &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* line) {
+    connect(tree, &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* line) {
         const QString page = line == nullptr ? QString() : line->data(0, pageRole).toString();
         if (!page.isEmpty() && page_->source().toString() != page) page_->setSource(QUrl(page));
     });
-    return tree.release();
+    return tree;
 }
 
 void HelpWindow::showContents() {

@@ -6,6 +6,14 @@
 #include <QWidget>
 #include <memory>
 
+/// Makes a window that owns itself: closing destroys it. Until it has been shown, an exception leaks it.
+template <typename Window, typename... Arguments>
+Window& makeSelfOwned(Arguments&&... arguments) {
+    auto window = std::make_unique<Window>(std::forward<Arguments>(arguments)...);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    return *window.release();
+}
+
 /// Windows without modality that stay above the window that opened them, and outlive it: the program goes on
 /// until the last of them is closed.
 class OwnedWindows final {
@@ -15,10 +23,7 @@ class OwnedWindows final {
     /// @param arguments what the window is made from.
     template <typename Window, typename... Arguments>
     void open(QPointer<Window>& shared, const QWidget& owner, Arguments&&... arguments) {
-        if (shared == nullptr) {
-            shared = std::make_unique<Window>(std::forward<Arguments>(arguments)...).release();
-            shared->setAttribute(Qt::WA_DeleteOnClose);
-        }
+        if (shared == nullptr) shared = &makeSelfOwned<Window>(std::forward<Arguments>(arguments)...);
         show(*shared, owner);
     }
 

@@ -60,8 +60,8 @@ void widenForTitle(QMessageBox& box) {
     const int width = QFontMetrics(bold).horizontalAdvance(box.windowTitle()) + iconAndButtons;
     auto* grid = qobject_cast<QGridLayout*>(box.layout());
     if (grid == nullptr) return;
-    auto* spacer = new QSpacerItem(width, 0, QSizePolicy::Minimum, QSizePolicy::Minimum);
-    grid->addItem(spacer, grid->rowCount(), 0, 1, grid->columnCount());
+    grid->addItem(new QSpacerItem(width, 0, QSizePolicy::Minimum, QSizePolicy::Minimum), grid->rowCount(), 0,
+                  1, grid->columnCount());
 }
 
 /// Kinds of files in Czech, which Qt's own dialog has in English only.
