@@ -15,6 +15,9 @@ class frmZanry;
 namespace Ui {
 class frmMaster;
 }
+namespace ado {
+class Recordset;
+}
 
 /// The main window: the list of all films and every command on it. It edits nothing itself; it hands the key
 /// of a film to another window and brings the list up to date afterwards.
@@ -71,7 +74,8 @@ class frmMaster final : public QMainWindow {
     void buildToolBars();
     void connectCommands();
 
-    void paintLoans();
+    /// Paints the films of the open loans and counts them. Failures are skipped; one ends the walk.
+    void paintLoans(ado::Recordset& loans);
     /// Opens a dialog to lend a film.
     void lend(qint32 id, const QString& title);
     /// Asks for a newer version and offers it; a box tells when there is none, or no answer.

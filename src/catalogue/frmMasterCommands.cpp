@@ -3,7 +3,7 @@
 #include "catalogue/frmFindStr.h"
 #include "catalogue/frmMaster.h"
 #include "catalogue/modSortLvw.h"
-#include "core/mDatabase.h"
+#include "core/CatalogueQuery.h"
 #include "film/frmDVD.h"
 #include "platform/Outside.h"
 #include "platform/text.h"
@@ -20,18 +20,13 @@ namespace {
 constexpr int numberColumn = 0;
 constexpr int loanDateColumn = 4;
 
-/// Opens the catalogue on the rows of a query, works on the first one if there is any, and closes it.
-/// Whatever fails is skipped.
-template <typename Work>
-void onFirstRow(const QString& sql, Work&& work) {
-    openCatalogue();
-    OpenRS(sql, false);
-    auto rows = RsDB;
-    bool there = false;
-    skipFailure([&] { there = !rows->Eof(); });
-    if (there) work(*rows);
-    rows.reset();
-    closeCatalogue();
+/// Deletes a film; failures are skipped. Its loans and pictures stay, and no join finds them any more.
+void deleteFilm(qint32 id) {
+    const CatalogueQuery film(u"SELECT * FROM tDVD WHERE DVDID="_s + QString::number(id) + u';',
+                              CatalogueQuery::Failures::skipped);
+    if (atEnd(*film)) return;
+    skipFailure([&] { film->Delete(1); });
+    skipFailure([&] { film->Update(); });
 }
 
 SortType typeOf(int column) {
@@ -70,19 +65,19 @@ void frmMaster::PujcitVratit() {
 }
 
 void frmMaster::lend(qint32 id, const QString& title) {
-    frmPujcDVD* dialog = std::make_unique<frmPujcDVD>(user_).release();
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->Init(id, title);
-    // The row tells the loan only then, so until then the film can be lent once more.
-    connect(dialog, &frmPujcDVD::answered, this, [this, id] { ObnovZaznam(id); });
-    ownedWindows_.show(*dialog, *this);
+    auto& dialog = makeSelfOwned<frmPujcDVD>(user_);
+    dialog.Init(id, title);
+    // The row shows the loan only then, so until then the film can be lent once more.
+    connect(&dialog, &frmPujcDVD::answered, this, [this, id] { ObnovZaznam(id); });
+    ownedWindows_.show(dialog, *this);
 }
 
 void frmMaster::vratitFilm(qint32 id) {
-    onFirstRow(openLoansSql(u" and tDVD.DVDID="_s + QString::number(id)), [](ado::Recordset& loan) {
-        skipFailure([&] { loan.Fields(u"PDATVRACENI").setValue(Outside::current().now()); });
-        skipFailure([&] { loan.Update(); });
-    });
+    const CatalogueQuery loan(openLoansSql(u" and tDVD.DVDID="_s + QString::number(id)),
+                              CatalogueQuery::Failures::skipped);
+    if (atEnd(*loan)) return;
+    skipFailure([&] { loan->Fields(u"PDATVRACENI").setValue(Outside::current().now()); });
+    skipFailure([&] { loan->Update(); });
 }
 
 void frmMaster::SmazatZaznam(qint32 id) {
@@ -91,11 +86,7 @@ void frmMaster::SmazatZaznam(qint32 id) {
         MsgBox(u"Opravdu vymazat záznam ("_s + title + u")?"_s, boxStyle::information | boxStyle::yesNo,
                u"Ověření požadavku na smazání."_s);
     if (answer == BoxAnswer::no) return;
-    // Loans and pictures of the film stay; nothing that joins them with films meets them any more.
-    onFirstRow(u"SELECT * FROM tDVD WHERE DVDID="_s + QString::number(id) + u';', [](ado::Recordset& film) {
-        skipFailure([&] { film.Delete(1); });
-        skipFailure([&] { film.Update(); });
-    });
+    deleteFilm(id);
     NactiSeznam(u"CZJM"_s);
 }
 

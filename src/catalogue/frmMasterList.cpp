@@ -1,6 +1,7 @@
 // How the main window's list is filled from the database and kept up to date.
 
 #include "catalogue/frmMaster.h"
+#include "core/CatalogueQuery.h"
 #include "core/mDatabase.h"
 #include "core/mFunction.h"
 #include "platform/Outside.h"
@@ -70,27 +71,16 @@ void renewRow(ListView& list, const FilmFields& film) {
     skipFailure([&] { BarvaPolozky(list, row->key(), black); });
 }
 
-/// Where failures are skipped, an end test that fails does not end a loop: the body runs and sees the
-/// failure.
-bool notAtEnd(const ado::Recordset& recordset) {
-    bool end = false;
-    skipFailure([&] { end = recordset.Eof(); });
-    return !end;
-}
-
 }  // namespace
 
 void frmMaster::NactiSeznam(const QString& sortColumn) {
-    openCatalogue();
     auto fill = std::make_unique<ListView::Fill>(*lvwList_);
     lvwList_->clear();
-    OpenRS(u"SELECT * from tDVD Order by "_s + sortColumn, false);
-    Err.Clear();
-    auto films = RsDB;
+    CatalogueQuery films(u"SELECT * from tDVD Order by "_s + sortColumn, CatalogueQuery::Failures::skipped);
     std::optional<FilmFields> fields;
-    while (notAtEnd(*films)) {
+    while (!atEnd(*films, IfUnknown::row)) {
         if (Err.pending()) {
-            fill.reset();  // the rows so far stand behind the box
+            fill.reset();  // so that the list behind the box shows the rows read so far
             MsgBox(u"Došlo k chybě:\n"_s + Err.Description(), boxStyle::plain,
                    u"Chyba číslo: "_s + QString::number(Err.Number()));
             Err.Clear();
@@ -103,46 +93,39 @@ void frmMaster::NactiSeznam(const QString& sortColumn) {
     skipFailure([&] {
         ui_->sbMain->setPanelText(countPanel, u"  Celkem záznamů : %1  "_s.arg(films->RecordCount()));
     });
-    films.reset();
-    skipFailure([] { CloseRS(); });
-    paintLoans();
-    closeCatalogue();
+    films.reopen(openLoansSql());
+    paintLoans(*films);
 }
 
-void frmMaster::paintLoans() {
-    OpenRS(openLoansSql(), false);
-    auto loans = RsDB;
-    while (notAtEnd(*loans)) {
+void frmMaster::paintLoans(ado::Recordset& loans) {
+    while (!atEnd(loans, IfUnknown::row)) {
         if (Err.pending()) break;
         std::optional<ListItem> row;
-        skipFailure([&] { row = lvwList_->item(rowKey('K', loans->Fields(u"DVDID").Value().toLong())); });
+        skipFailure([&] { row = lvwList_->item(rowKey('K', loans.Fields(u"DVDID").Value().toLong())); });
         if (row) {
             skipFailure([&] { BarvaPolozky(*lvwList_, row->key(), green); });
-            skipFailure([&] { row->setSubItem(3, loans->Fields(u"USNAME").Value().toText()); });
-            skipFailure([&] { row->setSubItem(4, loans->Fields(u"PDatPujcky").Value().toText()); });
+            skipFailure([&] { row->setSubItem(3, loans.Fields(u"USNAME").Value().toText()); });
+            skipFailure([&] { row->setSubItem(4, loans.Fields(u"PDatPujcky").Value().toText()); });
         }
-        skipFailure([&] { loans->MoveNext(); });
+        skipFailure([&] { loans.MoveNext(); });
     }
     skipFailure([&] {
-        ui_->sbMain->setPanelText(loansPanel, u"  Vypůjčených záznamů : %1  "_s.arg(loans->RecordCount()));
+        ui_->sbMain->setPanelText(loansPanel, u"  Vypůjčených záznamů : %1  "_s.arg(loans.RecordCount()));
     });
 }
 
 void frmMaster::ObnovZaznam(qint32 id) {
-    openCatalogue();
-    OpenRS(u"SELECT * from tDVD WHERE DVDID ="_s + QString::number(id), false);
-    Err.Clear();
-    auto films = RsDB;
-    skipFailure([&] {
-        if (films->Eof()) return;
-        const FilmFields fields(*films);
-        Err.Clear();
-        renewRow(*lvwList_, fields);
-    });
-    films.reset();
-    skipFailure([] { CloseRS(); });
-    paintLoans();
-    closeCatalogue();
+    {
+        CatalogueQuery films(u"SELECT * from tDVD WHERE DVDID ="_s + QString::number(id),
+                             CatalogueQuery::Failures::skipped);
+        skipFailure([&] {
+            if (films->Eof()) return;
+            const FilmFields fields(*films);
+            renewRow(*lvwList_, fields);
+        });
+        films.reopen(openLoansSql());
+        paintLoans(*films);
+    }
     enableCommands();
 }
 

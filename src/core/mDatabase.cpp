@@ -65,18 +65,6 @@ void CloseDB() {
     RsDB.reset();
 }
 
-void openCatalogue() {
-    Err.Clear();
-    skipFailure([] { OpenDB(); });
-    Err.Clear();
-}
-
-void closeCatalogue() {
-    skipFailure([] { CloseRS(); });
-    skipFailure([] { CloseDB(); });
-    Err.Clear();
-}
-
 QString NullNaText(DbValue value) {
     return value.isNull() ? QString() : std::move(value).toText();
 }

@@ -51,12 +51,5 @@ void CloseRS();
 /// Closes the shared connection, skipping any failure, and drops connection and recordset.
 void CloseDB();
 
-/// OpenDB for callers that skip failures: none is pending before, none afterwards.
-void openCatalogue();
-
-/// CloseRS and CloseDB for such callers. Nothing is left pending that a later operation would tell as its
-/// own.
-void closeCatalogue();
-
 /// "" for Null, else the value as text.
 QString NullNaText(DbValue value);

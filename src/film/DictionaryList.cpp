@@ -1,10 +1,10 @@
 #include "film/DictionaryList.h"
 
-#include "core/mDatabase.h"
+#include "core/CatalogueQuery.h"
 #include "film/DictionaryRecord.h"
-#include "platform/text.h"
 #include "toolkit/icons.h"
 #include "toolkit/keys.h"
+#include "toolkit/rowKey.h"
 #include "ui_DictionaryList.h"
 
 using namespace Qt::StringLiterals;
@@ -34,19 +34,14 @@ bool DictionaryList::canEdit(qint32 /*recordCount*/) const {
 void DictionaryList::Refresh_List() {
     const ListView::Fill fill(*ui_->lvwZanr);
     ui_->lvwZanr->clear();
-    OpenDB();
-    OpenRS(source_.sql, false);
-    auto records = RsDB;
+    const CatalogueQuery records(source_.sql, CatalogueQuery::Failures::thrown);
     for (; !records->Eof(); records->MoveNext()) {
         const QString id = records->Fields(source_.idColumn).Value().toText();
-        const ListItem row = ui_->lvwZanr->add(u'Z' + id, id);
+        const ListItem row = ui_->lvwZanr->add(rowKey('Z', id), id);
         row.setSubItem(1, records->Fields(source_.nameColumn).Value().toText());
         paint(row, *records);
     }
     ui_->Command3->setEnabled(canEdit(records->RecordCount()));
-    records.reset();
-    CloseRS();
-    CloseDB();
 }
 
 DictionaryRecord& DictionaryList::loadRecord() {
@@ -73,7 +68,7 @@ void DictionaryList::addRecord() {
 bool DictionaryList::editSelected() {
     DictionaryRecord& record = loadRecord();
     if (!ui_->lvwZanr->hasSelectedItem()) return false;
-    record.setZaznam(text::toLong(text::mid(ui_->lvwZanr->selectedItem().key(), 2)));
+    record.setZaznam(ui_->lvwZanr->selectedItem().id());
     record.ReadData();
     record.exec();
     return true;

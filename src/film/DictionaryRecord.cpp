@@ -1,6 +1,6 @@
 #include "film/DictionaryRecord.h"
 
-#include "core/mDatabase.h"
+#include "core/CatalogueQuery.h"
 #include "platform/Outside.h"
 #include "platform/text.h"
 #include "ui_DictionaryRecord.h"
@@ -32,13 +32,8 @@ DictionaryRecord::DictionaryRecord(DictionaryRecordSource source, QWidget* paren
 DictionaryRecord::~DictionaryRecord() = default;
 
 void DictionaryRecord::ReadData() {
-    OpenDB();
-    OpenRS(source_.loadSql + QString::number(zaznam_), false);
-    auto record = RsDB;
+    const CatalogueQuery record(source_.loadSql + QString::number(zaznam_), CatalogueQuery::Failures::thrown);
     ui_->txtZanr->setText(record->Fields(source_.nameColumn).Value().toText());
-    record.reset();
-    CloseRS();
-    CloseDB();
 }
 
 bool DictionaryRecord::Kontrola() {
@@ -52,13 +47,13 @@ void DictionaryRecord::save() {
         MsgBox(u"Název musí být vyplněn!"_s, boxStyle::plain, u"Chyba:"_s);
         return;
     }
-    OpenDB();
-    OpenRS(source_.saveSql + QString::number(zaznam_), zaznam_ == 0);
-    auto record = RsDB;
+    store();
+    accept();
+}
+
+void DictionaryRecord::store() const {
+    const CatalogueQuery record(source_.saveSql + QString::number(zaznam_), CatalogueQuery::Failures::thrown,
+                                zaznam_ == 0);
     record->Fields(source_.nameColumn).setValue(ui_->txtZanr->text());
     record->Update();
-    record.reset();
-    CloseRS();
-    CloseDB();
-    accept();
 }

@@ -41,6 +41,7 @@ class DictionaryRecord : public QDialog {
 
  private:
     void save();
+    void store() const;
 
     DictionaryRecordSource source_;
     qint32 zaznam_ = 0;

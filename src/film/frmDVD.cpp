@@ -10,7 +10,7 @@
 #include <QShortcut>
 #include <limits>
 
-#include "core/mDatabase.h"
+#include "core/CatalogueQuery.h"
 #include "core/mDialog.h"
 #include "core/mFunction.h"
 #include "platform/Outside.h"
@@ -26,32 +26,18 @@ namespace {
 
 const QColor panelColour(255, 255, 192);
 
-/// The steps that fill a list from a dictionary. A failure of a row is told in a box, and the next row
-/// follows.
+/// Fills a list from a dictionary. A failure is shown in a box, and the next row follows.
 template <typename AddRow>
 void fillFrom(const QString& sql, const QString& routine, AddRow&& addRow) {
-    openCatalogue();
-    OpenRS(sql, false);
-    auto rows = RsDB;
-    const auto notAtEnd = [&rows] {
-        bool more = false;
-        skipFailure([&] { more = !rows->Eof(); });
-        return more;
-    };
-    bool more = notAtEnd();
-    Err.Clear();
-    while (more) {
-        skipFailure([&] { addRow(*rows); });
-        const bool moved = skipFailure([&] { rows->MoveNext(); });
-        if (Err.pending()) {
-            MsgBox(u"Chyba : "_s + routine + u", frmDVD\n"_s + Err.Description(), boxStyle::critical,
-                   u"Chyba Aplikace"_s);
-            Err.Clear();
-        }
-        more = moved && notAtEnd();
+    const CatalogueQuery rows(sql, CatalogueQuery::Failures::skipped);
+    for (bool moved = true; moved && !atEnd(*rows);) {
+        const bool added = skipFailure([&] { addRow(*rows); });
+        moved = skipFailure([&] { rows->MoveNext(); });
+        if (added && moved) continue;
+        MsgBox(u"Chyba : "_s + routine + u", frmDVD\n"_s + Err.Description(), boxStyle::critical,
+               u"Chyba Aplikace"_s);
+        Err.Clear();
     }
-    rows.reset();
-    closeCatalogue();
 }
 
 /// Folder of a chosen file, with the separator at its end. The last three characters, those of a file's
@@ -146,12 +132,11 @@ void frmDVD::Refresh_ZanrLST() {
     ui_->lstZanr->clear();
     // The routine names the combo box that the list once was.
     fillFrom(u"SELECT * from tZanr"_s, u"Refresh_ZanrCBO"_s, [this](const ado::Recordset& rows) {
-        auto entry = std::make_unique<QListWidgetItem>(rows.Fields(u"ZNAME").Value().toText());
+        const QString name = rows.Fields(u"ZNAME").Value().toText();
+        auto* entry = new QListWidgetItem(name, ui_->lstZanr);
         entry->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
         entry->setCheckState(Qt::Unchecked);
-        QListWidgetItem* added = entry.get();
-        ui_->lstZanr->addItem(entry.release());
-        added->setData(Qt::UserRole, rows.Fields(u"ZID").Value().toLong());
+        entry->setData(Qt::UserRole, rows.Fields(u"ZID").Value().toLong());
     });
 }
 

@@ -54,6 +54,7 @@ class frmDVD final : public QDialog {
     void readColumns(const ado::Recordset& films);
 
     void save();
+    void store();
     void setColumns(const ado::Recordset& films);
     void storePictures(ado::Recordset& films);
 

@@ -1,7 +1,7 @@
 // How a row of tDVD gets into the film editor's controls and back. Every statement that touches the database
 // is skipped when it fails, and the next one runs.
 
-#include "core/mDatabase.h"
+#include "core/CatalogueQuery.h"
 #include "core/mFunction.h"
 #include "film/frmDVD.h"
 #include "film/mObrazky.h"
@@ -14,17 +14,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Opens the shared recordset on one film.
-void openFilm(qint32 id) {
-    openCatalogue();
-    OpenRS(u"SELECT * from tDVD WHERE DVDID="_s + QString::number(id), false);
-}
-
-/// At the end of the records, or not able to tell: a test that fails lets its branch run.
-bool atEnd(const ado::Recordset& films) {
-    bool end = true;
-    skipFailure([&] { end = films.Eof(); });
-    return end;
+QString filmSql(qint32 id) {
+    return u"SELECT * from tDVD WHERE DVDID="_s + QString::number(id);
 }
 
 void tellMissingFilm() {
@@ -40,7 +31,7 @@ void write(const ado::Recordset& films, QStringView column, const DbValue& value
     skipFailure([&] { films.Fields(column).setValue(value); });
 }
 
-void store(ado::Recordset& films) {
+void updateRow(ado::Recordset& films) {
     skipFailure([&] { films.Update(); });
 }
 
@@ -109,12 +100,9 @@ void frmDVD::Inicializuj(qint32 id) {
     IDFilmu = id;
     VycistiForm();
     if (id == 0) return;
-    openFilm(id);
-    auto films = RsDB;
+    const CatalogueQuery films(filmSql(id), CatalogueQuery::Failures::skipped);
     if (atEnd(*films)) tellMissingFilm();
     readColumns(*films);
-    films.reset();
-    closeCatalogue();
 }
 
 void frmDVD::readColumns(const ado::Recordset& films) {
@@ -155,8 +143,13 @@ void frmDVD::readColumns(const ado::Recordset& films) {
 }
 
 void frmDVD::save() {
-    openFilm(IDFilmu);
-    auto films = RsDB;
+    store();
+    Vysledek = 1;
+    hide();
+}
+
+void frmDVD::store() {
+    const CatalogueQuery films(filmSql(IDFilmu), CatalogueQuery::Failures::skipped);
     if (atEnd(*films)) {
         if (IDFilmu != 0) {
             tellMissingFilm();
@@ -165,20 +158,16 @@ void frmDVD::save() {
         }
     }
     // The empty row first, so that the database gives its key.
-    store(*films);
+    updateRow(*films);
     skipFailure([&] { ui_->txtDelka->setText(film::cleanLength(ui_->txtDelka->text())); });
     setColumns(*films);
-    store(*films);
+    updateRow(*films);
     skipFailure([&] { IDFilmu = films->Fields(u"DVDID").Value().toLong(); });
     if (text::trim(ui_->txtKatalog->text()).isEmpty()) {
         write(*films, u"KatCisl", IDFilmu);
-        store(*films);
+        updateRow(*films);
     }
     storePictures(*films);
-    films.reset();
-    closeCatalogue();
-    Vysledek = 1;
-    hide();
 }
 
 void frmDVD::setColumns(const ado::Recordset& films) {
@@ -210,13 +199,13 @@ void frmDVD::storePictures(ado::Recordset& films) {
     const QString cover = ui_->lblObal->text();
     if (!cover.isEmpty()) {
         write(films, u"Obal_ID", UlozObal(IDFilmu, cover));
-        store(films);
+        updateRow(films);
     }
     const QString preview = ui_->lblNahled->text();
     if (!preview.isEmpty()) {
         qint32 key = 0;
         skipFailure([&] { key = UlozNahled(IDFilmu, preview); });
         write(films, u"nahled_ID", key);
-        store(films);
+        updateRow(films);
     }
 }

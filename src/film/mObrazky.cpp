@@ -2,6 +2,7 @@
 
 #include <QFile>
 
+#include "core/CatalogueQuery.h"
 #include "core/mDatabase.h"
 #include "film/mBlobDATA.h"
 #include "platform/Outside.h"
@@ -86,9 +87,7 @@ qint32 UlozObal(qint32 film, const QString& path) {
     Err.Clear();
     skipFailure([&] { openRows(rows, connection, pictureOfFilm(film, Group::cover)); });
     check();
-    bool known = false;
-    skipFailure([&] { known = !rows.Eof(); });
-    if (!known) {
+    if (atEnd(rows)) {
         skipFailure([&] { rows.AddNew(); });
         check();
     }

@@ -2,7 +2,6 @@
 
 #include <QCloseEvent>
 
-#include "core/mDatabase.h"
 #include "platform/Outside.h"
 #include "rental/SharedUser.h"
 #include "rental/mPujcky.h"

@@ -2,7 +2,7 @@
 
 #include <QCloseEvent>
 
-#include "core/mDatabase.h"
+#include "core/CatalogueQuery.h"
 #include "platform/Outside.h"
 #include "platform/text.h"
 #include "toolkit/icons.h"
@@ -17,18 +17,8 @@ namespace {
 constexpr int longestText = 50;
 constexpr int longestCode = 10;
 
-/// Opens the shared recordset on one customer.
-void openCustomer(const QString& id) {
-    openCatalogue();
-    OpenRS(u"SELECT * from tUser WHERE USID="_s + id, false);
-    Err.Clear();
-}
-
-/// At the end of the records, or not able to tell: a test that fails lets its branch run.
-bool atEnd(const ado::Recordset& customers) {
-    bool end = true;
-    skipFailure([&] { end = customers.Eof(); });
-    return end;
+QString customerSql(const QString& id) {
+    return u"SELECT * from tUser WHERE USID="_s + id;
 }
 
 void tellMissingCustomer() {
@@ -85,27 +75,19 @@ void frmUser::showEvent(QShowEvent* event) {
 }
 
 void frmUser::ReadData() {
-    openCustomer(ui_->lblUSID->text());
-    auto customers = RsDB;
-    if (ui_->lblUSID->text() != u"0") {
-        if (atEnd(*customers)) {
-            tellMissingCustomer();
-        } else {
-            const auto read = [&](QStringView column, auto&& take) {
-                skipFailure([&] { take(customers->Fields(column).Value().toText()); });
-            };
-            read(u"USNAME", [this](const QString& text) { showText(*ui_->txtUSNAME, text, longestText); });
-            read(u"USADR", [this](const QString& text) { loadedText::show(*ui_->txtUSADR, text); });
-            read(u"USPHONE", [this](const QString& text) { showText(*ui_->txtUSPHONE, text, longestText); });
-            read(u"USMAIL", [this](const QString& text) { showText(*ui_->txtUSMAIL, text, longestText); });
-            read(u"USPOZN", [this](const QString& text) { loadedText::show(*ui_->txtUSPOZN, text); });
-            read(u"USREGNUM",
-                 [this](const QString& text) { showText(*ui_->txtUSREGNUM, text, longestCode); });
-            read(u"USID", [this](const QString& text) { ui_->lblUSID->setText(text); });
-        }
-    }
-    customers.reset();
-    closeCatalogue();
+    const CatalogueQuery customers(customerSql(ui_->lblUSID->text()), CatalogueQuery::Failures::skipped);
+    if (ui_->lblUSID->text() == u"0") return;
+    if (atEnd(*customers)) return tellMissingCustomer();
+    const auto read = [&](QStringView column, auto&& take) {
+        skipFailure([&] { take(customers->Fields(column).Value().toText()); });
+    };
+    read(u"USNAME", [this](const QString& text) { showText(*ui_->txtUSNAME, text, longestText); });
+    read(u"USADR", [this](const QString& text) { loadedText::show(*ui_->txtUSADR, text); });
+    read(u"USPHONE", [this](const QString& text) { showText(*ui_->txtUSPHONE, text, longestText); });
+    read(u"USMAIL", [this](const QString& text) { showText(*ui_->txtUSMAIL, text, longestText); });
+    read(u"USPOZN", [this](const QString& text) { loadedText::show(*ui_->txtUSPOZN, text); });
+    read(u"USREGNUM", [this](const QString& text) { showText(*ui_->txtUSREGNUM, text, longestCode); });
+    read(u"USID", [this](const QString& text) { ui_->lblUSID->setText(text); });
 }
 
 void frmUser::save() {
@@ -128,13 +110,12 @@ void frmUser::Kontrola(bool& valid) {
 }
 
 void frmUser::SaveData() {
-    openCustomer(ui_->lblUSID->text());
-    auto customer = RsDB;
+    CatalogueQuery customer(customerSql(ui_->lblUSID->text()), CatalogueQuery::Failures::skipped);
     if (ui_->lblUSID->text() == u"0") {
         skipFailure([&] { customer->AddNew(); });
     } else if (atEnd(*customer)) {
         tellMissingCustomer();
-        closeCatalogue();  // so that nothing below has anything to write to
+        customer.close();  // so that the statements below have nothing to write to
     }
     write(*customer, u"USNAME", loadedText::toStore(*ui_->txtUSNAME));
     write(*customer, u"USADR", loadedText::toStore(*ui_->txtUSADR));
@@ -150,6 +131,4 @@ void frmUser::SaveData() {
         write(*customer, u"USREGNUM", ui_->lblUSID->text());
         skipFailure([&] { customer->Update(); });
     }
-    customer.reset();
-    closeCatalogue();
 }

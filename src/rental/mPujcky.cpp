@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "core/forEachRow.h"
-#include "core/mDatabase.h"
 #include "platform/Outside.h"
 #include "platform/text.h"
 
@@ -42,34 +41,23 @@ bool isCustomerNumber(const QString& code) {
 void PujcDVD(qint32 UID, qint32 DVDID) {
     const QDateTime now = Outside::current().now();
     Err.Clear();
-    OpenDB();
-    OpenRS(u"SELECT * from tPujcky"_s, false);
-    Err.Clear();
-    auto loans = RsDB;
+    const CatalogueQuery loans(u"SELECT * from tPujcky"_s, CatalogueQuery::Failures::thrown);
     loans->AddNew();
     loans->Fields(u"P_UID").setValue(UID);
     loans->Fields(u"P_DVDID").setValue(DVDID);
     loans->Fields(u"PDATPUJCKY").setValue(now);
     loans->Update();
-    loans.reset();
-    CloseRS();
-    CloseDB();
 }
 
 void VratDVD(qint32 /*UID*/, qint32 DVDID) {
     const QDateTime now = Outside::current().now();
     Err.Clear();
-    OpenDB();
-    OpenRS(u"SELECT * from tPujcky WHERE p_DVDID="_s + QString::number(DVDID) + u" and PDatVraceni is null"_s,
-           false);
-    auto loans = RsDB;
-    if (!loans->Eof()) {
-        loans->Fields(u"PDATVRACENI").setValue(now);
-        loans->Update();
-    }
-    loans.reset();
-    CloseRS();
-    CloseDB();
+    const CatalogueQuery loans(
+        u"SELECT * from tPujcky WHERE p_DVDID="_s + QString::number(DVDID) + u" and PDatVraceni is null"_s,
+        CatalogueQuery::Failures::thrown);
+    if (loans->Eof()) return;
+    loans->Fields(u"PDATVRACENI").setValue(now);
+    loans->Update();
 }
 
 std::vector<ListEntry> freeFilms() {
