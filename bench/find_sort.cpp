@@ -30,7 +30,7 @@ std::unique_ptr<frmMaster> master;  // goes before the application does
 frmMaster& window() {
     static const BenchCatalogue catalogue(films, loans);
     catalogue.use();
-    if (master == nullptr) master = std::make_unique<frmMaster>();
+    if (master == nullptr) master = std::make_unique<frmMaster>(Sites{});
     return *master;
 }
 

@@ -36,7 +36,7 @@ frmMaster& windowOver(int films) {
     ActDBPath = catalogue->path();
     auto& window = windows[films];
     if (window == nullptr) {
-        window = std::make_unique<frmMaster>();
+        window = std::make_unique<frmMaster>(Sites{});
         window->show();
         QCoreApplication::processEvents();
     }
@@ -97,7 +97,7 @@ void memoryOfTheList(benchmark::State& state) {
     const BenchCatalogue empty(0, 0);
     for (auto _ : state) {
         ActDBPath = empty.path();
-        frmMaster window;
+        frmMaster window(Sites{});
         window.show();
         QCoreApplication::processEvents();
         const std::size_t before = memoryInUse();

@@ -121,7 +121,7 @@ void openEditor(benchmark::State& state) {
     }
     catalogue->use();
     for (auto _ : state) {
-        frmDVD editor;
+        frmDVD editor(Sites{});
         editor.Inicializuj(1);
         editor.show();
         QCoreApplication::processEvents();

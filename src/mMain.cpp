@@ -31,9 +31,9 @@ void Main(std::unique_ptr<frmMaster>& master) {
         MsgBox(u"Nenalezen soubor databáze!"_s, boxStyle::critical, u"Chyba:"_s);
         return;
     }
-    master = std::make_unique<frmMaster>();
+    const Sites sites = Sites::compiledIn();
+    master = std::make_unique<frmMaster>(sites);
     master->show();
     QCoreApplication::processEvents();
-    const Sites sites = Sites::compiledIn();
     if (CtiNastaveni(u"ShowNewVer"_s, u"A"_s) == u"A" && JeNovaVerze(sites)) frmNewVersion(sites).exec();
 }

@@ -28,7 +28,7 @@ class frmMaster final : public QMainWindow {
  public:
     /// Sets the caption, fills the list by Czech title and gives the columns their stored widths.
     /// @param sites the web sites that its windows ask.
-    explicit frmMaster(Sites sites = Sites::compiledIn(), QWidget* parent = nullptr);
+    explicit frmMaster(Sites sites, QWidget* parent = nullptr);
     ~frmMaster() override;
 
     /// Fills the list anew with all films in the order of a column of `tDVD`, paints those on loan and counts

@@ -27,7 +27,7 @@ class frmDVD final : public QDialog {
  public:
     /// Fills the lists of genres and departments and stands as for a new film.
     /// @param sites where films are looked up.
-    explicit frmDVD(Sites sites = Sites::compiledIn(), QWidget* parent = nullptr);
+    explicit frmDVD(Sites sites, QWidget* parent = nullptr);
     ~frmDVD() override;
 
     /// Shows the film with the key; 0 for a new one. What fails is skipped and leaves its control as it is

@@ -27,7 +27,7 @@ TEST_F(KeyboardTest, EnterPressesEveryButtonOnceAndEscapeClosesEveryDialog) {
     const auto user = std::make_shared<SharedUser>();
     frmAbout about;
     frmCSFDFind films(Sites{});
-    frmDVD editor;
+    frmDVD editor(Sites{});
     frmFindObal covers(Sites{});
     frmFindStr prompt;
     frmKlienti rental(user);
@@ -81,7 +81,7 @@ TEST_F(KeyboardTest, TabReachesTheBarsInOrderAndDownOpensAMenu) {
 }
 
 TEST_F(KeyboardTest, EscapeClosesTheGenresOfTheEditorFirstAndControlTabTurnsItsPages) {
-    frmDVD editor;
+    frmDVD editor(Sites{});
     editor.show();
     click(editor, "Command1");
     control<QLineEdit>(editor, "txtCZName").setFocus();

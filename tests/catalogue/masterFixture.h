@@ -23,7 +23,7 @@ class MasterTest : public TemporaryProgram {
     }
 
     frmMaster& window() {
-        if (!window_) window_.emplace().show();
+        if (!window_) window_.emplace(Sites{}).show();
         return *window_;
     }
     void closeWindow() { window_.reset(); }

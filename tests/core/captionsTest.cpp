@@ -26,9 +26,9 @@ class CaptionsTest : public TemporaryProgram {
 }  // namespace
 
 TEST_F(CaptionsTest, OfTheListTheEditorAndTheCoversAreFullyReadable) {
-    frmMaster master;
+    frmMaster master(Sites{});
     expectRoom(master);
-    frmDVD editor;
+    frmDVD editor(Sites{});
     editor.Inicializuj(0);
     expectRoom(editor);
     frmFindObal covers(Sites{});

@@ -19,7 +19,7 @@ class FrmDVDTest : public TemporaryProgram {
  protected:
     frmDVD& editor() { return *editor_; }
     void open(qint32 id) {
-        editor_.emplace();
+        editor_.emplace(Sites{});
         editor_->Inicializuj(id);
         editor_->show();
     }
