@@ -23,8 +23,8 @@ QString databasePassword();
 /// The connection string for a data file.
 QString connectionString(const QString& path);
 
-/// A number of records that is counted when it is first looked at. Counting at once would make every added
-/// loan read all loans. It reads 0 once the recordset it was taken from has gone or been closed.
+/// The record count that OpenRS returns, determined when it is read: loans are added through a SELECT of all
+/// loans, which counting at once would read to the end. 0 once the recordset is closed or gone.
 class OpenedCount final {
  public:
     explicit OpenedCount(std::weak_ptr<ado::Recordset> opened) : opened_(std::move(opened)) {}
@@ -41,7 +41,7 @@ void OpenDB();
 
 /// Opens the shared recordset on a SELECT and, with `addNew`, starts a new row in it. Failures are skipped;
 /// they show when the recordset is used.
-/// @return the number of records, 0 at the end of the records.
+/// @return the number of records.
 OpenedCount OpenRS(const QString& sql, bool addNew);
 
 /// Closes the shared recordset.

@@ -3,7 +3,6 @@
 #include "film/frmDVD.h"
 
 #include <QDir>
-#include <QFile>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>

@@ -78,7 +78,6 @@ void frmDVD::NastavJazyk(qint32 jazyk) {
 
 void frmDVD::VycistiForm() {
     if (ui_->cboOddel->count() > 0) ui_->cboOddel->setCurrentIndex(0);
-    departmentTyped_ = false;
     ui_->txtZanr->clear();
     optJazyk_[0]->setChecked(true);
     ui_->txtDisk->setText(u"1"_s);
@@ -138,7 +137,6 @@ void frmDVD::readColumns(const ado::Recordset& films) {
         const qint16 index = NajdiItemData(*ui_->cboOddel->model(), films.Fields(u"Oddel_ID").Value(), -1);
         ui_->cboOddel->setCurrentIndex(index);
         if (index < 0) ui_->cboOddel->clearEditText();
-        departmentTyped_ = false;
     });
 }
 
