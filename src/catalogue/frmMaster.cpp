@@ -175,16 +175,15 @@ qint32 frmMaster::selectedFilm() const {
 }
 
 void frmMaster::SetColSizeStr() {
-    Err.Clear();
     const QString stored = CtiNastaveni(u"ColSie"_s, QString());
     if (stored.isEmpty()) return;
     const QStringList widths = text::split(stored, u'|');
     for (int column = 0; column < lvwList_->columns(); ++column) {
-        skipFailure([&] {
+        const bool set = skipFailure([&] {
             if (column >= widths.size()) throw RuntimeError(errors::subscriptOutOfRange);
             lvwList_->setColumnWidthInTwips(column, text::toLong(widths[column]));
         });
-        if (!Err.pending()) continue;
+        if (set) continue;
         ChybaAplikace(u"Chyba :"_s + Err.Description(), u"frmMaster/Sub:SetColSizeStr"_s);
         Err.Clear();
         break;

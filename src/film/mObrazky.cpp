@@ -52,14 +52,12 @@ void check() {
 }
 
 QString show(qint32 id, Group group) {
-    Err.Clear();
     ado::Connection connection;
     ado::Recordset rows;
     skipFailure([&] { openPictureFile(connection); });
-    Err.Clear();
-    skipFailure(
+    const bool opened = skipFailure(
         [&] { openRows(rows, connection, u"SELECT * FROM tPicture where PicID="_s + QString::number(id)); });
-    check();
+    if (!opened) MsgBox(Err.Description());
     QString caption;
     const bool out =
         skipFailure([&] { blob::BlobDoSouboru(rows, {}, data, size, text::lowerCase(typeOf(rows)), group); });

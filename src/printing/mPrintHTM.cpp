@@ -105,11 +105,10 @@ QString PripravNahled(qint32 PicID) {
     ado::Connection connection;
     ado::Recordset rows;
     skipFailure([&] { openPictureFile(connection); });
-    Err.Clear();
-    skipFailure([&] {
+    const bool opened = skipFailure([&] {
         rows.Open(u"SELECT * FROM tPicture where PicID="_s + QString::number(PicID), connection, 1, 2, -1);
     });
-    if (Err.pending()) MsgBox(Err.Description());
+    if (!opened) MsgBox(Err.Description());
     QString type;
     skipFailure([&] { type = text::lowerCase(rows.Fields(u"PicTyp").Value().toText()); });
     QString name;

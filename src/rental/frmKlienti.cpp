@@ -196,15 +196,13 @@ void frmKlienti::findCustomer() {
 }
 
 bool frmKlienti::nameCustomer(ElidedLabel& title, const QString& heading) const {
-    Err.Clear();
-    skipFailure([&] {
+    const bool named = skipFailure([&] {
         const ListItem customer = ui_->lvwUsers->selectedItem();
         title.setText(heading + customer.subItem(nameColumn) + u" ("_s + customer.text() + u')');
     });
-    if (!Err.pending()) return true;
-    MsgBox(u"Neexistuje osoba pro zapůjčení!"_s, boxStyle::information, u"Nepovolená operace:"_s);
+    if (!named) MsgBox(u"Neexistuje osoba pro zapůjčení!"_s, boxStyle::information, u"Nepovolená operace:"_s);
     Err.Clear();
-    return false;
+    return named;
 }
 
 void frmKlienti::Historie_Obnovit() {
