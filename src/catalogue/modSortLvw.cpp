@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/dates.h"
+#include "platform/index.h"
 #include "platform/text.h"
 #include "toolkit/ListView.h"
 
@@ -21,16 +22,14 @@ int compare(double first, double second, Qt::SortOrder order) {
 /// Sorts by values computed once for each row.
 template <typename Value, typename Compare>
 void sortBy(ListView& list, Value&& value, Compare&& compare) {
-    const auto rows = static_cast<std::size_t>(list.count());
-    std::vector<double> values(rows);
-    for (std::size_t row = 0; row < rows; ++row) {
-        values[row] = value(list.cell(static_cast<int>(row), list.sortKey()).left(charactersRead));
-    }
-    std::vector<int> order(rows);
+    std::vector<double> values;
+    values.reserve(toSize(list.count()));
+    for (int row = 0; row < list.count(); ++row)
+        values.push_back(value(list.cell(row, list.sortKey()).left(charactersRead)));
+    std::vector<int> order(values.size());
     std::iota(order.begin(), order.end(), 0);
     std::stable_sort(order.begin(), order.end(), [&, direction = list.sortOrder()](int left, int right) {
-        return compare(values[static_cast<std::size_t>(left)], values[static_cast<std::size_t>(right)],
-                       direction) < 0;
+        return compare(elementAt(values, left), elementAt(values, right), direction) < 0;
     });
     list.rearrange(order);
 }

@@ -14,6 +14,7 @@
 #include "core/mFunction.h"
 #include "platform/Outside.h"
 #include "platform/files.h"
+#include "platform/index.h"
 #include "platform/paths.h"
 #include "toolkit/controlArray.h"
 #include "toolkit/icons.h"
@@ -179,8 +180,8 @@ void frmDVD::keyPressEvent(QKeyEvent* event) {
 void frmDVD::choosePicture(int picture) {
     const bool cover = picture == 0;
     const QString path = cover ? OtevritObal(this) : OtevritNahled(this);
-    imgObalDesk_[static_cast<std::size_t>(picture)]->loadPicture(path);
-    // A cancelled dialog gives no path: the way to take a picture away.
+    elementAt(imgObalDesk_, picture)->loadPicture(path);
+    // A cancelled dialog returns no path, which is how a picture is removed.
     UlozNastaveni(cover ? u"Covers"_s : u"Nahled"_s, folderOf(path));
     (cover ? ui_->lblObal : ui_->lblNahled)->setText(path);
 }

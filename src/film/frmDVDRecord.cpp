@@ -6,6 +6,7 @@
 #include "film/frmDVD.h"
 #include "film/mObrazky.h"
 #include "platform/Outside.h"
+#include "platform/index.h"
 #include "platform/text.h"
 #include "toolkit/loadedText.h"
 #include "ui_frmDVD.h"
@@ -72,8 +73,7 @@ qint32 frmDVD::VratJazyk() const {
 }
 
 void frmDVD::NastavJazyk(qint32 jazyk) {
-    optJazyk_[static_cast<std::size_t>(film::NastavJazyk(jazyk, static_cast<int>(optJazyk_.size())))]
-        ->setChecked(true);
+    elementAt(optJazyk_, film::NastavJazyk(jazyk, countOf(optJazyk_)))->setChecked(true);
 }
 
 void frmDVD::VycistiForm() {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/errors.h"
+#include "platform/index.h"
 #include "platform/text.h"
 
 using namespace Qt::StringLiterals;
@@ -25,16 +26,15 @@ QString film::ZapisChk(const std::vector<BoxValue>& boxes) {
 
 void film::NactiChk(std::vector<BoxValue>& boxes, const QString& tokens) {
     const QStringList parts = text::split(tokens, u'|');
-    const auto known = std::min(boxes.size(), static_cast<std::size_t>(parts.size()));
-    for (std::size_t box = 0; box < known; ++box) {
-        boxes[box] = parts[static_cast<qsizetype>(box)] == u"A" ? 1 : 0;
-    }
+    const int known = std::min(countOf(boxes), countOf(parts));
+    for (int box = 0; box < known; ++box)
+        elementAt(boxes, box) = parts[box] == u"A" ? 1 : 0;
 }
 
 qint32 film::VratJazyk(const std::vector<bool>& options) {
     qint32 jazyk = 0;
-    for (std::size_t option = 0; option < options.size(); ++option) {
-        if (options[option]) jazyk = static_cast<qint32>(option);
+    for (int option = 0; option < countOf(options); ++option) {
+        if (elementAt(options, option)) jazyk = option;
     }
     return jazyk;
 }

@@ -4,6 +4,7 @@
 
 #include "core/CatalogueQuery.h"
 #include "platform/Outside.h"
+#include "platform/index.h"
 #include "platform/text.h"
 #include "toolkit/icons.h"
 #include "toolkit/loadedText.h"
@@ -26,8 +27,8 @@ void tellMissingCustomer() {
 }
 
 void showText(QLineEdit& box, const QString& stored, int limit) {
-    // A stored text longer than the box takes is shown whole all the same.
-    box.setMaxLength(std::max(limit, static_cast<int>(stored.size())));
+    // A stored text is shown in full even if it exceeds the limit.
+    box.setMaxLength(std::max(limit, countOf(stored)));
     loadedText::show(box, stored);
 }
 

@@ -14,6 +14,7 @@
 
 #include "platform/Outside.h"
 #include "platform/codepage.h"
+#include "platform/index.h"
 #include "toolkit/appTitle.h"
 #include "toolkit/icons.h"
 
@@ -99,7 +100,7 @@ QTreeWidget* HelpWindow::addTree(const QString& name, const std::vector<ChmFile:
     tree->header()->hide();
     std::vector<QTreeWidgetItem*> path;
     for (const ChmFile::Topic& topic : topics) {
-        path.resize(std::min<std::size_t>(path.size(), static_cast<std::size_t>(topic.depth)));
+        path.resize(std::min(path.size(), toSize(topic.depth)));
         auto* line = path.empty() ? new QTreeWidgetItem(tree) : new QTreeWidgetItem(path.back());
         line->setText(0, topic.title);
         line->setData(0, pageRole, topic.page);

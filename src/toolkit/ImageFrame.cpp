@@ -3,7 +3,8 @@
 #include "toolkit/pictureFile.h"
 
 ImageFrame::ImageFrame(QWidget* parent) : QLabel(parent) {
-    setFrameStyle(static_cast<int>(QFrame::Box) | static_cast<int>(QFrame::Plain));
+    setFrameShape(QFrame::Box);
+    setFrameShadow(QFrame::Plain);
     setScaledContents(true);
 }
 

@@ -9,7 +9,7 @@ void ListBoxModel::setEntries(std::vector<ListEntry> entries) {
 }
 
 int ListBoxModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(entries_.size());
+    return parent.isValid() ? 0 : countOf(entries_);
 }
 
 QVariant ListBoxModel::data(const QModelIndex& index, int role) const {

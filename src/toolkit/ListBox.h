@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/ListEntry.h"
+#include "platform/index.h"
 
 /// The model behind a ListBox: the entries' texts, and their numbers under Qt::UserRole.
 class ListBoxModel final : public QAbstractListModel {
@@ -14,7 +15,7 @@ class ListBoxModel final : public QAbstractListModel {
     using QAbstractListModel::QAbstractListModel;
 
     void setEntries(std::vector<ListEntry> entries);
-    const ListEntry& entry(int index) const { return entries_[static_cast<std::size_t>(index)]; }
+    const ListEntry& entry(int index) const { return elementAt(entries_, index); }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;

@@ -19,7 +19,7 @@ void ListModel::setCaptions(const QStringList& captions) {
 
 void ListModel::clear() {
     beginResetModel();
-    texts_.reset(static_cast<int>(captions_.size()));
+    texts_.reset(countOf(captions_));
     colours_.clear();
     order_.clear();
     rows_.clear();
@@ -51,7 +51,7 @@ int ListModel::add(QStringView key, QStringView text) {
     rows_.push_back(row);
     order_.insert(order_.begin() + row, item);
     for (int moved = row + 1; moved < count(); ++moved)
-        rows_[static_cast<std::size_t>(itemAt(moved))] = moved;
+        elementAt(rows_, itemAt(moved)) = moved;
     if (!filling_) {
         shown_ = count();
         endInsertRows();
@@ -73,17 +73,16 @@ void ListModel::setText(int item, int column, QStringView text) {
 }
 
 void ListModel::setColour(int item, Colour colour) {
-    Colour& held = colours_[static_cast<std::size_t>(item)];
+    Colour& held = elementAt(colours_, item);
     if (held == colour) return;
     held = colour;
-    tellChanged(item, 0, static_cast<int>(captions_.size()) - 1, Qt::ForegroundRole);
+    tellChanged(item, 0, countOf(captions_) - 1, Qt::ForegroundRole);
 }
 
 void ListModel::setColourOfAll(Colour colour) {
     std::fill(colours_.begin(), colours_.end(), colour);
     if (shown_ == 0) return;
-    emit dataChanged(index(0, 0), index(shown_ - 1, static_cast<int>(captions_.size()) - 1),
-                     {Qt::ForegroundRole});
+    emit dataChanged(index(0, 0), index(shown_ - 1, countOf(captions_) - 1), {Qt::ForegroundRole});
 }
 
 void ListModel::tellChanged(int item, int firstColumn, int lastColumn, int role) {
@@ -112,7 +111,7 @@ void ListModel::moveToSortedRow(int item) {
     order_.erase(order_.begin() + from);
     order_.insert(order_.begin() + to, item);
     for (int row = std::min(from, to); row <= std::max(from, to); ++row) {
-        rows_[static_cast<std::size_t>(itemAt(row))] = row;
+        elementAt(rows_, itemAt(row)) = row;
     }
     endMoveRows();
 }
@@ -136,8 +135,7 @@ void ListModel::sortRows() {
         keys.push_back(collation::sortKey(text(item, sortKey_)));
     std::vector<int> order = order_;
     std::stable_sort(order.begin(), order.end(), [&](int left, int right) {
-        const int difference =
-            keys[static_cast<std::size_t>(left)].compare(keys[static_cast<std::size_t>(right)]);
+        const int difference = elementAt(keys, left).compare(elementAt(keys, right));
         return sortOrder_ == Qt::AscendingOrder ? difference < 0 : difference > 0;
     });
     takeOrder(std::move(order));
@@ -155,7 +153,7 @@ void ListModel::takeOrder(std::vector<int> order) {
     if (filling_ || shown_ < count()) {
         order_ = std::move(order);
         for (int row = 0; row < count(); ++row)
-            rows_[static_cast<std::size_t>(itemAt(row))] = row;
+            elementAt(rows_, itemAt(row)) = row;
         return;
     }
     emit layoutAboutToBeChanged({}, VerticalSortHint);
@@ -165,7 +163,7 @@ void ListModel::takeOrder(std::vector<int> order) {
         items += itemAt(index.row());
     order_ = std::move(order);
     for (int row = 0; row < count(); ++row)
-        rows_[static_cast<std::size_t>(itemAt(row))] = row;
+        elementAt(rows_, itemAt(row)) = row;
     QModelIndexList to;
     for (qsizetype at = 0; at < from.size(); ++at)
         to += index(rowOf(items[at]), from[at].column());
@@ -178,7 +176,7 @@ int ListModel::rowCount(const QModelIndex& parent) const {
 }
 
 int ListModel::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(captions_.size());
+    return parent.isValid() ? 0 : countOf(captions_);
 }
 
 QVariant ListModel::data(const QModelIndex& index, int role) const {

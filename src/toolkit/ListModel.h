@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <vector>
 
+#include "platform/index.h"
 #include "toolkit/RowTexts.h"
 
 /// The flat model behind a list in report view: rows with a key, one text per column and one colour. What a
@@ -36,9 +37,9 @@ class ListModel final : public QAbstractTableModel {
     int add(QStringView key, QStringView text);
     /// @return the item with the key. @throws RuntimeError 35601 when there is none.
     int find(QStringView key) const;
-    /// The item in a row of the list's present order, and the row of an item.
-    int itemAt(int row) const { return order_[static_cast<std::size_t>(row)]; }
-    int rowOf(int item) const { return rows_[static_cast<std::size_t>(item)]; }
+    /// The item at a row of the current order, and the row of an item.
+    int itemAt(int row) const { return elementAt(order_, row); }
+    int rowOf(int item) const { return elementAt(rows_, item); }
 
     QString key(int item) const { return texts_.key(item).toString(); }
     /// Valid until the next change.
@@ -46,7 +47,7 @@ class ListModel final : public QAbstractTableModel {
     QString text(int item, int column) const { return textView(item, column).toString(); }
     /// Setting what a cell holds already tells the views nothing, as does setColour.
     void setText(int item, int column, QStringView text);
-    Colour colour(int item) const { return colours_[static_cast<std::size_t>(item)]; }
+    Colour colour(int item) const { return elementAt(colours_, item); }
     void setColour(int item, Colour colour);
     /// One colour for all rows, with one signal.
     void setColourOfAll(Colour colour);

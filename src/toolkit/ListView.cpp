@@ -8,6 +8,7 @@
 #include <QToolTip>
 
 #include "platform/errors.h"
+#include "platform/index.h"
 #include "toolkit/twips.h"
 
 namespace {
@@ -70,12 +71,12 @@ void ListView::setColumns(const std::vector<ListColumn>& columns) {
     model_.setCaptions(captions);
     widths_.assign(columns.size(), {});
     for (int column = 0; column < this->columns(); ++column) {
-        setColumnWidthInTwips(column, columns[static_cast<std::size_t>(column)].width);
+        setColumnWidthInTwips(column, elementAt(columns, column).width);
     }
 }
 
 int ListView::columnWidthInTwips(int column) const {
-    const Width& width = widths_[static_cast<std::size_t>(column)];
+    const Width& width = elementAt(widths_, column);
     const int shown = columnWidth(column);
     return shown == width.pixels ? width.twips : shown * twips::perPixel;
 }
@@ -83,7 +84,7 @@ int ListView::columnWidthInTwips(int column) const {
 void ListView::setColumnWidthInTwips(int column, int width) {
     if (width < 0 || width > widestColumn) throw RuntimeError(errors::invalidPropertyValue);
     setColumnWidth(column, twips::toPixels(width));
-    widths_[static_cast<std::size_t>(column)] = {width, columnWidth(column)};
+    elementAt(widths_, column) = {width, columnWidth(column)};
 }
 
 ListItem ListView::itemAt(int row) {

@@ -3,6 +3,7 @@
 #include <QTreeView>
 #include <vector>
 
+#include "platform/index.h"
 #include "toolkit/ListModel.h"
 #include "toolkit/rowKey.h"
 
@@ -49,8 +50,8 @@ class ListView final : public QTreeView {
     explicit ListView(QWidget* parent = nullptr);
 
     void setColumns(const std::vector<ListColumn>& columns);
-    int columns() const { return static_cast<int>(widths_.size()); }
-    /// Width of a column, from 0, in twips; as it was set, unless the user has dragged it since.
+    int columns() const { return countOf(widths_); }
+    /// Width of a column, from 0, in twips: exactly as set, unless the user has resized it.
     int columnWidthInTwips(int column) const;
     /// @throws RuntimeError 380 for a negative width and for one above 245745.
     void setColumnWidthInTwips(int column, int width);

@@ -35,7 +35,7 @@ void RowTexts::reset(int cells) {
 RowTexts::Place RowTexts::store(QStringView text) {
     if (text.isEmpty()) return {};
     const std::size_t begin = texts_.size();
-    const auto length = static_cast<std::size_t>(text.size());
+    const std::size_t length = toSize(text.size());
     if (begin + length > std::numeric_limits<quint32>::max()) throw RuntimeError(errors::outOfMemory);
     texts_.append(text.utf16(), length);
     return {static_cast<quint32>(begin), static_cast<quint32>(text.size())};
@@ -58,12 +58,12 @@ void RowTexts::grow() {
 }
 
 bool RowTexts::add(QStringView key) {
-    if (2 * (rows_ + 1) > buckets_.size()) grow();
+    if (2 * toSize(rows_ + 1) > buckets_.size()) grow();
     int& free = buckets_[bucket(key)];
     if (free != none) return false;
     const Place place = store(key);
     free = count();
-    places_.resize(places_.size() + static_cast<std::size_t>(width_));
+    places_.resize(places_.size() + toSize(width_));
     places_[index(count(), 0)] = place;
     ++rows_;
     return true;

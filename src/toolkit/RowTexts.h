@@ -4,15 +4,17 @@
 #include <string>
 #include <vector>
 
-/// The texts of a long list, kept in one piece of memory: rows of equally many cells and a key each. Filling
-/// it costs no allocation per cell and emptying it none per row, which is most of what a list of separate
-/// strings costs. Rows are counted from 0 and found by their keys.
+#include "platform/index.h"
+
+/// The texts of a long list in one buffer: rows of equally many cells, each with a key. Unlike a list of
+/// separate strings it needs no allocation per cell, which dominates the cost of filling and clearing. Rows
+/// are counted from 0 and found by key.
 class RowTexts final {
  public:
     /// Takes everything away; rows have `cells` cells from now on.
     void reset(int cells);
 
-    int count() const noexcept { return static_cast<int>(rows_); }
+    int count() const noexcept { return rows_; }
 
     /// Adds a row of empty cells. @return false, changing nothing, when the key is taken.
     bool add(QStringView key);
@@ -33,10 +35,7 @@ class RowTexts final {
     static constexpr int none = -1;
 
     const Place& at(int row, int place) const { return places_[index(row, place)]; }
-    std::size_t index(int row, int place) const {
-        return static_cast<std::size_t>(row) * static_cast<std::size_t>(width_) +
-               static_cast<std::size_t>(place);
-    }
+    std::size_t index(int row, int place) const { return toSize(row) * toSize(width_) + toSize(place); }
     QStringView text(const Place& place) const {
         return {texts_.data() + place.begin, static_cast<qsizetype>(place.length)};
     }
@@ -44,9 +43,9 @@ class RowTexts final {
     std::size_t bucket(QStringView key) const;
     void grow();
 
-    int width_ = 1;  // cells, and the key in front of them
-    std::size_t rows_ = 0;
-    std::u16string texts_;       // a cell that grew leaves its former text behind until the next reset
+    int width_ = 1;  // the key and the cells
+    int rows_ = 0;
+    std::u16string texts_;       // a grown cell leaves its old text behind until reset
     std::vector<Place> places_;  // width_ for each row
     std::vector<int> buckets_;   // rows by the hash of their keys, half of them free; a power of two
 };

@@ -27,7 +27,8 @@ void StatusBar::addPanel(Kind kind, int width) {
     }
     auto* label = new QLabel(this);
     label->setObjectName(u"%1Panel_%2"_s.arg(objectName()).arg(panels_.size() + 1));
-    label->setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
+    label->setFrameShape(QFrame::StyledPanel);
+    label->setFrameShadow(QFrame::Sunken);
     label->setTextFormat(Qt::PlainText);
     label->setMinimumWidth(twips::toPixels(width));
     if (kind != Kind::text) label->setAlignment(Qt::AlignCenter);

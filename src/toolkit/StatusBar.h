@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <vector>
 
+#include "platform/index.h"
 #include "toolkit/LockKeys.h"
 
 /// A status bar of panels, counted from 1. A panel is at least as wide as it was made and grows with its
@@ -30,7 +31,7 @@ class StatusBar final : public QStatusBar {
         QLabel* label;
     };
 
-    QLabel& label(int panel) const { return *panels_[static_cast<std::size_t>(panel) - 1].label; }
+    QLabel& label(int panel) const { return *elementAt(panels_, panel - 1).label; }
     void showClock();
     void showLocks();
 

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <memory>
 
+#include "platform/index.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -58,7 +60,7 @@ void textBox::limit(QPlainTextEdit& box, int characters) {
                      });
     QObject::connect(&box, &QPlainTextEdit::textChanged, &box, [&box, entered, characters] {
         if (box.property(beingFilled).toBool()) return;
-        const auto excess = static_cast<int>(text(box).size()) - characters;
+        const int excess = countOf(text(box)) - characters;
         if (excess > 0) dropEnd(box, entered->position, entered->position + entered->length, excess);
     });
 }
