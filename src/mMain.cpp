@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Only the name is looked at: whatever is called a "ddb" passes here, and opening it tells the rest.
+/// Checks for an existing file with "ddb" in its name; whether it is a catalogue shows when it is opened.
 bool catalogueFileStands() {
     const QString name = text::lowerCase(text::trim(paths::Dir(ActDBPath)));
     return text::inStr(name, u"ddb") > 0;

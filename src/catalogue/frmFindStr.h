@@ -7,7 +7,7 @@ namespace Ui {
 class frmFindStr;
 }
 
-/// Asks for a search term. Its caption is the caller's.
+/// Asks for a search term. The caller sets the caption.
 class frmFindStr final : public QDialog {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(frmFindStr)
@@ -16,7 +16,7 @@ class frmFindStr final : public QDialog {
     explicit frmFindStr(QWidget* parent = nullptr);
     ~frmFindStr() override;
 
-    /// The term; empty unless the window was left by its button.
+    /// The term; empty unless the button was pressed.
     QString HledanyText;
 
  private:

@@ -43,7 +43,7 @@ QString byCatalogueNumber() {
     return u"KatCisl"_s;
 }
 
-/// A button whose face does one thing and whose arrow opens a menu of related ones.
+/// Adds a button with a default action and a drop-down menu of related ones.
 void addMenuButton(QToolBar* bar, QAction* before, QAction* face, const QList<QAction*>& entries) {
     auto* button = new QToolButton(bar);
     button->setObjectName(face->objectName() + u"Button"_s);
@@ -70,7 +70,7 @@ frmMaster::frmMaster(Sites sites, QWidget* parent)
     buildStatusBar();
     buildToolBars();
     connectCommands();
-    // The given height is that of the area below the menu.
+    // The height excludes the menu bar.
     setGeometry(twips::toPixels(left), twips::toPixels(top), twips::toPixels(clientWidth),
                 twips::toPixels(clientHeight) + ui_->menuBar->sizeHint().height());
     ui_->centralWidget->installEventFilter(this);
@@ -158,8 +158,8 @@ void frmMaster::connectCommands() {
     connect(ui_->smnuHelp_2, &QAction::triggered, this, &frmMaster::findNewVersion);
     connect(ui_->smnuHelp_4, &QAction::triggered, this, [this] { frmAbout(this).exec(); });
     connect(ui_->smnuDB_5, &QAction::triggered, this, &QWidget::close);
-    // The two entries of "Zálohovat" do nothing: what is done with the files is done from outside, where both
-    // can be copied at any moment that the program waits.
+    // The two entries of "Zálohovat" do nothing: backups are made outside the program, where both files can
+    // be copied whenever it is idle.
 }
 
 void frmMaster::enableCommands() {
@@ -210,7 +210,7 @@ bool frmMaster::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void frmMaster::placeList() {
-    // The central widget is what tool bars and status bar leave of the window.
+    // The central widget is the window without tool bars and status bar.
     const QSize inner = ui_->centralWidget->size();
     const int width = inner.width() - twips::toPixels(listSides);
     const int height = inner.height() - lvwList_->y() - twips::toPixels(listBottom);

@@ -19,49 +19,49 @@ namespace ado {
 class Recordset;
 }
 
-/// The main window: the list of all films and every command on it. It edits nothing itself; it hands the key
-/// of a film to another window and brings the list up to date afterwards.
+/// The main window: the list of all films and the commands on it. It edits nothing itself; it passes the key
+/// of a film to another window and updates the list afterwards.
 class frmMaster final : public QMainWindow {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(frmMaster)
 
  public:
-    /// Sets the caption, fills the list by Czech title and gives the columns their stored widths.
-    /// @param sites the web sites that its windows ask.
+    /// Fills the list by Czech title and restores the column widths.
+    /// @param sites for the windows opened from here.
     explicit frmMaster(Sites sites, QWidget* parent = nullptr);
     ~frmMaster() override;
 
-    /// Fills the list anew with all films in the order of a column of `tDVD`, paints those on loan and counts
-    /// both. A failure is told in a box once; the rows read so far stay.
+    /// Refills the list with all films ordered by a column of `tDVD`, colours those on loan and shows both
+    /// counts. The first failure ends the fill and is shown in a box; rows read so far stay.
     void NactiSeznam(const QString& sortColumn);
 
-    /// Brings the row of one film up to date, or adds it at the end, and paints all films on loan anew. Panel
-    /// 5 keeps its count. Failures are skipped.
+    /// Updates the row of one film, or adds one at the end, and colours all films on loan again. Panel 5
+    /// keeps its count. Failures are skipped.
     void ObnovZaznam(qint32 id);
 
-    /// Runs the film editor for one film, 0 for a new one, and brings its row up to date when it was saved.
+    /// Opens the film editor for one film, 0 for a new one, and updates its row if it was saved.
     void OtevritPridatZaznam(qint32 id);
 
-    /// Returns the selected film when its row tells a customer, after asking; else opens a dialog to lend it
-    /// and brings its row up to date once that is answered.
+    /// Returns the selected film, after asking, if its row shows a customer; else opens a dialog to lend it
+    /// and updates its row once that is answered.
     void PujcitVratit();
     /// Closes the first open loan of a film. Failures are skipped.
     void vratitFilm(qint32 id);
-    /// Asks, then deletes a film and fills the list anew by Czech title. Its loans and pictures stay.
+    /// Asks, then deletes a film and refills the list by Czech title. Its loans and pictures stay.
     void SmazatZaznam(qint32 id);
 
-    /// Selects the first row that holds a term: mode "CZ" in the Czech title, "PUV" in the loan date, "KAT"
-    /// in the number. A box tells when there is none.
+    /// Selects the first row that contains a term: mode "CZ" in the Czech title, "PUV" in the loan date,
+    /// "KAT" in the number. A box says when there is none.
     void NajdiText(const QString& mode, const QString& term);
 
-    /// Paints every row black, also those on loan.
+    /// Colours every row black, including those on loan.
     void Recolor();
 
-    /// Gives the columns the widths stored under `ColSie`. A damaged text is told in a box; the columns
-    /// before the damage have their new widths then.
+    /// Restores the column widths from the setting `ColSie`. The first invalid width is reported in a box and
+    /// ends the routine.
     void SetColSizeStr();
 
-    /// The widths of all columns in twips, each followed by "|".
+    /// Widths of all columns in twips, each followed by "|".
     QString GetColSizeStr() const;
 
  protected:
@@ -74,19 +74,19 @@ class frmMaster final : public QMainWindow {
     void buildToolBars();
     void connectCommands();
 
-    /// Paints the films of the open loans and counts them. Failures are skipped; one ends the walk.
+    /// Colours the films of the open loans and shows their count. The first failure ends the loop silently.
     void paintLoans(ado::Recordset& loans);
     /// Opens a dialog to lend a film.
     void lend(qint32 id, const QString& title);
-    /// Asks for a newer version and offers it; a box tells when there is none, or no answer.
+    /// Offers a newer version; a box says when there is none or no answer.
     void findNewVersion();
-    /// Opens the search for covers on a title.
+    /// Opens the cover search with a title as its term.
     void findCover(const QString& title);
-    /// Asks for a term and looks for it.
+    /// Asks for a term and searches for it; see NajdiText.
     void najit(const QString& mode, const QString& caption);
     void sortByColumn(int column);
     void placeList();
-    /// Enables the commands that need a selected row while there is one.
+    /// Enables the commands on the selected row if there is one.
     void enableCommands();
     /// Key of the selected film. @throws RuntimeError 91 when none is selected.
     qint32 selectedFilm() const;
@@ -99,5 +99,5 @@ class frmMaster final : public QMainWindow {
     QPointer<frmZanry> frmZanry_;
     QPointer<frmOddeleniList> frmOddeleniList_;
     QPointer<frmKlienti> frmKlienti_;
-    std::shared_ptr<SharedUser> user_;  // also of the windows opened here, which can outlive this one
+    std::shared_ptr<SharedUser> user_;  // shared with owned windows, which can outlive this one
 };

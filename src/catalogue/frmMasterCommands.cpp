@@ -1,4 +1,4 @@
-// What the main window's commands do to films and loans, and how the list is searched and sorted.
+// The main window's commands on films and loans, searching and sorting.
 
 #include "catalogue/frmFindStr.h"
 #include "catalogue/frmMaster.h"
@@ -20,7 +20,7 @@ namespace {
 constexpr int numberColumn = 0;
 constexpr int loanDateColumn = 4;
 
-/// Deletes a film; failures are skipped. Its loans and pictures stay, and no join finds them any more.
+/// Deletes a film; failures are skipped. Its loans and pictures stay, but no join returns them any more.
 void deleteFilm(qint32 id) {
     const CatalogueQuery film(u"SELECT * FROM tDVD WHERE DVDID="_s + QString::number(id) + u';',
                               CatalogueQuery::Failures::skipped);
@@ -56,7 +56,7 @@ void frmMaster::PujcitVratit() {
         lend(id, film.subItem(1));
         return;
     }
-    // The opening quote of this question is never closed.
+    // The quote in this question is never closed.
     const BoxAnswer answer = MsgBox(u"Opravdu vrátit film : \" "_s + film.subItem(1) + u" ?"_s,
                                     boxStyle::question | boxStyle::yesNo, u"Ověření"_s);
     if (answer != BoxAnswer::yes) return;
@@ -93,7 +93,7 @@ void frmMaster::SmazatZaznam(qint32 id) {
 void frmMaster::najit(const QString& mode, const QString& caption) {
     frmFindStr prompt(this);
     prompt.setWindowTitle(caption);
-    // A prompt left without its button gives an empty term, which is looked for like any other.
+    // A cancelled prompt gives an empty term, which is searched for like any other.
     prompt.exec();
     NajdiText(mode, prompt.HledanyText);
 }

@@ -1,4 +1,4 @@
-// How the main window's list is filled from the database and kept up to date.
+// Filling the main window's list from the database and updating it.
 
 #include "catalogue/frmMaster.h"
 #include "core/CatalogueQuery.h"
@@ -19,7 +19,7 @@ constexpr quint32 green = 91137;  // RGB 1, 100, 1: on loan
 constexpr int countPanel = 5;
 constexpr int loansPanel = 6;
 
-/// The columns that a row of the list is made of. Looked up once for all rows.
+/// The columns shown in a list row, looked up once for all rows.
 struct FilmFields {
     explicit FilmFields(const ado::Recordset& films)
         : id(films.Fields(u"DVDID")),
@@ -37,7 +37,7 @@ struct FilmFields {
     ado::Field jazyk;
 };
 
-/// Adds the row of the current film, unless it has no number.
+/// Adds a row for the current film, unless its number is Null.
 void fillRow(ListView& list, const FilmFields& film) {
     std::optional<ListItem> row;
     skipFailure([&] {
@@ -45,14 +45,14 @@ void fillRow(ListView& list, const FilmFields& film) {
         if (!katCisl.isNull())
             row = list.add(rowKey('K', film.id.Value().toLong()), NullNaText(std::move(katCisl)));
     });
-    if (!row) return;  // not to be listed; or not readable, and then neither is the rest
+    if (!row) return;  // not to be listed, or not readable at all
     skipFailure([&] { row->setSubItem(1, NullNaText(film.czJm.Value())); });
     skipFailure([&] { row->setSubItem(2, NullNaText(film.zanr.Value())); });
     skipFailure([&] { row->setSubItem(5, NullNaText(film.puvJm.Value())); });
     skipFailure([&] { row->setSubItem(6, JazykText(film.jazyk.Value().toLong())); });
 }
 
-/// Adds the row of the current film, or brings the one it has up to date.
+/// Adds or updates the row of the current film.
 void renewRow(ListView& list, const FilmFields& film) {
     std::optional<ListItem> row;
     skipFailure(

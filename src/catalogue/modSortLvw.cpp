@@ -38,7 +38,7 @@ int columnOf(FindMode mode) {
     switch (mode) {
         case FindMode::czechTitle:
             return 1;
-        // The search called "v původním názvu" looks at the date of the loan.
+        // The search "v původním názvu" looks in the loan date.
         case FindMode::loanDate:
             return 4;
         case FindMode::number:
@@ -71,7 +71,7 @@ double sortDate(QStringView cell) {
 }
 
 void LvwTrid(ListView& list, SortType type) {
-    // Lambdas, so that a comparison costs no call.
+    // Lambdas rather than function pointers, so that comparisons are inlined.
     if (type == SortType::number) {
         sortBy(list, sortNumber,
                [](double a, double b, Qt::SortOrder order) { return PorovnejCisla(a, b, order); });
@@ -96,7 +96,7 @@ int findRow(const ListView& list, FindMode mode, const QString& term) {
     const int column = columnOf(mode);
     for (int row = 0; row < list.count(); ++row) {
         const QStringView cell = list.cell(row, column);
-        // An empty text holds nothing, not even an empty one.
+        // Nothing is found in an empty text, not even an empty term.
         if (!cell.isEmpty() && text::inStr(text::trim(text::upperCase(cell)), wanted) > 0) return row;
     }
     return -1;

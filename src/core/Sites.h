@@ -2,14 +2,14 @@
 
 #include <QString>
 
-/// Root addresses of the web sites that the program asks: scheme and host, with no slash behind them.
+/// Root addresses of the web sites that the program queries: scheme and host, no trailing slash.
 struct Sites {
     QString filmDb = {};   ///< the film database
     QString filmDb2 = {};  ///< the second film database, asked for original titles
     QString shop = {};     ///< the disc shop
     QString cover = {};    ///< the cover archive
-    QString update = {};   ///< where new versions of the program are
+    QString update = {};   ///< the host of new versions
 
-    /// Those that the program was built with.
+    /// The addresses compiled into the program.
     static Sites compiledIn();
 };

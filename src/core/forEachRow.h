@@ -2,8 +2,8 @@
 
 #include "core/CatalogueQuery.h"
 
-/// Opens the catalogue on a query, hands each of its rows to `take`, and closes it. A row or a whole query
-/// that fails is skipped; the first row that cannot be moved on from is the last one.
+/// Runs a query on the catalogue and calls `take` for each of its rows. A failing row or query is skipped; a
+/// failing move to the next row ends the loop.
 template <typename Take>
 void forEachRow(const QString& sql, Take&& take) {
     const CatalogueQuery rows(sql, CatalogueQuery::Failures::skipped);

@@ -2,5 +2,5 @@
 
 #include <QString>
 
-/// Shows an application error and the place where it arose. The program goes on.
+/// Shows an application error and where it occurred. The program continues.
 void ChybaAplikace(const QString& text, const QString& where);

@@ -5,12 +5,12 @@
 
 #include "platform/ado.h"
 
-/// The shared database access. Every operation on the catalogue is OpenDB, OpenRS, work through a copy of
-/// `RsDB`, that copy dropped, CloseRS, CloseDB; nothing stays open between two operations.
+/// Shared database access. An operation on the catalogue is OpenDB, OpenRS, work through a copy of `RsDB`,
+/// CloseRS, CloseDB, as CatalogueQuery does it; nothing stays open between operations.
 
 /// Path of the catalogue file, set once at start.
 extern QString ActDBPath;
-/// The connection string that OpenDB built last.
+/// Connection string built by the last OpenDB.
 extern QString ConnStr;
 /// The one connection; null outside an operation.
 extern std::shared_ptr<ado::Connection> ConnDB;
@@ -34,8 +34,8 @@ class OpenedCount final {
     std::weak_ptr<ado::Recordset> opened_;
 };
 
-/// Makes the shared connection and recordset anew and opens the catalogue, after taking NUL characters out of
-/// ActDBPath. A failure that is still pending in `Err` is shown in a box afterwards.
+/// Creates the shared connection and recordset and opens the catalogue; NUL characters are removed from
+/// ActDBPath first. A failure still pending in `Err` is shown in a box afterwards.
 /// @throws RuntimeError when the catalogue cannot be opened.
 void OpenDB();
 
@@ -48,7 +48,7 @@ OpenedCount OpenRS(const QString& sql, bool addNew);
 /// @throws RuntimeError 91 when there is none, 3704 when it is not open.
 void CloseRS();
 
-/// Closes the shared connection, skipping any failure, and drops connection and recordset.
+/// Closes the shared connection, skipping any failure, and resets connection and recordset to null.
 void CloseDB();
 
 /// "" for Null, else the value as text.

@@ -3,13 +3,13 @@
 #include <QObject>
 #include <QString>
 
-/// Asks for the file of a cover, starting in the folder that the setting `Covers` remembers.
+/// Lets the user choose a cover file, starting in the folder stored in the setting `Covers`.
 /// @param form the window that owns the dialog.
-/// @return the path with the target's separators; "" when cancelled.
+/// @return the path with native separators; "" when cancelled.
 QString OtevritObal(QObject* form);
 
-/// Asks for the file of a preview, starting in the folder that the setting `Nahled` remembers.
+/// The same for a preview, with the setting `Nahled`.
 QString OtevritNahled(QObject* form);
 
-/// Asks where to save a picture. A name without an ending gets "jpg".
+/// Lets the user choose where to save a picture. A name without a suffix gets "jpg".
 QString UlozitObrazek(QObject* form);

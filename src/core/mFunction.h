@@ -5,13 +5,13 @@
 
 #include "platform/DbValue.h"
 
-/// Writes one setting of the program to the user's store.
+/// Stores one setting of the program for the current user.
 void UlozNastaveni(const QString& key, const QString& value);
 
 /// Reads one setting of the program; `defaultValue` when it is absent.
 QString CtiNastaveni(const QString& key, const QString& defaultValue);
 
-/// The word for the number in `tDVD.Jazyk`: 0 "Česky", 1 "CZ Titulky", any other "Neuvedeno".
+/// Text for a value of `tDVD.Jazyk`: 0 "Česky", 1 "CZ Titulky", any other "Neuvedeno".
 QString JazykText(qint32 jazyk);
 
 /// Index of the first entry of a list or combo box whose item data (Qt::UserRole) equals `value`;

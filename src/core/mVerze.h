@@ -9,7 +9,7 @@ inline constexpr int major = KALVERA_VERSION_MAJOR;
 inline constexpr int minor = KALVERA_VERSION_MINOR;
 inline constexpr int revision = KALVERA_VERSION_REVISION;
 
-/// The three numbers joined by points, as in "1.0.23".
+/// The version as text, such as "1.0.23".
 QString text();
 
 }  // namespace verze

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// Downloads `url` to the local file `path`; the rules are those of platform/download.h. On failure a file
-/// that is there already is left as it was.
+/// Downloads `url` to the local file `path` by the rules of platform/download.h. On failure an existing file
+/// is left unchanged.
 /// @return true on success.
 bool StahniSoubor(const QString& url, const QString& path);

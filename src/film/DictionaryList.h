@@ -11,7 +11,7 @@ class DictionaryList;
 }
 class DictionaryRecord;
 
-/// What the list window of a dictionary shows and where its rows come from.
+/// Captions and query of a dictionary's list window.
 struct DictionaryListSource {
     QString caption;
     QString sql;
@@ -21,8 +21,8 @@ struct DictionaryListSource {
     QString editTip{};  ///< tool tip of the button for editing
 };
 
-/// The window with all records of a dictionary, from which they are added and renamed. No routine
-/// handles a failure of the database.
+/// Lists all records of a dictionary and lets the user add and rename them. Database failures are not handled
+/// anywhere in it.
 class DictionaryList : public QDialog {
     Q_OBJECT
     Q_DISABLE_COPY(DictionaryList)
@@ -30,24 +30,24 @@ class DictionaryList : public QDialog {
  public:
     ~DictionaryList() override;
 
-    /// Fills the list anew, in the order of the database. The first row is the selected one then.
+    /// Refills the list in database order and selects the first row.
     /// @throws RuntimeError 94 when a name is Null, database failures.
     void Refresh_List();
 
  protected:
-    /// Leaves the list empty: a class of this kind fills it at the end of its own constructor.
+    /// Leaves the list empty; derived classes fill it at the end of their own constructor.
     DictionaryList(DictionaryListSource source, QWidget* parent);
 
-    /// The record window of this dictionary, hidden.
+    /// Creates the record window of this dictionary, hidden.
     virtual std::unique_ptr<DictionaryRecord> makeRecord() = 0;
-    /// Lets the user edit the selected record and brings the list up to date.
+    /// Lets the user edit the selected record and refills the list.
     virtual void editRecord() = 0;
-    /// Gives a row that has been filled its colour; `records` stands on its record.
+    /// Colours a filled row; `records` is positioned on its record.
     virtual void paint(const ListItem& row, const ado::Recordset& records);
-    /// Whether the edit button is to be enabled after a fill of so many records.
+    /// Whether the edit button is enabled for a list of that many records.
     virtual bool canEdit(qint32 recordCount) const;
 
-    /// Loads the record window and shows the selected record in it until the user has done with it.
+    /// Loads the record window and runs it modally on the selected record.
     /// @return false, with nothing shown, when no row is selected.
     bool editSelected();
     void unloadRecord();

@@ -14,7 +14,7 @@ constexpr qsizetype shortestName = 3;
 void paintField(QWidget& field, const QColor& back) {
     QPalette palette = field.palette();
     palette.setColor(QPalette::Base, back);
-    // On a dark desktop the text would be as light as the field is now.
+    // With a dark desktop theme the text would be light on a light field.
     palette.setColor(QPalette::Text, Qt::black);
     field.setPalette(palette);
 }

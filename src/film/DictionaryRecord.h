@@ -7,16 +7,15 @@ namespace Ui {
 class DictionaryRecord;
 }
 
-/// What the record window of a dictionary shows and where its record is.
+/// Caption and queries of a dictionary's record window.
 struct DictionaryRecordSource {
     QString caption;
     QString nameColumn;
-    QString loadSql;  ///< up to the record's id
-    QString saveSql;  ///< up to the record's id
+    QString loadSql;  ///< the record's id is appended
+    QString saveSql;  ///< the record's id is appended
 };
 
-/// The window for one record of a dictionary: its name, to be saved or left as it was. No routine
-/// handles a failure of the database.
+/// Edits the name of one dictionary record. Database failures are not handled anywhere in it.
 class DictionaryRecord : public QDialog {
     Q_OBJECT
     Q_DISABLE_COPY(DictionaryRecord)
@@ -32,7 +31,7 @@ class DictionaryRecord : public QDialog {
     /// @throws RuntimeError 94 when the name is Null, 3021 when there is no such record, database failures.
     void ReadData();
 
-    /// Whether the name has at least 3 characters without the blanks around it. The field turns white then,
+    /// Whether the name has at least 3 characters without surrounding blanks. Colours the field white if so,
     /// else pink.
     bool Kontrola();
 

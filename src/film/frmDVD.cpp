@@ -40,8 +40,7 @@ void fillFrom(const QString& sql, const QString& routine, AddRow&& addRow) {
     }
 }
 
-/// Folder of a chosen file, with the separator at its end. The last three characters, those of a file's
-/// ending, are not looked at.
+/// Folder of a file, with trailing separator. The last three characters, the file's suffix, are not searched.
 QString folderOf(const QString& path) {
     constexpr qsizetype ending = 3;
     for (qsizetype at = path.size() - ending; at >= 1; --at) {
@@ -63,7 +62,7 @@ frmDVD::frmDVD(Sites sites, QWidget* parent)
     ui_->picZanr->hide();
     paintGenrePanel();
     ui_->cboOddel->setCompleter(nullptr);
-    // Typing chooses nothing, not even the name of an entry.
+    // Typing never selects an entry, not even by its exact name.
     disconnect(ui_->cboOddel->lineEdit(), &QLineEdit::editingFinished, ui_->cboOddel, nullptr);
     disconnect(ui_->cboOddel->lineEdit(), &QLineEdit::returnPressed, ui_->cboOddel, nullptr);
     connect(ui_->cboOddel, &QComboBox::editTextChanged, this,
@@ -90,7 +89,7 @@ void frmDVD::paintGenrePanel() {
     QPalette palette = ui_->picZanr->palette();
     palette.setColor(QPalette::Window, panelColour);
     palette.setColor(QPalette::Text, Qt::black);
-    // The boxes keep their own white, in which they can be seen.
+    // Check boxes stay white, to be visible on the panel.
     palette.setColor(QPalette::Base, Qt::white);
     ui_->picZanr->setPalette(palette);
     ui_->lstZanr->setPalette(palette);
@@ -130,7 +129,7 @@ void frmDVD::connectButtons() {
 
 void frmDVD::Refresh_ZanrLST() {
     ui_->lstZanr->clear();
-    // The routine names the combo box that the list once was.
+    // The name in the box dates from when the list was a combo box.
     fillFrom(u"SELECT * from tZanr"_s, u"Refresh_ZanrCBO"_s, [this](const ado::Recordset& rows) {
         const QString name = rows.Fields(u"ZNAME").Value().toText();
         auto* entry = new QListWidgetItem(name, ui_->lstZanr);
@@ -170,7 +169,7 @@ void frmDVD::keyPressEvent(QKeyEvent* event) {
     if (focusWidget() == ui_->lstZanr && enter) {
         takeGenres();
     } else if (ui_->picZanr->isVisible() && event->key() == Qt::Key_Escape) {
-        // From wherever: Esc must not take the whole film away while something lesser is open.
+        // Wherever the focus is: Esc must not close the editor while the panel is open.
         closeGenres();
     } else {
         QDialog::keyPressEvent(event);

@@ -18,20 +18,20 @@ namespace ado {
 class Recordset;
 }
 
-/// The film editor: shows and edits one row of `tDVD`. Its controls are the record. It lives for one film:
-/// made, `Inicializuj` with the key, shown modally, the two public values read, destroyed.
+/// The film editor: shows and edits one row of `tDVD`; its controls are the only state. It is used for one
+/// film: created, `Inicializuj` called with the key, run modally, the two public values read, destroyed.
 class frmDVD final : public QDialog {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(frmDVD)
 
  public:
-    /// Fills the lists of genres and departments and stands as for a new film.
+    /// Fills the lists of genres and departments and starts as for a new film.
     /// @param sites where films are looked up.
     explicit frmDVD(Sites sites, QWidget* parent = nullptr);
     ~frmDVD() override;
 
-    /// Shows the film with the key; 0 for a new one. What fails is skipped and leaves its control as it is
-    /// for a new film; a film that is not there is told in a box.
+    /// Shows the film with the key; 0 for a new one. Failures are skipped and leave their control as for a
+    /// new film; a missing film is reported in a box.
     void Inicializuj(qint32 id);
 
     void Refresh_ZanrLST();
@@ -43,7 +43,7 @@ class frmDVD final : public QDialog {
     qint32 Vysledek = 0;
 
  protected:
-    /// While the genre panel has the focus, Enter and Esc are its own.
+    /// Enter and Esc belong to the genre panel while it has the focus.
     void keyPressEvent(QKeyEvent* event) override;
 
  private:
@@ -73,7 +73,7 @@ class frmDVD final : public QDialog {
     qint32 VratJazyk() const;
     void NastavJazyk(qint32 jazyk);
 
-    /// Index of the chosen department; -1 when none is, and once anything has been typed since.
+    /// Index of the chosen department; -1 when none is chosen or text was typed since.
     int departmentIndex() const;
 
     std::unique_ptr<Ui::frmDVD> ui_;

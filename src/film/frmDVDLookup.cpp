@@ -1,4 +1,4 @@
-// Filling the film editor from the web.
+// Filling the film editor from web lookups.
 
 #include "film/frmDVD.h"
 #include "lookup/frmCSFDFind.h"
@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A box keeps what it has where the lookup brought nothing.
+/// Keeps the current text when nothing was found.
 void takeUnlessBlank(QLineEdit& box, const QString& found) {
     if (!text::trim(found).isEmpty()) box.setText(found);
 }
@@ -31,7 +31,7 @@ void frmDVD::lookUpInShop() {
         const QString term = text::trim(ui_->txtCZName->text());
         if (!term.isEmpty()) lookup->PredpripravSTR(term);
     } catch (const RuntimeError& failure) {
-        // A part of the program that is missing must not cost the film that is being entered.
+        // A missing browser plugin must not lose the film being entered.
         MsgBox(u"Vyhledávání v obchodě nelze otevřít:\n"_s + failure.description(), boxStyle::critical);
         return;
     }

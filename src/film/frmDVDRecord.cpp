@@ -1,5 +1,5 @@
-// How a row of tDVD gets into the film editor's controls and back. Every statement that touches the database
-// is skipped when it fails, and the next one runs.
+// Loading a row of tDVD into the film editor's controls and saving it. Every database statement that fails is
+// skipped.
 
 #include "core/CatalogueQuery.h"
 #include "core/mFunction.h"
@@ -44,7 +44,7 @@ std::vector<film::BoxValue> valuesOf(const std::array<QCheckBox*, Count>& boxes)
     return values;
 }
 
-/// Compares a stored picture key with 0. Null does not differ.
+/// Whether a stored picture key is set: neither Null nor 0.
 bool isKey(const DbValue& value) {
     return !value.isNull() && value.toLong() != 0;
 }
@@ -155,7 +155,7 @@ void frmDVD::store() {
             skipFailure([&] { films->AddNew(); });
         }
     }
-    // The empty row first, so that the database gives its key.
+    // Stores an empty row first, so that the database assigns its key.
     updateRow(*films);
     skipFailure([&] { ui_->txtDelka->setText(film::cleanLength(ui_->txtDelka->text())); });
     setColumns(*films);

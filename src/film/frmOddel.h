@@ -2,7 +2,7 @@
 
 #include "film/DictionaryRecord.h"
 
-/// The window for one department.
+/// Edits one department.
 class frmOddel final : public DictionaryRecord {
     Q_OBJECT
 

@@ -19,7 +19,7 @@ std::unique_ptr<DictionaryRecord> frmOddeleniList::makeRecord() {
 }
 
 void frmOddeleniList::editRecord() {
-    // Without a selected row the record window stays loaded and hidden, for the next use.
+    // Without a selected row the record window stays loaded, hidden, for the next use.
     if (!editSelected()) return;
     unloadRecord();
     Refresh_List();

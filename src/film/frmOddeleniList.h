@@ -2,7 +2,7 @@
 
 #include "film/DictionaryList.h"
 
-/// The window with all departments.
+/// Lists all departments.
 class frmOddeleniList final : public DictionaryList {
     Q_OBJECT
 

@@ -2,7 +2,7 @@
 
 #include "film/DictionaryRecord.h"
 
-/// The window for one genre. The colour of a genre is never written.
+/// Edits the name of one genre. The colour is never written.
 class frmZanr final : public DictionaryRecord {
     Q_OBJECT
 

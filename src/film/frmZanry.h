@@ -2,7 +2,7 @@
 
 #include "film/DictionaryList.h"
 
-/// The window with all genres, each in its own colour.
+/// Lists all genres, each in its own colour.
 class frmZanry final : public DictionaryList {
     Q_OBJECT
 

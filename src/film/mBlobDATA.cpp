@@ -11,13 +11,12 @@ namespace {
 
 constexpr qint64 block = 100000;
 
-/// Fills the buffer from the file as far as the file goes; what stood behind in the buffer stays.
+/// Reads into the buffer. At the end of the file the rest of the buffer is left unchanged.
 void fill(QByteArray& buffer, QFile& file) {
     if (file.read(buffer.data(), buffer.size()) < 0) throw RuntimeError(errors::pathAccess);
 }
 
-/// Writes a piece of a picture. One that is shorter than it should be belongs to a row whose data have been
-/// lost.
+/// Writes a chunk of a picture. A chunk that is too short means that the row's data are damaged.
 void write(QFile& file, const QByteArray& chunk, qint64 length) {
     if (chunk.size() != length) throw RuntimeError(errors::invalidPicture);
     if (file.write(chunk) != length) throw RuntimeError(errors::diskFull);
@@ -31,7 +30,7 @@ void writePicture(const ado::Recordset& rs, QFile& file, QStringView dataColumn,
     if (!file.flush()) throw RuntimeError(errors::diskFull);
 }
 
-/// Writes the picture of the current row to `path`, in place of what stands there.
+/// Writes the picture of the current row to `path`, replacing an existing file.
 void takeOut(const ado::Recordset& rs, const QString& path, QStringView dataColumn, QStringView sizeColumn) {
     if (QFile::exists(path) && !QFile::remove(path)) throw RuntimeError(errors::pathAccess);
     const DbValue size = rs.Fields(sizeColumn).Value();
@@ -43,7 +42,7 @@ void takeOut(const ado::Recordset& rs, const QString& path, QStringView dataColu
     try {
         writePicture(rs, file, dataColumn, length);
     } catch (const RuntimeError&) {
-        // Half a picture would be taken for a whole one, and stored as such with the film.
+        // A partial file would be stored as the picture when the film is saved.
         file.remove();
         throw;
     }

@@ -46,7 +46,7 @@ QString typeOf(const ado::Recordset& rows) {
     return rows.Fields(u"PicTyp").Value().toText();
 }
 
-/// Tells a pending failure and leaves it pending, so that one failure is told at each check that follows.
+/// Shows a pending failure and leaves it pending, so that each following check shows it again.
 void check() {
     if (Err.pending()) MsgBox(Err.Description());
 }
@@ -63,7 +63,7 @@ QString show(qint32 id, Group group) {
         skipFailure([&] { blob::BlobDoSouboru(rows, {}, data, size, text::lowerCase(typeOf(rows)), group); });
     const QString name = group == Group::cover ? u"\\data\\obal."_s : u"\\data\\nahled."_s;
     skipFailure([&] { caption = paths::inProgramFolder(name + typeOf(rows)); });
-    // What could not be replaced is the picture of another film, and must not become this one's.
+    // A file that could not be replaced is another film's picture and must not become this one's.
     if (!out && QFile::exists(paths::ignoringCase(caption))) caption.clear();
     return caption;
 }

@@ -39,7 +39,7 @@ coverPage::Cover coverPage::ZiskejData(const QString& option) {
     }
     label.remove(u"[AV]"_s).remove(u"[SE]"_s);
     const QStringView blank = u"&nbsp";
-    // A label may lack the blank; the cover is to be had all the same.
+    // A label may lack the separator; the cover is offered all the same.
     if (label.contains(blank)) cover.czechTitle = text::trim(before(label, blank));
     cover.originalTitle = text::trim(behind(label, blank));
     if (cover.originalTitle.startsWith(u'(')) cover.originalTitle.remove(0, 1);

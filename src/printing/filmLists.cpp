@@ -54,7 +54,7 @@ void filmLists::print(const QString& sql, Kind kind, const std::function<void()>
     };
     forEachRow(sql, [&](const ado::Recordset& film) {
         ++number;
-        // Skipped here, so that the events of a film that is left out are seen to as well.
+        // Skipped here, so that events are processed after a film that is left out, too.
         skipFailure([&] { kind == Kind::detailed ? addBlock(film) : addRow(fields(film), number); });
         yield();
     });

@@ -3,18 +3,18 @@
 #include <QString>
 #include <functional>
 
-/// Printed film lists. A list is written to `\data\test.htm` and handed to the desktop, which shows it in
-/// whatever the user reads such files with.
+/// Printed film lists. A list is written to `\data\test.htm` and opened with the desktop's default
+/// application.
 namespace filmLists {
 
-/// `simple` has a row for each film, `detailed` a block with the preview.
+/// `simple` has one row per film, `detailed` a block with the preview.
 enum class Kind { simple, detailed };
 
-/// Makes the list of all films in the order of a SELECT on `tDVD`, in place of the one before, and opens it.
-/// Whatever fails is skipped: a film with Null in a printed column is not in the list, and when the file
-/// cannot be written whole the former list stays.
-/// @param yield is called after each film, and may make another list meanwhile: that one's rows are then in
-///        this one too.
+/// Creates and opens the list of all films in the order of a SELECT on `tDVD`, replacing the previous one.
+/// Failures are skipped: a film with Null in a printed column is left out, and if the file cannot be written
+/// the previous list stays.
+/// @param yield called after each film. It may print another list meanwhile, whose rows then appear in this
+///              one too.
 void print(const QString& sql, Kind kind, const std::function<void()>& yield);
 
 }  // namespace filmLists

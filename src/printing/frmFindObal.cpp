@@ -62,14 +62,14 @@ void frmFindObal::keyPressEvent(QKeyEvent* event) {
     if (keys::pressFocusedButton(*this, *event)) return;
     if (keys::isEnter(*event)) {
         if (event->isAutoRepeat()) return;
-        // Looked up before anything is pressed, as that moves the focus.
+        // Read first, as a click moves the focus.
         const QWidget* const focused = focusWidget();
         if (focused == ui_->Text1) ui_->Command1->click();
         if (focused == ui_->lvwDVD) ui_->Command4->click();
         if (focused == ui_->Combo1) ui_->cmdSelectPrinterPrint->click();
         return;
     }
-    // Esc leads back from what lies on top, and out of the window only from its first page.
+    // Esc closes the topmost page first, and the window only from its first page.
     const bool escape = event->key() == Qt::Key_Escape;
     if (escape && ui_->picPrinter->isVisible()) {
         hidePrinters();
@@ -117,7 +117,7 @@ void frmFindObal::fetch() {
     if (StahniSoubor(sites_.cover + u"/support.php?DVDcover2="_s + code, coverFile())) {
         skipFailure([&] { ui_->imgNahled->loadPicture(coverFile()); });
         ui_->imgNahled->repaint();
-        // What the user pressed during the download is meant for the page that comes now.
+        // Input made during the download is kept for the page shown next.
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     } else {
         MsgBox(u"Chyba při stahování obalu"_s);
@@ -127,7 +127,7 @@ void frmFindObal::fetch() {
 }
 
 void frmFindObal::showPreview(bool shown) {
-    // What lies below must not be reached by keyboard either.
+    // Covered controls must not be reachable by keyboard.
     ui_->picHledani->setVisible(!shown);
     ui_->picNahled->setVisible(shown);
     ui_->picPrinter->hide();

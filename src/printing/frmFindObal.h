@@ -9,8 +9,8 @@ namespace Ui {
 class frmFindObal;
 }
 
-/// Finds disc covers in the cover archive, shows one, saves it as a file or prints it in full size. It
-/// neither reads nor writes the catalogue.
+/// Finds disc covers in the cover archive, shows one, saves it as a file or prints it in full size. It does
+/// not use the catalogue.
 class frmFindObal final : public QDialog {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(frmFindObal)
@@ -19,13 +19,13 @@ class frmFindObal final : public QDialog {
     explicit frmFindObal(const Sites& sites, QWidget* parent = nullptr);
     ~frmFindObal() override;
 
-    /// The term to look for, as the user may change it. It is not looked for yet.
+    /// Sets the search term without searching.
     void setTerm(const QString& term);
 
-    /// Fills the list with the covers that a result page of the archive names, behind those it holds. A box
-    /// tells when there is none. @throws RuntimeError 5 for a page without the list of covers.
+    /// Appends the covers of a result page of the archive to the list. A box says when there is none.
+    /// @throws RuntimeError 5 for a page without the list of covers.
     void ZpracujZaznamy(const QString& page);
-    /// Adds the cover of one option of that list. One whose code is in the list already is skipped.
+    /// Adds the cover of one option of that list. One whose code is already listed is skipped.
     /// @throws RuntimeError 5 for an option without a code.
     void ZiskejData(const QString& option);
 
@@ -33,14 +33,14 @@ class frmFindObal final : public QDialog {
     void keyPressEvent(QKeyEvent* event) override;
 
  private:
-    /// Looks for the term; a page that cannot be had leaves the list empty.
+    /// Searches for the term; a failed download leaves the list empty.
     void search();
-    /// Fetches the cover of the selected row and shows the preview page in any case.
+    /// Downloads the cover of the selected row; shows the preview page in any case.
     void fetch();
     void showPreview(bool shown);
-    /// Copies the cover fetched last to where the user wants it.
+    /// Copies the cover downloaded last to a file chosen by the user.
     void save();
-    /// Offers the printers, each time behind those offered before; without any it prints at once.
+    /// Appends the printers to the list of those offered before; without any it prints at once.
     void choosePrinter();
     void hidePrinters();
     void print();

@@ -36,7 +36,7 @@ void frmTisknout::print(const QString& sql, Kind kind) {
 }
 
 void frmTisknout::done(int result) {
-    // The catalogue is being read until then, and must not be changed in the main window meanwhile.
+    // Until then the catalogue is being read and must not be changed from the main window.
     closing_ = running_ > 0;
     if (!closing_) QDialog::done(result);
 }

@@ -9,8 +9,8 @@ namespace Ui {
 class frmTisknout;
 }
 
-/// Offers the four film lists. While one is made another one can be asked for, which is then made within it;
-/// the window closes when the outermost is done.
+/// Offers the four film lists. While one is printed another can be started, which runs nested in it; the
+/// window closes when the outermost has finished.
 class frmTisknout final : public QDialog {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(frmTisknout)

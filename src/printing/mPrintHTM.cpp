@@ -43,7 +43,7 @@ QString pictureTag(const QString& file) {
     return u"<img border=\"0\" src=\""_s + file + u"\"  width=\"60\" height=\"93\" style=\"float: left\">"_s;
 }
 
-/// Replaces "%%" number "%%" everywhere, for each of the texts in turn.
+/// Replaces every "%%" number "%%", for each of the texts in turn.
 void fill(QString& text, int firstNumber, std::initializer_list<QStringView> values) {
     std::array<QChar, 5> placeholder{u'%', u'%', QChar(u'0' + firstNumber), u'%', u'%'};
     for (const QStringView value : values) {

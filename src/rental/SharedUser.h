@@ -4,8 +4,8 @@
 
 #include "rental/frmUser.h"
 
-/// The one customer form that several windows show. It is made when it is first needed and keeps what was
-/// entered until it is unloaded.
+/// The customer form shared by several windows. It is created on first use and keeps its input until
+/// unloaded.
 class SharedUser final {
  public:
     frmUser& loaded() {

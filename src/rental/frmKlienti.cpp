@@ -37,7 +37,7 @@ const QColor titleStrip(82, 122, 190);
 const QColor focusOnStrip(255, 190, 60);
 const QColor historyBack(224, 224, 224);
 
-/// The columns that a row of the list is made of. Looked up once for all rows.
+/// The columns shown in a list row, looked up once for all rows.
 struct CustomerFields {
     explicit CustomerFields(const ado::Recordset& customers)
         : id(customers.Fields(u"USID")),
@@ -52,7 +52,7 @@ struct CustomerFields {
 };
 
 QString inOneLine(QString address) {
-    // As long as what it replaces, so nothing has to move.
+    // Both have two characters, so nothing has to move.
     constexpr QStringView lineBreak = u"\r\n";
     constexpr QStringView comma = u", ";
     for (qsizetype at = 0; (at = address.indexOf(lineBreak, at)) >= 0; at += comma.size())
@@ -75,7 +75,7 @@ frmKlienti::frmKlienti(std::shared_ptr<SharedUser> user, QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::frmKlienti>()), user_(std::move(user)) {
     ui_->setupUi(this);
     icons::place(*this);
-    // A dialog stands above its owner on every desktop; this one can be made larger and smaller, too.
+    // Dialogs stay above their owner on every desktop; this one is also resizable.
     setWindowFlags(Qt::Dialog | Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint);
     setMinimumSize(twips::toPixels(clientWidth), twips::toPixels(clientHeight));
     for (QWidget* panel : {ui_->picHistorie, ui_->picVratit, ui_->picVypujcit})
@@ -93,7 +93,7 @@ frmKlienti::~frmKlienti() = default;
 void frmKlienti::paintPanels() {
     for (QFrame* strip : {ui_->Shape1, ui_->Shape2, ui_->Shape3}) {
         paintBack(*strip, titleStrip, Qt::white);
-        // The focus is shown in the colour of selections otherwise, which is much like the strip's own.
+        // The default focus colour, that of selections, is hardly visible on the strip.
         QPalette palette = strip->palette();
         palette.setColor(QPalette::Highlight, focusOnStrip);
         strip->setPalette(palette);
@@ -118,10 +118,10 @@ void frmKlienti::buildToolBar() {
     connect(ui_->ShowUserHistory, &QAction::triggered, this, &frmKlienti::Historie_Obnovit);
     connect(ui_->keyHpujcka, &QAction::triggered, this, &frmKlienti::KVypujceni_Obnovit);
     connect(ui_->keyHVratit, &QAction::triggered, this, &frmKlienti::Vratit_Obnovit);
-    // "Informace" has nothing to do. The bar is the only way to the panels, so it takes the focus.
+    // "Informace" does nothing. The tool bar is the only way to the panels, so it must take the focus.
     for (QToolButton* button : ui_->Toolbar1->findChildren<QToolButton*>())
         button->setFocusPolicy(Qt::StrongFocus);
-    ui_->Toolbar1->layout()->setContentsMargins(0, 0, 0, 0);  // it is a low one
+    ui_->Toolbar1->layout()->setContentsMargins(0, 0, 0, 0);  // to fit the low bar
     tips::onlyOwn(*ui_->Toolbar1);
 }
 
@@ -223,7 +223,7 @@ void frmKlienti::Vratit_Obnovit() {
     const QString code = ui_->lvwUsers->selectedItem().text();
     auto films = filmsToReturn(code);
     if (!films) {
-        ui_->lstVratit->setEntries({});  // not another customer's films behind the box
+        ui_->lstVratit->setEntries({});  // another customer's films must not show behind the box
         MsgBox(u"Osobní kód \"%1\" není celé číslo, výpůjčky pod ním nelze vyhledat."_s.arg(code),
                boxStyle::information, u"Vrácení filmů"_s);
         films.emplace();
@@ -255,7 +255,7 @@ void frmKlienti::hidePanel(QWidget& panel) {
 }
 
 void frmKlienti::focusTop() {
-    // What a panel covers must not take keys meant for the panel.
+    // Covered controls must not take keys meant for the panel.
     for (QWidget* covered : QList<QWidget*>{ui_->Frame1, ui_->Frame2, ui_->lvwUsers})
         covered->setEnabled(shown_.isEmpty());
     for (QWidget* panel : shown_)
@@ -281,7 +281,7 @@ void frmKlienti::keyPressEvent(QKeyEvent* event) {
 
 void frmKlienti::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    // What the window has more than it is laid out for goes to the list, and so to the panels over it.
+    // Extra size goes to the list, and so to the panels over it.
     const int wider = width() - twips::toPixels(clientWidth);
     const int higher = height() - twips::toPixels(clientHeight);
     ui_->lvwUsers->resize(twips::toPixels(6480) + wider, twips::toPixels(3015) + higher);

@@ -11,9 +11,9 @@ namespace Ui {
 class frmKlienti;
 }
 
-/// The rental window: the list of customers, over which three panels open, to lend films to the selected
-/// customer, to take films back, and to read what has been returned. The selected customer is read anew
-/// at every use.
+/// The rental window: the list of customers and, opened over it, panels to lend films to the selected
+/// customer, to take films back, and to show what has been returned. The selected customer is read again at
+/// every use.
 class frmKlienti final : public QWidget {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(frmKlienti)
@@ -24,12 +24,11 @@ class frmKlienti final : public QWidget {
     explicit frmKlienti(std::shared_ptr<SharedUser> user, QWidget* parent = nullptr);
     ~frmKlienti() override;
 
-    /// Fills the list of customers anew, by name. The first one is selected then. What fails is skipped; a
-    /// customer without a personal code is not listed.
+    /// Refills the list of customers, by name, and selects the first. Failures are skipped; a customer
+    /// without a personal code is not listed.
     void NactiList();
 
-    /// Each fills a panel for the selected customer and shows it; without one a box tells so, and nothing is
-    /// shown.
+    /// Fill and show a panel for the selected customer. Without one a box is shown instead.
     void Historie_Obnovit();
     void KVypujceni_Obnovit();
     void Vratit_Obnovit();
@@ -53,17 +52,16 @@ class frmKlienti final : public QWidget {
     bool nameCustomer(ElidedLabel& title, const QString& heading) const;
     void showPanel(QWidget& panel);
     void hidePanel(QWidget& panel);
-    /// Gives the keyboard to what lies on top, and takes it from what is covered.
+    /// Moves the focus to the topmost panel and disables what it covers.
     void focusTop();
 
-    /// Lends or returns the selected films of a list one by one, each under the personal code of the customer
-    /// selected then.
-    /// @throws RuntimeError 13 or 6 when the code is no 32-bit number, and as `work` does. What was done
-    /// before
-    ///         stays done.
+    /// Lends or returns the selected films of a list one by one under the selected customer's personal code,
+    /// which is read for each.
+    /// @throws RuntimeError 13 or 6 when the code is no 32-bit number, and as `work` does. Films handled
+    ///         before stay lent or returned.
     void forSelected(const ListBox& films, void (*work)(qint32 UID, qint32 DVDID)) const;
 
     std::unique_ptr<Ui::frmKlienti> ui_;
     std::shared_ptr<SharedUser> user_;
-    QList<QWidget*> shown_;  // panels, the last one shown at the end
+    QList<QWidget*> shown_;  // visible panels, topmost last
 };

@@ -31,7 +31,7 @@ frmPujcDVD::frmPujcDVD(std::shared_ptr<SharedUser> user, QWidget* parent)
 frmPujcDVD::~frmPujcDVD() = default;
 
 void frmPujcDVD::Init(qint32 DVDID, const QString& Title) {
-    // A title that holds Qt's mark for a changed document shows it all the same.
+    // Escapes Qt's placeholder for the modified mark.
     setWindowTitle(u"Zapůjčit: "_s + QString(Title).replace(u"[*]"_s, u"[*][*]"_s));
     FilmID = DVDID;
 }

@@ -72,7 +72,7 @@ void frmUser::closeEvent(QCloseEvent* event) {
 
 void frmUser::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
-    ui_->txtUSREGNUM->setFocus();  // not the button that it was left by
+    ui_->txtUSREGNUM->setFocus();  // rather than the button pressed last
 }
 
 void frmUser::ReadData() {
@@ -95,7 +95,7 @@ void frmUser::save() {
     bool valid = false;
     Kontrola(valid);
     if (valid) SaveData();
-    accept();  // whatever came of it
+    accept();  // in any case
 }
 
 void frmUser::Kontrola(bool& valid) {

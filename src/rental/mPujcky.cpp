@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// One entry for each row of a query, of the two columns named.
+/// One entry for each row of a query, from two of its columns.
 std::vector<ListEntry> entriesOf(const QString& sql, QStringView textColumn, QStringView itemDataColumn) {
     std::vector<ListEntry> entries;
     std::optional<ado::Field> text;
@@ -27,7 +27,7 @@ std::vector<ListEntry> films(const QString& sql) {
     return entriesOf(sql, u"CZJM", u"DVDID");
 }
 
-/// Whether a text can stand in a query as the customer number that it says.
+/// Whether a text is a whole number and may be put into a query as it is.
 bool isCustomerNumber(const QString& code) {
     const QString number = text::trim(code);
     const bool sign = number.startsWith(u'-') || number.startsWith(u'+');

@@ -7,7 +7,7 @@ namespace Ui {
 class frmAbout;
 }
 
-/// Tells the program's name, version and maker.
+/// Shows the program's name, version and maker.
 class frmAbout final : public QDialog {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(frmAbout)

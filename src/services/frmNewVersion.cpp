@@ -23,7 +23,7 @@ frmNewVersion::frmNewVersion(const Sites& sites, QWidget* parent)
     connect(ui_->Command1, &QPushButton::clicked, this,
             [address = newVersionAddress(sites)] { Outside::current().openWithDesktop(address); });
     connect(ui_->Command2, &QPushButton::clicked, this, &QDialog::reject);
-    // At start the window can come under the hands of somebody who is typing.
+    // At start the window can open while the user is typing; Enter must not start the download.
     ui_->Command2->setFocus();
 }
 

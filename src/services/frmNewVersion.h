@@ -9,9 +9,9 @@ namespace Ui {
 class frmNewVersion;
 }
 
-/// Offers the installer of a newer version. It hands the address to the desktop and installs nothing itself.
-/// Closing it stores in `ShowNewVer` whether newer versions are offered at start: "A", or "N" when the box is
-/// ticked. The box always opens unticked.
+/// Offers the installer of a newer version by opening its address with the desktop. Closing the window stores
+/// in `ShowNewVer` whether newer versions are offered at start: "N" when the box is checked, else "A". The
+/// box is always unchecked at first.
 class frmNewVersion final : public QDialog {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(frmNewVersion)

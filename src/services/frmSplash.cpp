@@ -16,7 +16,7 @@ frmSplash::frmSplash(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui
     setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
     setFixedSize(size());
     setWindowTitle(appTitle());
-    // The program has not even begun when its first window closes.
+    // Closing the first window must not quit the application.
     setAttribute(Qt::WA_QuitOnClose, false);
     ui_->picture->setPixmap(icons::named(u"splash"_s).pixmap(ui_->picture->size()));
     ui_->lblVersion->setText(u"Version "_s + verze::text());

@@ -8,7 +8,7 @@ namespace Ui {
 class frmSplash;
 }
 
-/// The picture that every run opens with. It closes after five seconds, or with any key.
+/// The splash screen. It closes after five seconds or at any key.
 class frmSplash final : public QDialog {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(frmSplash)

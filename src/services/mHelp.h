@@ -5,7 +5,7 @@
 /// Path of the help file: for kind 1 `\data\napoveda.chm`, "" for any other.
 QString CestaNapovedy(qint16 kind);
 
-/// Opens the help at its table of contents, in a window of its own that stays beside the others; one that is
-/// open comes to the front. A box tells when there is no help file or it cannot be read.
-/// @param window the name of the help file's window definition; its contents open whatever that is.
+/// Opens the help at its table of contents in a non-modal window, or brings the open one to the front. A box
+/// says when the help file is missing or cannot be read.
+/// @param window the help file's window definition; ignored.
 void ZobrazNapovedu(qint16 kind, const QString& window);

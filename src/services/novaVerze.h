@@ -7,13 +7,13 @@
 /// Address of the installer of the newest version.
 QString newVersionAddress(const Sites& sites);
 
-/// Whether a version such as "1-0-24" is newer than this program's. Numbers behind the one that decides are
-/// not looked at.
-/// @throws RuntimeError 9 when a number that is looked at is missing, 13 when it is none.
+/// Whether a version such as "1-0-24" is newer than this program's. Numbers after the deciding one are not
+/// read.
+/// @throws RuntimeError 9 when a number that is read is missing, 13 when it is not numeric.
 bool isNewer(const QString& version);
 
-/// Asks the update host for the newest version, keeping its answer in `\data\dvdver.inf`. The answer's first
-/// field counts: up to a comma or line end, without the quotes around it.
-/// @return false also when there is no answer.
+/// Downloads the newest version number to `\data\dvdver.inf` and compares it. Only the first field is read:
+/// up to a comma or line end, without its quotes.
+/// @return false also when the download fails.
 /// @throws RuntimeError 62 for an empty answer, and as above.
 bool JeNovaVerze(const Sites& sites);

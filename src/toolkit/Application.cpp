@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The windows are laid out for this size and for letters of this width, on every system.
+/// The windows are laid out for this font size and letter width on every system.
 QFont windowFont() {
     QFont font;
     font.setFamilies({u"Microsoft Sans Serif"_s, u"Liberation Sans"_s, u"Arial"_s, u"Helvetica"_s});
@@ -30,7 +30,7 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     connect(this, &QApplication::focusChanged, this, [this](QWidget* /*before*/, const QWidget* now) {
         if (now != nullptr) showFocusIn(now->window());
     });
-    // A system without regional settings of its own: its users are Czech.
+    // Users of a system without regional settings are Czech.
     if (QLocale().language() == QLocale::C)
         QLocale::setDefault(QLocale(QLocale::Czech, QLocale::CzechRepublic));
     const QString name = u"qtbase_cs"_s;
@@ -46,7 +46,7 @@ void Application::showFocusIn(QWidget* window) const {
 
 bool Application::notify(QObject* receiver, QEvent* event) {
     bool handled = false;
-    // The receiver is not looked at: those of the browser engine are not all what they say.
+    // The receiver must not be cast: the browser engine's are not all what their meta-object says.
     if (event->type() == QEvent::MouseButtonPress) byKeys_ = false;
     if (event->type() == QEvent::KeyPress) {
         byKeys_ = true;
@@ -57,7 +57,7 @@ bool Application::notify(QObject* receiver, QEvent* event) {
 }
 
 void Application::endProgram(const RuntimeError& failure) {
-    // While the box is up, other handlers can run and fail in turn; the first failure is the one to tell.
+    // While the box is open, other handlers can run and fail; only the first failure is shown.
     static bool ending = false;
     if (ending) return;
     ending = true;

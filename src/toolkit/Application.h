@@ -7,19 +7,20 @@
 #include "platform/errors.h"
 #include "toolkit/WindowOutside.h"
 
-/// The application object: Czech texts of Qt's own, the user's regional settings, the way to the outside
-/// world, and the one place where a failure that nobody handled ends the program.
+/// The application object: Qt's Czech translation, the user's regional settings, the real Outside, and the
+/// handler of last resort for failures.
 class Application : public QApplication {
     Q_OBJECT
 
  public:
     Application(int& argc, char** argv);
 
-    /// Delivers an event. A RuntimeError that leaves a handler is shown in a critical box with its number and
-    /// description; the program then ends at once with exit code 1, and no further handler runs.
+    /// Delivers an event. A RuntimeError that leaves an event handler is shown in a critical box with its
+    /// number and description; the program then exits at once with code 1, without running any further
+    /// handler.
     bool notify(QObject* receiver, QEvent* event) override;
 
-    /// Runs `work` under the same rule, for what happens outside event handlers.
+    /// Runs `work` under the same rule, for code outside event handlers.
     template <typename Work>
     static void guarded(Work&& work) {
         try {
@@ -32,11 +33,11 @@ class Application : public QApplication {
     }
 
  private:
-    /// Returns only when the program is about to end already.
+    /// Returns only when the program is already about to end.
     static void endProgram(const RuntimeError& failure);
 
-    /// Shows where the focus is to whoever works with keys. Qt does so only from the first Tab on, so that
-    /// Enter would press a button that cannot be told from the others.
+    /// Shows the focus to keyboard users. Qt does so only after the first Tab, and until then Enter would
+    /// press a button that looks like any other.
     void showFocusIn(QWidget* window) const;
 
     bool byKeys_ = false;

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Beside the program, or where a system keeps the libraries of one program; else among Qt's own folders.
+/// Searched beside the program and in its library folder; else the name alone, for Qt's own plugin search.
 QString pluginFile() {
     QString name = u"kalvera_browser"_s;
     const QDir executable(QCoreApplication::applicationDirPath());
@@ -28,7 +28,7 @@ QString pluginFile() {
 
 BrowserFactory& browserFactory() {
     static QPluginLoader loader;
-    // The engine asks for it. Set before the application object it would cost every start a graphics context.
+    // Required by the engine. Set before QApplication it would create a graphics context at every start.
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     if (!loader.isLoaded()) loader.setFileName(pluginFile());
     auto* factory = qobject_cast<BrowserFactory*>(loader.instance());

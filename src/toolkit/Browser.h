@@ -6,18 +6,17 @@
 #include <functional>
 #include <memory>
 
-/// A web browser control. The engine behind it is large, so it lives in a plugin that is loaded with the
-/// first control; this is all that the program knows of it.
+/// A web browser control. Its engine is large, so it lives in a plugin that is loaded with the first control.
 class Browser {
  public:
-    /// What the control tells. Each is called from the event loop, where what it throws ends the program as
-    /// anywhere else, except `BeforeNavigate2`, which must not throw.
+    /// Callbacks of the control. They are called from the event loop, so an exception ends the program as
+    /// usual; only `BeforeNavigate2` must not throw.
     struct Events {
-        /// The address about to be loaded, before the request goes out.
+        /// An address is about to be requested.
         std::function<void(const QString& url)> BeforeNavigate2;
-        /// A page that has finished loading. Its body can be asked for from now on.
+        /// A page has finished loading; innerHTML returns its body from now on.
         std::function<void(const QString& url)> DocumentComplete;
-        /// How much of a page has been loaded, and of how much.
+        /// Loading progress of a page.
         std::function<void(int progress, int maximum)> ProgressChange;
     };
 
@@ -26,19 +25,19 @@ class Browser {
     Browser(const Browser&) = delete;
     Browser& operator=(const Browser&) = delete;
 
-    /// The control as a child of the window that it was made for.
+    /// The control, a child of the window it was created for.
     virtual QWidget& widget() = 0;
     /// Starts loading an address or a local file.
     virtual void Navigate(const QString& urlOrPath) = 0;
-    /// Ends what the browser is doing.
+    /// Stops loading.
     virtual void Stop() = 0;
-    /// The body of the page that has finished last: tag names in upper case, attributes in document order and
-    /// bare where they have only letters, digits and `- . _ : / # %`, property names of styles in upper case,
+    /// The body of the page that finished last: tag names in upper case, attributes in document order and
+    /// unquoted where they have only letters, digits and `- . _ : / # %`, CSS property names in upper case,
     /// text escaped.
     virtual QString innerHTML() const = 0;
 };
 
-/// What the plugin makes.
+/// The interface of the plugin.
 class BrowserFactory {
  public:
     BrowserFactory() = default;
@@ -52,6 +51,6 @@ class BrowserFactory {
 #define BrowserFactoryId "cz.kalvera.BrowserFactory/1"
 Q_DECLARE_INTERFACE(BrowserFactory, BrowserFactoryId)
 
-/// The browser plugin, loaded when this is first called.
+/// The browser plugin, loaded by the first call.
 /// @throws RuntimeError 429, with a Czech description, when it cannot be loaded.
 BrowserFactory& browserFactory();

@@ -26,7 +26,7 @@ int compareEnding(chmFile* /*file*/, chmUnitInfo* part, void* context) {
     return CHM_ENUMERATOR_SUCCESS;
 }
 
-/// The texts of attributes come with the entities of HTML.
+/// Decodes the HTML entities of an attribute value.
 QString plain(QString text) {
     return text.replace(u"&quot;"_s, u"\""_s)
         .replace(u"&lt;"_s, u"<"_s)
@@ -41,7 +41,7 @@ void ChmFile::Close::operator()(chmFile* file) const noexcept {
 }
 
 ChmFile::ChmFile(const QString& path) {
-    // The library is not to meet folders and the like.
+    // The library must not be given folders or devices.
     if (QFileInfo(path).isFile()) file_.reset(chm_open(QFile::encodeName(path).constData()));
 }
 
@@ -62,7 +62,7 @@ std::vector<ChmFile::Topic> ChmFile::topics(const char* ending) const {
     Search search{.ending = ending};
     chm_enumerate(file_.get(), CHM_ENUMERATE_ALL, compareEnding, &search);
     const QString map = codepage::fromWindows1250(read(search.found));
-    // Lists within lists; a line is an object with its title and its page.
+    // Nested lists; an entry is an object with a title and a page.
     static const QRegularExpression tokens(
         u"<(/?ul|/?object|param)\\b[^>]*?(?:name=\"(\\w+)\"\\s+value=\"([^\"]*)\")?\\s*/?>"_s,
         QRegularExpression::CaseInsensitiveOption);

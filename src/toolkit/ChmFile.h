@@ -7,26 +7,26 @@
 
 struct chmFile;
 
-/// A compiled help file, as the usual viewers read it. Its texts are in Windows-1250.
+/// A compiled help file (CHM) with texts in Windows-1250.
 class ChmFile final {
  public:
-    /// A line of the contents or of the index.
+    /// An entry of the contents or the index.
     struct Topic {
         QString title;
-        QString page;   ///< path within the file; "" for a line without a page
-        int depth = 0;  ///< 0 for the outermost lines
+        QString page;   ///< path within the file; "" for an entry without a page
+        int depth = 0;  ///< nesting depth, from 0
     };
 
-    /// Opens the file; one that is missing or no help file is not open afterwards.
+    /// Opens the file; see isOpen for the result.
     explicit ChmFile(const QString& path);
     ~ChmFile();
     ChmFile(const ChmFile&) = delete;
     ChmFile& operator=(const ChmFile&) = delete;
 
     bool isOpen() const noexcept { return file_ != nullptr; }
-    /// What stands at a path such as "/uvod.html"; empty when there is no such thing.
+    /// The content of a path such as "/uvod.html"; empty when there is none.
     QByteArray read(const QString& path) const;
-    /// The table of contents, in the order of its lines.
+    /// The table of contents, in its order.
     std::vector<Topic> contents() const { return topics(".hhc"); }
     /// The index.
     std::vector<Topic> index() const { return topics(".hhk"); }

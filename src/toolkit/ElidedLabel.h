@@ -2,8 +2,8 @@
 
 #include <QLabel>
 
-/// A label of one line that ends in an ellipsis when its text needs more room, and tells the whole text as
-/// tool tip then. The text is shown as it stands, with no mark-up in it.
+/// A single-line label that elides text that does not fit and shows all of it as a tool tip. The text is
+/// plain text.
 class ElidedLabel final : public QLabel {
     Q_OBJECT
 

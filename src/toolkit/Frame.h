@@ -2,8 +2,8 @@
 
 #include <QGroupBox>
 
-/// A group of controls within a line, which its title interrupts at the top: the look that the windows are
-/// laid out for, on every system.
+/// A group box with a thin border interrupted by its title: the look that the windows are laid out for, on
+/// every system.
 class Frame final : public QGroupBox {
     Q_OBJECT
 

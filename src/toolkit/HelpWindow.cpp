@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A page of the file; whatever belongs to it comes out of the file, too.
+/// Shows a page; it and all its resources are read from the help file.
 class HelpPage final : public QTextBrowser {
  public:
     HelpPage(const ChmFile& file, QWidget* parent) : QTextBrowser(parent), file_(file) {
@@ -70,7 +70,7 @@ HelpWindow::HelpWindow(std::unique_ptr<ChmFile> file, QWidget* parent)
     trees_->addTab(contents_, u"Obsah"_s);
     trees_->addTab(addTree(u"Rejstřík"_s, file_->index()), u"Rejstřík"_s);
     contents_->expandAll();
-    // Wide enough for a picture of the main window beside the contents.
+    // Wide enough for a screenshot of the main window beside the contents.
     resize(QSize(contentsWidth + pageWidth, windowHeight).boundedTo(screen()->availableSize()));
     split->setSizes({contentsWidth, pageWidth});
 
@@ -125,7 +125,7 @@ void HelpWindow::followPage(const QUrl& page) {
     const QString path = page.path();
     if (contents_->currentItem() != nullptr && contents_->currentItem()->data(0, pageRole).toString() == path)
         return;
-    // A chapter shows the page of its first line, which is the one to select.
+    // A chapter has the same page as its first entry, which is the one to select.
     for (QTreeWidgetItemIterator at(contents_, QTreeWidgetItemIterator::NoChildren); *at != nullptr; ++at) {
         if ((*at)->data(0, pageRole).toString() != path) continue;
         const QSignalBlocker quiet(contents_);
@@ -135,7 +135,7 @@ void HelpWindow::followPage(const QUrl& page) {
 }
 
 bool HelpWindow::event(QEvent* event) {
-    // A window that belongs to the modal one is not blocked by it.
+    // A modal window does not block its transient children.
     if (event->type() == QEvent::WindowBlocked && windowHandle() != nullptr)
         windowHandle()->setTransientParent(QGuiApplication::modalWindow());
     return QMainWindow::event(event);

@@ -10,8 +10,8 @@ class QTextBrowser;
 class QTreeWidget;
 class QUrl;
 
-/// Shows a compiled help file: its contents and index at the left, a page at the right. It opens at the
-/// contents with their first page.
+/// Shows a compiled help file: contents and index at the left, the page at the right. It opens at the first
+/// page of the contents.
 class HelpWindow final : public QMainWindow {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(HelpWindow)
@@ -20,17 +20,17 @@ class HelpWindow final : public QMainWindow {
     explicit HelpWindow(std::unique_ptr<ChmFile> file, QWidget* parent = nullptr);
     ~HelpWindow() override;
 
-    /// Brings the contents to the front, and the window with them.
+    /// Switches to the contents and brings the window to the front.
     void showContents();
 
  protected:
-    /// Help is wanted most while a dialog is open, so a modal one does not shut it off.
+    /// Keeps the help usable while a modal dialog is open.
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
  private:
     QTreeWidget* addTree(const QString& name, const std::vector<ChmFile::Topic>& topics);
-    /// Selects the line of a page in the contents.
+    /// Selects the entry of a page in the contents.
     void followPage(const QUrl& page);
 
     std::unique_ptr<ChmFile> file_;

@@ -33,7 +33,7 @@ ListBox::ListBox(QWidget* parent) : QListView(parent) {
 
 void ListBox::setEntries(std::vector<ListEntry> entries) {
     model_.setEntries(std::move(entries));
-    // The keyboard has a place to start from, but nothing is chosen yet.
+    // A current index for the keyboard, but no selection.
     if (listCount() > 0) selectionModel()->setCurrentIndex(model_.index(0), QItemSelectionModel::NoUpdate);
 }
 

@@ -7,7 +7,7 @@
 #include "platform/ListEntry.h"
 #include "platform/index.h"
 
-/// The model behind a ListBox: the entries' texts, and their numbers under Qt::UserRole.
+/// The model of a ListBox: entries' texts, and their item data under Qt::UserRole.
 class ListBoxModel final : public QAbstractListModel {
     Q_OBJECT
 
@@ -24,18 +24,18 @@ class ListBoxModel final : public QAbstractListModel {
     std::vector<ListEntry> entries_;
 };
 
-/// A list box whose entries carry a number each, and of which several can be selected.
+/// A list box with multiple selection whose entries carry a number each.
 class ListBox final : public QListView {
     Q_OBJECT
 
  public:
     explicit ListBox(QWidget* parent = nullptr);
 
-    /// Shows these entries in place of the former ones, with none selected.
+    /// Replaces the entries; none is selected.
     void setEntries(std::vector<ListEntry> entries);
 
     int listCount() const { return model_.rowCount(); }
-    /// By index from 0 to listCount less 1.
+    /// @param index from 0 to listCount() - 1.
     const ListEntry& entry(int index) const { return model_.entry(index); }
     /// Indexes of the selected entries, in the order of the list.
     std::vector<int> selectedEntries() const;

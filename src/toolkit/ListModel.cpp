@@ -35,7 +35,7 @@ void ListModel::endFill() {
     filling_ = false;
     if (shown_ == count()) return;
     if (sorted_) sortRows();
-    // One reset is cheaper for a view than one insertion of many rows, and the selection starts anew anyway.
+    // For a view one reset is cheaper than inserting many rows, and the selection is reset anyway.
     beginResetModel();
     shown_ = count();
     endResetModel();
@@ -90,7 +90,7 @@ void ListModel::tellChanged(int item, int firstColumn, int lastColumn, int role)
     if (row < shown_) emit dataChanged(index(row, firstColumn), index(row, lastColumn), {role});
 }
 
-/// The row where an item belongs among the others, behind those with an equal text.
+/// The sorted place of an item among the others, after those with an equal text.
 int ListModel::sortedRow(int item) const {
     const QStringView text = textView(item, sortKey_);
     std::vector<int> others = order_;
@@ -128,7 +128,7 @@ void ListModel::setSort(int column, Qt::SortOrder order) {
 }
 
 void ListModel::sortRows() {
-    // One key for each row: comparing two of them costs far less than comparing two texts.
+    // Comparing sort keys is far cheaper than comparing texts.
     std::vector<QCollatorSortKey> keys;
     keys.reserve(order_.size());
     for (int item = 0; item < count(); ++item)
@@ -185,7 +185,7 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
     if (role == Qt::DisplayRole) return text(item, index.column());
     if (role == Qt::ForegroundRole) {
         const Colour colour = this->colour(item);
-        // Black is what the desktop shows text in, which need not be black where it is dark.
+        // Black means the desktop's text colour, which is light in a dark theme.
         if (colour == 0) return {};
         const QColor given(static_cast<int>(colour & 0xFF), static_cast<int>((colour >> 8) & 0xFF),
                            static_cast<int>((colour >> 16) & 0xFF));

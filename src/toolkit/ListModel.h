@@ -7,32 +7,32 @@
 #include "platform/index.h"
 #include "toolkit/RowTexts.h"
 
-/// The flat model behind a list in report view: rows with a key, one text per column and one colour. What a
-/// row holds is addressed by its item, a number that stays while rows change their places.
+/// The flat model of a ListView: rows with a key, one text per column and one colour. Rows are addressed by
+/// item, a number that stays the same when rows move.
 ///
-/// While a fill is under way (beginFill to endFill) new rows can be read and changed by key and index, but
-/// the views do not know of them; endFill shows them all at once. So a list of any length costs the views one
-/// signal, and a message box opened in the middle finds them in order.
+/// During a fill (beginFill to endFill) new rows can be read and changed by key and index, but the views do
+/// not see them until endFill. A list of any length thus costs one signal, and the views are consistent when
+/// a message box opens in between.
 class ListModel final : public QAbstractTableModel {
     Q_OBJECT
 
  public:
-    /// 0xBBGGRR, as colours are stored.
+    /// 0xBBGGRR, as stored in the database.
     using Colour = quint32;
 
     explicit ListModel(QObject* parent = nullptr);
 
     void setCaptions(const QStringList& captions);
 
-    /// Takes all rows away.
+    /// Removes all rows.
     void clear();
     void beginFill();
     void endFill();
 
-    /// Number of rows, those of a fill under way included.
+    /// Number of rows, including those of a fill in progress.
     int count() const noexcept { return texts_.count(); }
 
-    /// Adds a row, with `text` in the first column, in black: at the end, or where it belongs while sorted.
+    /// Adds a black row with `text` in the first column: at the end, or at its sorted place while sorted.
     /// @return its item. @throws RuntimeError 457 when the key is taken.
     int add(QStringView key, QStringView text);
     /// @return the item with the key. @throws RuntimeError 35601 when there is none.
@@ -45,21 +45,21 @@ class ListModel final : public QAbstractTableModel {
     /// Valid until the next change.
     QStringView textView(int item, int column) const { return texts_.cell(item, column); }
     QString text(int item, int column) const { return textView(item, column).toString(); }
-    /// Setting what a cell holds already tells the views nothing, as does setColour.
+    /// Emits no signal when nothing changes, as does setColour.
     void setText(int item, int column, QStringView text);
     Colour colour(int item) const { return elementAt(colours_, item); }
     void setColour(int item, Colour colour);
-    /// One colour for all rows, with one signal.
+    /// Sets the colour of all rows, with one signal.
     void setColourOfAll(Colour colour);
 
-    /// While sorted, the rows stand in the Czech order of one column's texts, whatever is added or changed.
+    /// While sorted, rows are kept in the Czech collation order of one column.
     bool sorted() const noexcept { return sorted_; }
     void setSorted(bool sorted);
     int sortKey() const noexcept { return sortKey_; }
     Qt::SortOrder sortOrder() const noexcept { return sortOrder_; }
-    /// Sorts anew while sorted, else is only remembered.
+    /// Sorts again while sorted, else only stores the parameters.
     void setSort(int column, Qt::SortOrder order);
-    /// Puts the rows into another order: `rows` holds the present rows in the order wanted.
+    /// Reorders the rows: `rows` holds the current row numbers in the new order.
     void rearrange(const std::vector<int>& rows);
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -79,7 +79,7 @@ class ListModel final : public QAbstractTableModel {
     std::vector<Colour> colours_;
     std::vector<int> order_;  // items by row
     std::vector<int> rows_;   // rows by item
-    int shown_ = 0;           // rows that the views know of
+    int shown_ = 0;           // rows visible to the views
     bool filling_ = false;
     bool sorted_ = false;
     int sortKey_ = 0;

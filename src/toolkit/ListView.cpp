@@ -13,19 +13,19 @@
 
 namespace {
 
-constexpr int widestColumn = 245745;  // twips: 16383 pixels, beyond which a header is of no use
+constexpr int widestColumn = 245745;  // twips: 16383 pixels
 
-/// Rows with a little air above and below the text.
+/// Adds a little space above and below the text.
 class RowDelegate final : public QStyledItemDelegate {
  public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, air);
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, space);
     }
 
  private:
-    static constexpr int air = 4;  // pixels
+    static constexpr int space = 4;  // pixels
 };
 
 }  // namespace
@@ -58,7 +58,7 @@ ListView::ListView(QWidget* parent) : QTreeView(parent) {
     header()->setStretchLastSection(false);
     header()->setSectionsMovable(false);
     header()->setSectionsClickable(true);
-    // The second of two quick clicks comes as a double click, and counts like any other.
+    // The second of two quick clicks arrives as a double click and must count as well.
     connect(header(), &QHeaderView::sectionClicked, this, &ListView::columnClicked);
     connect(header(), &QHeaderView::sectionDoubleClicked, this, &ListView::columnClicked);
     header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
@@ -117,7 +117,7 @@ void ListView::ensureVisible(const ListItem& item) {
 
 QItemSelectionModel::SelectionFlags ListView::selectionCommand(const QModelIndex& index,
                                                                const QEvent*) const {
-    // One row is always the selected one; no key takes its mark away.
+    // One row is always selected; no key or modifier deselects it.
     return index.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
                            : QItemSelectionModel::NoUpdate;
 }
@@ -141,7 +141,7 @@ void ListView::mouseReleaseEvent(QMouseEvent* event) {
 
 void ListView::contextMenuEvent(QContextMenuEvent* event) {
     event->accept();
-    // The mouse has its own rule: the menu comes at the release, on every system.
+    // With the mouse the menu opens on release, on every system; see mouseReleaseEvent.
     if (event->reason() != QContextMenuEvent::Keyboard || !hasSelectedItem()) return;
     ensureVisible(selectedItem());
     const QModelIndex first = currentIndex().siblingAtColumn(0);
@@ -157,7 +157,7 @@ bool ListView::viewportEvent(QEvent* event) {
     const auto* help = static_cast<QHelpEvent*>(event);
     const QModelIndex index = indexAt(help->pos());
     const bool cut = index.isValid() && sizeHintForIndex(index).width() > columnWidth(index.column());
-    // The tip is rich text if it looks like it; escaping keeps a title a title.
+    // QToolTip detects rich text by itself; escaping keeps markup in a title visible.
     const QString text = cut ? index.data().toString().toHtmlEscaped() : QString();
     QToolTip::showText(help->globalPos(), text.isEmpty() ? text : QStringLiteral("<span>%1</span>").arg(text),
                        this);

@@ -9,24 +9,24 @@
 
 class ListView;
 
-/// One row of a ListView, wherever it stands, until the list is emptied.
+/// Refers to one row of a ListView, wherever it moves, until the list is cleared.
 class ListItem final {
  public:
     ListItem(ListModel& model, int item) : model_(&model), item_(item) {}
 
-    /// Its place in the list's present order, from 0.
+    /// Its row in the list's current order, from 0.
     int row() const { return model_->rowOf(item_); }
     QString key() const { return model_->key(item_); }
     /// The record's id, which the key is made of. @throws RuntimeError 13 or 6 for another kind of key.
     qint32 id() const { return rowId(key()); }
     QString text() const { return model_->text(item_, 0); }
     void setText(QStringView text) const { model_->setText(item_, 0, text); }
-    /// The text of a further column, from 1.
+    /// The text of a column, from 1.
     /// @throws RuntimeError 380 when the list has no such column.
     QString subItem(int column) const;
     void setSubItem(int column, QStringView text) const;
     quint32 foreColor() const { return model_->colour(item_); }
-    /// The colour (0xBBGGRR) of the row with all its sub-items.
+    /// Sets the colour (0xBBGGRR) of the row with all its sub-items.
     void setForeColor(quint32 colour) const { model_->setColour(item_, colour); }
 
  private:
@@ -63,23 +63,23 @@ class ListView final : public QTreeView {
     ListItem add(QStringView key, QStringView text) { return {model_, model_.add(key, text)}; }
     /// @throws RuntimeError 35601 when no row has the key.
     ListItem item(QStringView key) { return {model_, model_.find(key)}; }
-    /// The row at an index from 0 in the list's order. @throws RuntimeError 9 outside the list.
+    /// The row at an index from 0 in the current order. @throws RuntimeError 9 outside the list.
     ListItem itemAt(int row);
 
-    /// While sorted, the rows stand in the Czech order of one column's texts, whatever is added or changed.
+    /// While sorted, rows are kept in the Czech collation order of one column.
     bool sorted() const { return model_.sorted(); }
     void setSorted(bool sorted) { model_.setSorted(sorted); }
-    /// The column (from 0) and the order that the list is sorted by, or was told last.
+    /// The sort column (from 0) and order set last, whether or not the list is sorted.
     int sortKey() const { return model_.sortKey(); }
     Qt::SortOrder sortOrder() const { return model_.sortOrder(); }
-    /// Sorts anew while sorted. The header shows the order until the list is filled in another one.
+    /// Sorts again while sorted. The header shows the order until the list is refilled unsorted.
     void setSort(int column, Qt::SortOrder order);
-    /// Puts the rows into another order: `rows` holds the present rows in the order wanted.
+    /// Reorders the rows: `rows` holds the current row numbers in the new order.
     void rearrange(const std::vector<int>& rows) { model_.rearrange(rows); }
     /// The text of a cell by row and column, both from 0; valid until the next change.
     QStringView cell(int row, int column) const { return model_.textView(model_.itemAt(row), column); }
 
-    /// Gives all rows one colour (0xBBGGRR).
+    /// Sets the colour (0xBBGGRR) of all rows.
     void setForeColorOfAll(quint32 colour) { model_.setColourOfAll(colour); }
 
     bool hasSelectedItem() const { return currentIndex().isValid(); }
@@ -88,8 +88,7 @@ class ListView final : public QTreeView {
     void select(const ListItem& item);
     void ensureVisible(const ListItem& item);
 
-    /// Fills the list without a signal per row for as long as it lives. Afterwards the first row is the
-    /// selected one.
+    /// While it lives, rows are added without a signal each. Its end shows them and selects the first row.
     class Fill final {
      public:
         explicit Fill(ListView& list) : list_(list) { list_.model_.beginFill(); }
@@ -102,11 +101,11 @@ class ListView final : public QTreeView {
     };
 
  signals:
-    /// Another row, or none, is the selected one now.
+    /// The selected row has changed; there may be none.
     void selectionMoved();
-    /// The user has clicked on a column's header. @param column from 0.
+    /// A column header was clicked. @param column from 0.
     void columnClicked(int column);
-    /// The user asks for a context menu: by a release of the right button, or by the keyboard.
+    /// A context menu was requested, by releasing the right button or by keyboard.
     void contextMenuAsked(const QPoint& globalPosition);
 
  protected:
@@ -115,13 +114,13 @@ class ListView final : public QTreeView {
                                                          const QEvent* event = nullptr) const override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
-    /// Tells the whole text of a cell that its column is too narrow for.
+    /// Shows the full text of an elided cell as a tool tip.
     bool viewportEvent(QEvent* event) override;
 
  private:
     struct Width {
         int twips = 0;   // as set
-        int pixels = 0;  // what the header made of it
+        int pixels = 0;  // as the header rounded it
     };
 
     void endFill();
@@ -130,6 +129,6 @@ class ListView final : public QTreeView {
     std::vector<Width> widths_;
 };
 
-/// Gives the row with the key, the item and all its sub-items, one colour (0xBBGGRR).
+/// Sets the colour (0xBBGGRR) of the row with the key, the item and all its sub-items.
 /// @throws RuntimeError 35601 when no row has the key.
 void BarvaPolozky(ListView& list, const QString& key, quint32 colour);

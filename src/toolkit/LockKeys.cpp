@@ -13,7 +13,7 @@
 namespace {
 
 #ifdef KALVERA_X11
-/// State of an indicator by its name; false when the keyboard has none of it.
+/// State of a named indicator; false when the keyboard has none.
 bool indicator(Display* display, const char* name) {
     const Atom atom = XInternAtom(display, name, 1);
     int state = 0;
@@ -53,7 +53,7 @@ bool LockKeys::eventFilter(QObject* watched, QEvent* event) {
                 return false;
             }
 #endif
-            // On its way from the window to a control the key comes by more than once.
+            // A key passes this filter for the window and for each widget on its way; count it once.
             if (press && !keyEvent->isAutoRepeat() && watched->isWindowType())
                 set(capsLock_ != caps, numLock_ != num);
         }

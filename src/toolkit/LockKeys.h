@@ -2,19 +2,19 @@
 
 #include <QObject>
 
-/// The state of Caps Lock and Num Lock. On X11 it is the keyboard's indicators; elsewhere it starts as off
-/// and follows the presses that the program sees.
+/// The state of Caps Lock and Num Lock. On X11 it is read from the keyboard's indicators; elsewhere it is
+/// assumed to be off at first and follows the key presses that the application receives.
 class LockKeys final : public QObject {
     Q_OBJECT
 
  public:
-    /// Watches the key presses of the whole program.
+    /// Watches key presses of the whole application.
     explicit LockKeys(QObject* parent);
 
     bool capsLock() const noexcept { return capsLock_; }
     bool numLock() const noexcept { return numLock_; }
 
-    /// Looks at the keyboard anew, as locks also change while another program has the focus.
+    /// Reads the indicators again, which can change while another application has the focus.
     void refresh();
 
     bool eventFilter(QObject* watched, QEvent* event) override;

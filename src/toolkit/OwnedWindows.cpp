@@ -5,7 +5,7 @@
 namespace {
 
 void putAbove(QWidget& window, const QWidget& owner) {
-    window.winId();  // makes the native window, which the relation is told to
+    window.winId();  // creates the native window, which the transient parent is set on
     window.windowHandle()->setTransientParent(owner.window()->windowHandle());
 }
 
@@ -25,7 +25,7 @@ void OwnedWindows::show(QWidget& window, const QWidget& owner) {
 }
 
 void OwnedWindows::release() {
-    // A window above another one does not keep the program alive.
+    // A window with a transient parent does not keep the application running.
     for (const QPointer<QWidget>& window : windows_) {
         if (window != nullptr && window->windowHandle() != nullptr)
             window->windowHandle()->setTransientParent(nullptr);
@@ -34,7 +34,7 @@ void OwnedWindows::release() {
 }
 
 void execAbove(QDialog& dialog, const QWidget& owner) {
-    dialog.hide();  // a window that is shown already does not become modal
+    dialog.hide();  // a visible window does not become modal
     putAbove(dialog, owner);
     dialog.exec();
 }

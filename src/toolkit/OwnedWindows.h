@@ -14,29 +14,29 @@ Window& makeSelfOwned(Arguments&&... arguments) {
     return *window.release();
 }
 
-/// Windows without modality that stay above the window that opened them, and outlive it: the program goes on
-/// until the last of them is closed.
+/// Modeless windows that stay above the window that opened them, and outlive it: the application runs until
+/// the last of them is closed.
 class OwnedWindows final {
  public:
-    /// Shows the one window of its kind above `owner`: makes it anew, or brings it to the front when it is
-    /// open. It goes away when it is closed, and `shared` with it.
-    /// @param arguments what the window is made from.
+    /// Shows the only window of its kind above `owner`: creates it, or brings the open one to the front. It
+    /// is destroyed when it is closed, which clears `shared`.
+    /// @param arguments passed to the window's constructor.
     template <typename Window, typename... Arguments>
     void open(QPointer<Window>& shared, const QWidget& owner, Arguments&&... arguments) {
         if (shared == nullptr) shared = &makeSelfOwned<Window>(std::forward<Arguments>(arguments)...);
         show(*shared, owner);
     }
 
-    /// Shows a window above `owner`, or brings it to the front when it is open.
+    /// Shows a window above `owner`, or brings it to the front if it is open.
     void show(QWidget& window, const QWidget& owner);
 
-    /// Lets the windows stand on their own. To be called when the owner closes.
+    /// Detaches the windows from their owner, which must call this when it closes.
     void release();
 
  private:
     QList<QPointer<QWidget>> windows_;
 };
 
-/// Shows a dialog that has no parent modally above `owner`, until it is answered. One that is open without
-/// modality becomes modal with what it holds.
+/// Runs a parentless dialog modally above `owner`. A dialog that is open modeless becomes modal and keeps its
+/// content.
 void execAbove(QDialog& dialog, const QWidget& owner);

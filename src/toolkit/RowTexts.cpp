@@ -8,8 +8,8 @@
 
 namespace {
 
-/// Keys mostly end in the number of a record. Numbers that follow each other then take buckets that follow
-/// each other, which a processor's cache likes far better than a hash that scatters them.
+/// Keys mostly end in a record's number. Consecutive numbers then take consecutive buckets, which uses the
+/// cache far better than a scattering hash.
 std::size_t hashOf(QStringView key) {
     std::size_t number = 0;
     std::size_t scale = 1;
@@ -26,7 +26,7 @@ std::size_t hashOf(QStringView key) {
 void RowTexts::reset(int cells) {
     width_ = cells + 1;
     rows_ = 0;
-    // The memory is kept: a list is mostly filled again with about as much.
+    // The capacity is kept: a list is mostly refilled with about as much.
     texts_.clear();
     places_.clear();
     buckets_.assign(buckets_.size(), none);
@@ -41,7 +41,7 @@ RowTexts::Place RowTexts::store(QStringView text) {
     return {static_cast<quint32>(begin), static_cast<quint32>(text.size())};
 }
 
-/// The bucket that holds the row with the key, else the free one where it belongs.
+/// The bucket of the row with the key, else the free bucket to put it in.
 std::size_t RowTexts::bucket(QStringView key) const {
     const std::size_t mask = buckets_.size() - 1;
     std::size_t at = hashOf(key) & mask;
@@ -76,7 +76,7 @@ int RowTexts::find(QStringView key) const {
 void RowTexts::setCell(int row, int cell, QStringView text) {
     Place& place = places_[index(row, cell + 1)];
     if (text.size() <= place.length) {
-        // In the place of the former text, so that a row refreshed time and again does not grow the list.
+        // Overwrites the old text, so that repeated updates of a row do not grow the buffer.
         std::copy_n(text.utf16(), text.size(), texts_.begin() + place.begin);
         place.length = static_cast<quint32>(text.size());
     } else {

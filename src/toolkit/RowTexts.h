@@ -11,7 +11,7 @@
 /// are counted from 0 and found by key.
 class RowTexts final {
  public:
-    /// Takes everything away; rows have `cells` cells from now on.
+    /// Removes all rows; new ones have `cells` cells.
     void reset(int cells);
 
     int count() const noexcept { return rows_; }
@@ -47,5 +47,5 @@ class RowTexts final {
     int rows_ = 0;
     std::u16string texts_;       // a grown cell leaves its old text behind until reset
     std::vector<Place> places_;  // width_ for each row
-    std::vector<int> buckets_;   // rows by the hash of their keys, half of them free; a power of two
+    std::vector<int> buckets_;   // rows by hash of key: open addressing, at most half full, size a power of 2
 };

@@ -8,9 +8,8 @@
 #include "platform/index.h"
 #include "toolkit/LockKeys.h"
 
-/// A status bar of panels, counted from 1. A panel is at least as wide as it was made and grows with its
-/// text; the last one takes the rest. Panels that show the date, the time or a lock key keep themselves up to
-/// date.
+/// A status bar of panels, counted from 1. A panel grows with its text from its minimum width; the last one
+/// takes the rest. Panels with the date, the time or a lock key update themselves.
 class StatusBar final : public QStatusBar {
     Q_OBJECT
 
@@ -19,7 +18,7 @@ class StatusBar final : public QStatusBar {
 
     explicit StatusBar(QWidget* parent = nullptr);
 
-    /// Adds a panel. @param width in twips.
+    /// Adds a panel. @param width the minimum, in twips.
     void addPanel(Kind kind, int width);
 
     QString panelText(int panel) const { return label(panel).text(); }

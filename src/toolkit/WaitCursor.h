@@ -2,7 +2,7 @@
 
 #include <QGuiApplication>
 
-/// The pointer tells that the program is busy, for as long as this lives.
+/// Shows the wait cursor while it lives.
 class WaitCursor final {
  public:
     WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }

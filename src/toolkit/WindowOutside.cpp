@@ -28,7 +28,7 @@ constexpr int iconMask = 0x70;
 constexpr int buttonsMask = 0x0F;
 
 struct BoxIcon {
-    QMessageBox::Icon kind;  ///< for the desktop's sounds
+    QMessageBox::Icon kind;  ///< selects the desktop's sound
     const char* name;
 };
 
@@ -52,9 +52,9 @@ QWidget* windowOf(QObject* owner) {
     return widget != nullptr ? widget : QApplication::activeWindow();
 }
 
-/// A title can tell what the text does not, so it must not be cut off; the text alone decides the width.
+/// Keeps the title, which can say more than the text, from being cut off: Qt sizes the box by the text alone.
 void widenForTitle(QMessageBox& box) {
-    constexpr int iconAndButtons = 140;  // pixels, what a desktop puts beside the title
+    constexpr int iconAndButtons = 140;  // pixels beside the title in a window frame
     QFont bold = box.font();
     bold.setBold(true);
     const int width = QFontMetrics(bold).horizontalAdvance(box.windowTitle()) + iconAndButtons;
@@ -64,7 +64,7 @@ void widenForTitle(QMessageBox& box) {
                   1, grid->columnCount());
 }
 
-/// Kinds of files in Czech, which Qt's own dialog has in English only.
+/// File types in Czech; Qt's dialog has them in English only.
 class CzechKinds final : public QFileIconProvider {
  public:
     QString type(const QFileInfo& file) const override {
@@ -73,7 +73,7 @@ class CzechKinds final : public QFileIconProvider {
     }
 };
 
-/// Runs a file dialog; "" when cancelled.
+/// Runs a file dialog. @return the chosen path; "" when cancelled.
 QString ask(QFileDialog& dialog, const FileDialogRequest& request) {
     dialog.setNameFilter(request.filterName.contains(request.pattern)
                              ? request.filterName
@@ -92,11 +92,10 @@ BoxAnswer WindowOutside::messageBox(const QString& text, int style, const QStrin
     const BoxIcon icon = iconOf(style);
     QMessageBox box(icon.kind, title.isEmpty() ? appTitle() : title, text,
                     question ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok, windowOf(owner));
-    // Titles of films may hold what looks like markup.
+    // Film titles may contain what looks like markup.
     box.setTextFormat(Qt::PlainText);
     widenForTitle(box);
-    // Those of the desktop are of another style than the program's. The box keeps its kind, which
-    // setIconPixmap would take from it.
+    // Shows the program's own icon. setIconPixmap would reset the box's kind, so the label is set directly.
     if (auto* label = box.findChild<QLabel*>(u"qt_msgboxex_icon_label"_s);
         label != nullptr && icon.name != nullptr) {
         constexpr int size = 40;  // pixels
@@ -155,7 +154,7 @@ void WindowOutside::printPicture(const PicturePage& page) {
     const WaitCursor wait;
     QPrinterInfo device = QPrinterInfo::printerInfo(printer_);
     if (device.isNull()) device = QPrinterInfo::defaultPrinter();
-    // The system may have printers and no default one.
+    // There may be printers but no default one.
     if (device.isNull()) device = QPrinterInfo::printerInfo(printers().value(0));
     if (device.isNull()) throw RuntimeError(errors::printer);
     QPrinter printer(device, QPrinter::HighResolution);

@@ -2,8 +2,8 @@
 
 #include "platform/Outside.h"
 
-/// The real world: Qt's message boxes, the desktop's file dialogs, the web, the desktop's
-/// programs and printers, the machine's clock.
+/// The real implementation: Qt's message boxes and file dialogs, the web, the desktop's applications and
+/// printers, the system clock.
 class WindowOutside final : public Outside {
  public:
     BoxAnswer messageBox(const QString& text, int style, const QString& title, QObject* owner) override;

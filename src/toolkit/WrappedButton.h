@@ -2,7 +2,7 @@
 
 #include <QPushButton>
 
-/// A button whose caption goes on several lines where it is wider than the button.
+/// A button that wraps its caption.
 class WrappedButton final : public QPushButton {
     Q_OBJECT
 

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// The program's name as the user reads it; the title of every box that has none of its own.
+/// The program's name as shown to the user, and the default title of message boxes.
 inline QString appTitle() {
     return QStringLiteral("Brem DVD Kalvéra");
 }

@@ -17,7 +17,7 @@ class BarKeys final : public QObject {
         const auto& key = static_cast<const QKeyEvent&>(*event);
         if (button == nullptr) return false;
         if (keys::isEnter(key)) {
-            // A key held down is one press.
+            // Auto-repeat must not press it again.
             if (!key.isAutoRepeat()) button->click();
             return true;
         }

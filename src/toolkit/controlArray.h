@@ -4,7 +4,7 @@
 #include <QWidget>
 #include <array>
 
-/// The controls of an array by their index: those called `name_0`, `name_1`, … in the form.
+/// The controls named `name_0`, `name_1`, … of a form, by index.
 template <typename Control, std::size_t Count>
 std::array<Control*, Count> controlArray(const QWidget& form, const QString& name) {
     std::array<Control*, Count> controls{};

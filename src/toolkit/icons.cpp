@@ -15,13 +15,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// On a dark ground the lines of the icons are drawn in shades that stand out from it and from white alike.
+// Line colours of the icons and their replacements in a dark theme, visible on dark and on white.
 constexpr struct {
     const char* onLight;
     const char* onDark;
 } lines[] = {{"#3b4a5a", "#9fb1c6"}, {"#016401", "#4fb84f"}};
 
-// In pixels: the sizes that are shown, and their multiples on sharper screens.
+// Sizes in pixels, including those for high-resolution screens.
 constexpr int sizes[] = {16, 20, 24, 30, 32, 36, 48, 64, 72, 96};
 
 QString path(const QString& name) {
@@ -55,9 +55,9 @@ void placeIn(const QWidget& form) {
 }  // namespace
 
 QIcon icons::named(const QString& name) {
-    // Copies of an icon share what has been drawn of it.
+    // Copies of a QIcon share its cached pixmaps.
     static QHash<QString, QIcon> known;
-    // These bring a ground of their own.
+    // These have a background of their own.
     static const QSet<QString> pictures = {u"app"_s, u"splash"_s, u"newversion"_s};
     auto found = known.find(name);
     if (found == known.end()) {

@@ -4,13 +4,13 @@
 #include <QString>
 #include <QWidget>
 
-/// The program's own icons by name, each read and drawn once for all windows that show it.
+/// The program's own icons by name, each loaded once.
 namespace icons {
 
-/// The icon of the file `name`.svg among the program's icons.
+/// The icon `name`.svg from the program's resources.
 QIcon named(const QString& name);
 
-/// Gives the buttons and actions of a form the icons that they name in their property `iconName`.
+/// Sets the icons of all buttons and actions of a form that have a property `iconName`.
 void place(QWidget& form);
 
 }  // namespace icons

@@ -8,9 +8,9 @@ bool keys::isEnter(const QKeyEvent& event) {
 
 bool keys::pressFocusedButton(const QWidget& window, const QKeyEvent& event) {
     auto* button = qobject_cast<QAbstractButton*>(window.focusWidget());
-    // A box to tick is no button to press: whoever presses Enter to go on does not want it changed.
+    // Check boxes are excluded: Enter is meant to go on, not to toggle.
     if (!isEnter(event) || button == nullptr || button->isCheckable()) return false;
-    // A key held down is one press: a list or a search is not to be run over and over.
+    // Auto-repeat must not run a list or a search over and over.
     if (!event.isAutoRepeat()) button->click();
     return true;
 }

@@ -3,13 +3,13 @@
 #include <QKeyEvent>
 #include <QWidget>
 
-/// Keys of windows in which Enter presses the button that has the focus and no other: where there are several
-/// panels, or fields to type in beside a search, there is no one button to press otherwise.
+/// Keys of windows without a default button: several panels, or fields beside a search. Enter presses the
+/// focused button there and no other.
 namespace keys {
 
 bool isEnter(const QKeyEvent& event);
 
-/// Presses the focused button on Enter; boxes to tick are none. @return whether it did.
+/// Clicks the focused button on Enter, unless it is checkable. @return whether the key was handled.
 bool pressFocusedButton(const QWidget& window, const QKeyEvent& event);
 
 }  // namespace keys

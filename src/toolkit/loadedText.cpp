@@ -6,7 +6,7 @@ namespace {
 
 constexpr const char* loaded = "loadedText";
 
-/// Keeps what was loaded beside what the box made of it.
+/// Remembers the loaded text and what the box made of it.
 void keep(QWidget& box, const QString& shown, const QString& stored) {
     box.setProperty(loaded, QStringList{shown, stored});
 }

@@ -3,9 +3,8 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
-/// Boxes that a stored text is shown in and taken from again. Not every box can show every text (a line break
-/// in a single line, say), so what was loaded is what is stored again, as long as the user has not changed
-/// it.
+/// Showing stored texts in boxes and reading them back. A box may be unable to show a text exactly (a line
+/// break in a single line, say), so an unedited text is stored back as it was loaded.
 namespace loadedText {
 
 /// Shows a stored text.

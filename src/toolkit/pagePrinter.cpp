@@ -14,7 +14,7 @@ void pagePrinter::print(const PicturePage& page, QPrinter& printer) {
     const QImage picture = pictureFile::read(page.picture);
     printer.setDocName(page.title);
     printer.setPageOrientation(page.landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
-    // Places count from the paper's corner, not from where the printer's own margins end.
+    // Positions are relative to the paper's corner, not to the printable area.
     printer.setFullPage(true);
     QPainter painter;
     if (!painter.begin(&printer)) throw RuntimeError(errors::printer);

@@ -17,7 +17,7 @@ QImage pictureFile::read(const QString& path, QSize size) {
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
     if (!reader.canRead()) throw RuntimeError(errors::invalidPicture);
-    // Decoding can take many times the memory of what is shown, so the picture's own size has to be sane.
+    // Decoding can take far more memory than the scaled result, so the picture's own size is limited.
     if (qint64{reader.size().width()} * reader.size().height() > mostPixels)
         throw RuntimeError(errors::invalidPicture);
     if (reader.size().isValid() && !size.isEmpty()) reader.setScaledSize(size);

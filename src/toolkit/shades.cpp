@@ -5,9 +5,9 @@
 namespace {
 
 constexpr int middle = 128;          // of 255
-constexpr int lightestDark = 160;    // letters on a dark ground are at least so light
-constexpr int strongestLight = 140;  // and no more saturated, as light pure colours dazzle there
-constexpr int lineWeight = 28;       // of 100, the rest is ground
+constexpr int lightestDark = 160;    // least lightness of text on a dark background
+constexpr int strongestLight = 140;  // its highest saturation; light pure colours dazzle on dark
+constexpr int lineWeight = 28;       // percent of text colour in a line, the rest is background
 
 int mixed(int letters, int ground) {
     return (letters * lineWeight + ground * (100 - lineWeight)) / 100;

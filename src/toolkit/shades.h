@@ -3,17 +3,17 @@
 #include <QColor>
 #include <QPalette>
 
-/// Colours that are given, on a desktop whose own colours are dark.
+/// Adapting fixed colours to a dark desktop theme.
 namespace shades {
 
-/// Whether light letters stand on a dark ground.
+/// Whether the palette has light text on a dark background.
 bool isDark(const QPalette& palette);
 
-/// A given colour of letters as it is shown on a ground: itself on a light one, and a lighter one of the same
-/// hue where it would be dark on dark.
+/// A text colour made readable on a background: unchanged on a light one, lighter in the same hue if both are
+/// dark.
 QColor readable(const QColor& letters, const QColor& ground);
 
-/// The colour of thin lines between parts of a window, which stand out from its ground a little.
+/// The colour of thin separating lines, slightly different from the background.
 QColor line(const QPalette& palette);
 
 }  // namespace shades

@@ -13,8 +13,7 @@ namespace {
 
 constexpr const char* beingFilled = "beingFilled";
 
-/// Takes `excess` characters, as they are stored, off the end of what stands between two positions; no more
-/// than stands there.
+/// Removes up to `excess` characters, counted as stored, from the end of the text between two positions.
 void dropEnd(QPlainTextEdit& box, int begin, int end, int excess) {
     const QTextDocument& document = *box.document();
     int from = std::min(end, document.characterCount() - 1);
@@ -48,7 +47,7 @@ void textBox::setText(QPlainTextEdit& box, const QString& stored) {
 }
 
 void textBox::limit(QPlainTextEdit& box, int characters) {
-    // The document must not be changed while it tells of a change, so the place is only noted then.
+    // The document must not be changed within contentsChange, so the position is only noted there.
     struct Entered {
         int position = 0;
         int length = 0;

@@ -3,18 +3,18 @@
 #include <QPlainTextEdit>
 #include <QString>
 
-/// Texts of boxes with several lines. They are stored with CR LF as line break, and nothing else in them is
-/// changed on the way: Qt's own plain text would turn non-breaking blanks into blanks.
+/// Texts of multi-line boxes, stored with CR LF line breaks and otherwise unchanged;
+/// QPlainTextEdit::toPlainText would replace non-breaking spaces.
 namespace textBox {
 
-/// The text of the box, lines ended with CR LF.
+/// The text of the box, lines separated by CR LF.
 QString text(const QPlainTextEdit& box);
 
-/// Puts a stored text into the box; CR LF, LF and CR all break lines.
+/// Shows a stored text; CR LF, LF and CR are all line breaks.
 void setText(QPlainTextEdit& box, const QString& stored);
 
-/// Lets the user enter no more than so many characters, a line break counting as two. What is entered beyond
-/// them is dropped. A longer text put in by setText stays whole and can only become shorter.
+/// Limits the input to `characters` characters; a line break counts as two. Input beyond the limit is
+/// dropped. A longer text set by setText is kept and can only be shortened.
 void limit(QPlainTextEdit& box, int characters);
 
 }  // namespace textBox
