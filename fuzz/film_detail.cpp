@@ -38,11 +38,11 @@ class Window final : public csfd::DetailWindow {
  public:
     int selectedRow() const override { return 0; }
     QString selectedPath() const override { return QStringLiteral("1-FILM/"); }
-    QString text(csfd::Field field) const override { return fields_.value(static_cast<int>(field)); }
-    void setText(csfd::Field field, const QString& text) override { fields_[static_cast<int>(field)] = text; }
+    QString text(LookupField field) const override { return fields_.value(static_cast<int>(field)); }
+    void setText(LookupField field, const QString& text) override { fields_[static_cast<int>(field)] = text; }
     void clearOtherTitles() override {}
     void addOtherTitle(const QString&) override {}
-    void showPoster(const QString&) override {}
+    void showPicture(const QString&) override {}
     void showPosterChoice() override {}
     void untickPosterChoice() override {}
     void showStage(const QString&) override {}

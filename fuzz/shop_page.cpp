@@ -25,8 +25,8 @@ class NoWeb final : public Outside {
 
 class Window final : public obchod::DetailWindow {
  public:
-    QString text(obchod::Field field) const override { return fields.value(field); }
-    void setText(obchod::Field field, const QString& text) override { fields[field] = text; }
+    QString text(LookupField field) const override { return fields.value(field); }
+    void setText(LookupField field, const QString& text) override { fields[field] = text; }
     void showPicture(const QString&) override {}
     void repaintPicture() override {}
     void stopBrowser() override {}
@@ -34,7 +34,7 @@ class Window final : public obchod::DetailWindow {
     void hideWait() override { done = true; }
     void yield() override {}
 
-    QMap<obchod::Field, QString> fields;
+    QMap<LookupField, QString> fields;
     bool done = false;
 };
 
@@ -53,6 +53,6 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     Window window;
     obchod::NactiDetailObchod(page, QStringLiteral("http://shop"), window);
     require(window.done && window.fields.size() == 10);
-    require(window.text(obchod::Field::picture).isEmpty());
+    require(window.text(LookupField::picture).isEmpty());
     return 0;
 }

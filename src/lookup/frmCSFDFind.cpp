@@ -4,20 +4,17 @@
 
 #include "core/stahniSoubor.h"
 #include "lookup/Module2.h"
-#include "lookup/lookupBox.h"
 #include "lookup/mCSFD.h"
 #include "lookup/webText.h"
 #include "platform/Outside.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
-#include "platform/text.h"
 #include "toolkit/icons.h"
 #include "toolkit/keys.h"
 #include "toolkit/twips.h"
 #include "ui_frmCSFDFind.h"
 
 using namespace Qt::StringLiterals;
-using csfd::Field;
 
 namespace {
 
@@ -37,6 +34,7 @@ bool DwnFile(const QString& url, const QString& path) {
 frmCSFDFind::frmCSFDFind(const Sites& sites, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmCSFDFind>()), sites_(sites) {
     ui_->setupUi(this);
+    boxes_ = LookupBoxes(*ui_, ui_->findPuvName, ui_->Text2);
     icons::place(*this);
     setFixedSize(twips::toPixels(windowWidth), twips::toPixels(windowHeight));
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
@@ -118,17 +116,7 @@ void frmCSFDFind::readSelected() {
 }
 
 LookupResult frmCSFDFind::result() const {
-    return {.czechTitle = text(Field::czechTitle),
-            .originalTitle = text(Field::originalTitle),
-            .genre = text(Field::genre),
-            .country = text(Field::country),
-            .year = text(Field::year),
-            .length = text(Field::length),
-            .director = text(Field::director),
-            .cast = text(Field::cast),
-            .description = text(Field::description),
-            .withPicture = ui_->chkGetPicture->isChecked(),
-            .picturePath = text(Field::poster)};
+    return boxes_.result(ui_->chkGetPicture->isChecked());
 }
 
 int frmCSFDFind::selectedRow() const {
@@ -139,38 +127,12 @@ QString frmCSFDFind::selectedPath() const {
     return ui_->lvwSeznam->selectedItem().subItem(1);
 }
 
-QWidget& frmCSFDFind::control(Field field) const {
-    switch (field) {
-        case Field::czechTitle:
-            return *ui_->findCZ;
-        case Field::originalTitle:
-            return *ui_->findPuvName;
-        case Field::genre:
-            return *ui_->findZanr;
-        case Field::country:
-            return *ui_->findStat;
-        case Field::year:
-            return *ui_->findRok;
-        case Field::length:
-            return *ui_->findDelka;
-        case Field::director:
-            return *ui_->findRezie;
-        case Field::cast:
-            return *ui_->findHerci;
-        case Field::description:
-            return *ui_->findPopis;
-        case Field::poster:
-            break;
-    }
-    return *ui_->Text2;
+QString frmCSFDFind::text(LookupField field) const {
+    return boxes_.text(field);
 }
 
-QString frmCSFDFind::text(Field field) const {
-    return lookupBox::text(control(field));
-}
-
-void frmCSFDFind::setText(Field field, const QString& text) {
-    lookupBox::setText(control(field), text);
+void frmCSFDFind::setText(LookupField field, const QString& text) {
+    boxes_.setText(field, text);
 }
 
 void frmCSFDFind::clearOtherTitles() {
@@ -182,7 +144,7 @@ void frmCSFDFind::addOtherTitle(const QString& title) {
     ui_->findPuvName->addItem(title);
 }
 
-void frmCSFDFind::showPoster(const QString& path) {
+void frmCSFDFind::showPicture(const QString& path) {
     ui_->picWenImgNahl->loadPicture(path);
 }
 

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "core/Sites.h"
-#include "lookup/LookupResult.h"
+#include "lookup/LookupBoxes.h"
 #include "lookup/mDetail.h"
 
 namespace Ui {
@@ -44,15 +44,14 @@ class frmCSFDFind final : public QDialog, private csfd::DetailWindow {
 
  private:
     void readSelected();
-    QWidget& control(csfd::Field field) const;
 
     int selectedRow() const override;
     QString selectedPath() const override;
-    QString text(csfd::Field field) const override;
-    void setText(csfd::Field field, const QString& text) override;
+    QString text(LookupField field) const override;
+    void setText(LookupField field, const QString& text) override;
     void clearOtherTitles() override;
     void addOtherTitle(const QString& title) override;
-    void showPoster(const QString& path) override;
+    void showPicture(const QString& path) override;
     void showPosterChoice() override;
     void untickPosterChoice() override;
     void showStage(const QString& caption) override;
@@ -62,6 +61,7 @@ class frmCSFDFind final : public QDialog, private csfd::DetailWindow {
     void yield() override;
 
     std::unique_ptr<Ui::frmCSFDFind> ui_;
+    LookupBoxes boxes_;
     Sites sites_;
     csfd::Buffers buffers_;
 };

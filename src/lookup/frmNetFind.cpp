@@ -1,10 +1,8 @@
 #include "lookup/frmNetFind.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QShortcut>
 
-#include "lookup/lookupBox.h"
 #include "lookup/webText.h"
 #include "platform/Outside.h"
 #include "platform/codepage.h"
@@ -18,7 +16,6 @@
 #include "ui_frmNetFind.h"
 
 using namespace Qt::StringLiterals;
-using obchod::Field;
 
 namespace {
 
@@ -49,6 +46,7 @@ void writePlainText(const QString& path, const QString& text) {
 frmNetFind::frmNetFind(const Sites& sites, BrowserFactory& browsers, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmNetFind>()), sites_(sites) {
     ui_->setupUi(this);
+    boxes_ = LookupBoxes(*ui_, ui_->findPuvodni, ui_->Text1);
     icons::place(*this);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     resizeTo(wideWidth, wideHeight);
@@ -181,51 +179,15 @@ void frmNetFind::reject() {
 }
 
 LookupResult frmNetFind::result() const {
-    return {.czechTitle = text(Field::czechTitle),
-            .originalTitle = text(Field::originalTitle),
-            .genre = text(Field::genre),
-            .country = text(Field::country),
-            .year = text(Field::year),
-            .length = text(Field::length),
-            .director = text(Field::director),
-            .cast = text(Field::cast),
-            .description = text(Field::description),
-            .withPicture = ui_->chkGetPicture->isChecked(),
-            .picturePath = text(Field::picture)};
+    return boxes_.result(ui_->chkGetPicture->isChecked());
 }
 
-QWidget& frmNetFind::control(Field field) const {
-    switch (field) {
-        case Field::czechTitle:
-            return *ui_->findCZ;
-        case Field::genre:
-            return *ui_->findZanr;
-        case Field::originalTitle:
-            return *ui_->findPuvodni;
-        case Field::director:
-            return *ui_->findRezie;
-        case Field::cast:
-            return *ui_->findHerci;
-        case Field::length:
-            return *ui_->findDelka;
-        case Field::country:
-            return *ui_->findStat;
-        case Field::year:
-            return *ui_->findRok;
-        case Field::description:
-            return *ui_->findPopis;
-        case Field::picture:
-            break;
-    }
-    return *ui_->Text1;
+QString frmNetFind::text(LookupField field) const {
+    return boxes_.text(field);
 }
 
-QString frmNetFind::text(Field field) const {
-    return lookupBox::text(control(field));
-}
-
-void frmNetFind::setText(Field field, const QString& text) {
-    lookupBox::setText(control(field), text);
+void frmNetFind::setText(LookupField field, const QString& text) {
+    boxes_.setText(field, text);
 }
 
 void frmNetFind::showPicture(const QString& path) {

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "core/Sites.h"
-#include "lookup/LookupResult.h"
+#include "lookup/LookupBoxes.h"
 #include "lookup/mObchod.h"
 #include "toolkit/Browser.h"
 
@@ -51,10 +51,9 @@ class frmNetFind final : public QDialog, private obchod::DetailWindow {
     void loadSelected();
     void showProgress(int progress, int maximum);
     void resizeTo(int width, int height);
-    QWidget& control(obchod::Field field) const;
 
-    QString text(obchod::Field field) const override;
-    void setText(obchod::Field field, const QString& text) override;
+    QString text(LookupField field) const override;
+    void setText(LookupField field, const QString& text) override;
     void showPicture(const QString& path) override;
     void repaintPicture() override;
     void stopBrowser() override;
@@ -63,6 +62,7 @@ class frmNetFind final : public QDialog, private obchod::DetailWindow {
     void yield() override;
 
     std::unique_ptr<Ui::frmNetFind> ui_;
+    LookupBoxes boxes_;
     Sites sites_;
     QString listPage_;  // the page of the list
     QString filmPage_;  // the page of the film

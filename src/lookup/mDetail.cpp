@@ -10,7 +10,6 @@
 #include "platform/Outside.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
-#include "platform/text.h"
 
 using namespace Qt::StringLiterals;
 
@@ -67,7 +66,7 @@ class Reading {
         }
     }
 
-    void set(csfd::Field field, const QString& text) {
+    void set(LookupField field, const QString& text) {
         step([&] { window_.setText(field, text); });
     }
     QString cut(const QString& startMarker, const QString& endMarker) const {
@@ -122,7 +121,7 @@ class Reading {
     }
 
     void readCzechTitle() {
-        set(csfd::Field::czechTitle,
+        set(LookupField::czechTitle,
             cut(u"<h1 style='font-size: 18px;font-weight:bold;color: #000000;font-family: "
                 "Tahoma;display:inline'>"_s,
                 u"</h1>"_s));
@@ -137,7 +136,7 @@ class Reading {
         step([&] { buffers_.otherPage = NactiUTF8Soubor(inData(file)); });
         const QString title = NajdiTextPolozky(csfd::Page(buffers_.otherPage), u"<title>"_s, u"</title>"_s);
         buffers_.otherPage.clear();
-        set(csfd::Field::originalTitle, csfd::titleWithoutYear(title));
+        set(LookupField::originalTitle, csfd::titleWithoutYear(title));
     }
 
     void readOtherTitles() {
@@ -147,13 +146,13 @@ class Reading {
         if (other.any) window_.clearOtherTitles();
         for (const QString& title : other.titles) {
             window_.addOtherTitle(title);
-            set(csfd::Field::originalTitle, title);
+            set(LookupField::originalTitle, title);
         }
         stage(u"65%"_s);
     }
 
     void readGenre() {
-        set(csfd::Field::genre, cut(u"<br>   <b>"_s, u"&nbsp;<br>"_s).replace(u" / "_s, u", "_s));
+        set(LookupField::genre, cut(u"<br>   <b>"_s, u"&nbsp;<br>"_s).replace(u" / "_s, u", "_s));
         yieldAndRepaint();
     }
 
@@ -161,11 +160,11 @@ class Reading {
         csfd::Origin origin;
         if (csfd::cutOrigin(cut(u"&nbsp;<br>"_s, u"<"_s), origin)) {
             skipping_ = false;
-            set(csfd::Field::length, origin.length);
+            set(LookupField::length, origin.length);
             window_.repaintFields();
-            set(csfd::Field::year, origin.year);
+            set(LookupField::year, origin.year);
             window_.repaintFields();
-            set(csfd::Field::country, origin.country);
+            set(LookupField::country, origin.country);
             window_.repaintFields();
         }
         window_.yield();
@@ -173,7 +172,7 @@ class Reading {
 
     void readDirector() {
         const csfd::Page links(cut(u"<b>Režie:</b>"_s, u"<br>"_s));
-        set(csfd::Field::director, OdebratTagy(NajdiTextPolozky(links, u">"_s, u"</a>"_s)));
+        set(LookupField::director, OdebratTagy(NajdiTextPolozky(links, u">"_s, u"</a>"_s)));
         yieldAndRepaint();
     }
 
@@ -184,12 +183,12 @@ class Reading {
             if (cast.isEmpty()) throw RuntimeError(errors::invalidCall);
             cast.chop(2);
         });
-        set(csfd::Field::cast, cast);
+        set(LookupField::cast, cast);
         yieldAndRepaint();
     }
 
     void readDescription() {
-        set(csfd::Field::description,
+        set(LookupField::description,
             csfd::descriptionOf(cut(u"<span class='komentar_font' style='text-align:justify;width:700px;'>"_s,
                                     u"</span>"_s)));
         window_.yield();
@@ -209,12 +208,12 @@ class Reading {
             address.truncate(blank);
         });
         address.remove(u'"').remove(u'\'');
-        set(csfd::Field::poster, sites_.filmDb + u'/' + address);
+        set(LookupField::picture, sites_.filmDb + u'/' + address);
         // What is no picture never ends a reading: the field keeps the address then.
         skipFailure([&] {
-            window_.setText(csfd::Field::poster,
-                            NactiWebObrazek(window_.text(csfd::Field::poster),
-                                            [this](const QString& path) { window_.showPoster(path); }));
+            window_.setText(LookupField::picture,
+                            NactiWebObrazek(window_.text(LookupField::picture),
+                                            [this](const QString& path) { window_.showPicture(path); }));
         });
         window_.showPosterChoice();
     }

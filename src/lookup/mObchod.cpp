@@ -5,13 +5,9 @@
 #include "platform/text.h"
 
 using namespace Qt::StringLiterals;
-using obchod::Field;
+using Field = LookupField;
 
 namespace {
-
-QString fromFirst(const QString& text, QStringView marker) {
-    return text::mid(text, text::inStr(text, marker));
-}
 
 QString fromFirstIgnoringCase(const QString& text, QStringView marker) {
     return text::mid(text, text::inStrIgnoringCase(text, marker));
@@ -61,7 +57,7 @@ class Cutting {
 
     void cutTitle() {
         constexpr QStringView heading = u"<H2 class=title1>";
-        step([&] { piece_ = fromFirst(page_, heading); });
+        step([&] { piece_ = text::fromFirst(page_, heading); });
         remove(heading);
         step([&] { piece_ = leftOf(piece_, text::inStr(text::upperCase(piece_), u"<A") - 1); });
         put(Field::czechTitle);
@@ -69,9 +65,9 @@ class Cutting {
     }
 
     void cutRow(QStringView label, Field field, bool hardBlanks = false) {
-        step([&] { piece_ = fromFirst(page_, label); });
+        step([&] { piece_ = text::fromFirst(page_, label); });
         step([&] { piece_ = text::mid(piece_, text::inStr(text::upperCase(piece_), u"<TD")); });
-        step([&] { piece_ = fromFirst(piece_, u">"); });
+        step([&] { piece_ = text::fromFirst(piece_, u">"); });
         step([&] { piece_ = leftOf(piece_, text::inStr(piece_, u"<")); });
         remove(u"<");
         remove(u">");
@@ -81,7 +77,7 @@ class Cutting {
     }
 
     void cutDescription() {
-        step([&] { piece_ = fromFirst(page_, u"Popis:"); });
+        step([&] { piece_ = text::fromFirst(page_, u"Popis:"); });
         step([&] { piece_ = text::mid(piece_, text::inStr(text::upperCase(piece_), u"<TD")); });
         step([&] { piece_ = text::mid(piece_, text::inStr(text::upperCase(piece_), u"</TABLE>")); });
         remove(u"</TABLE>", Qt::CaseInsensitive);
@@ -121,7 +117,7 @@ class Cutting {
 }  // namespace
 
 QString obchod::ziskejNazev(const QString& link) {
-    QString title = fromFirst(link, u"id_zbozi=");
+    QString title = text::fromFirst(link, u"id_zbozi=");
     title = title.sliced(title.indexOf(u'>') + 1);
     title.remove(u"<FONT style=\"COLOR: green\">"_s);
     return title.remove(u"</FONT>"_s).remove(u'<').remove(u'>');

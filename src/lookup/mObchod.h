@@ -1,9 +1,9 @@
 #pragma once
 
 #include <QString>
-#include <functional>
 #include <vector>
 
+#include "lookup/LookupWindow.h"
 #include "platform/ListEntry.h"
 
 /// How the disc shop's pages are cut. They come as the browser control gives a page's body: tag names in
@@ -21,40 +21,12 @@ qint32 GetID(const QString& link);
 /// @throws RuntimeError as the two above do, and 5 for a link without an end.
 std::vector<ListEntry> NactiSeznamObchod(const QString& page);
 
-/// The fields of a film's page.
-enum class Field {
-    czechTitle,
-    genre,
-    originalTitle,
-    director,
-    cast,
-    length,
-    country,
-    year,
-    description,
-    picture
-};
-
-/// What a film's page is cut for.
-class DetailWindow {
+/// The window that a film's page is read for.
+class DetailWindow : public LookupWindow {
  public:
-    DetailWindow() = default;
-    virtual ~DetailWindow() = default;
-    DetailWindow(const DetailWindow&) = delete;
-    DetailWindow& operator=(const DetailWindow&) = delete;
-
-    virtual QString text(Field field) const = 0;
-    virtual void setText(Field field, const QString& text) = 0;
-    /// Shows a picture file. @throws RuntimeError when it is none.
-    virtual void showPicture(const QString& path) = 0;
     virtual void repaintPicture() = 0;
-    /// Ends what the browser is doing.
+    /// Stops loading the page.
     virtual void stopBrowser() = 0;
-    /// Shows that a page is being cut.
-    virtual void showWait() = 0;
-    virtual void hideWait() = 0;
-    /// Lets pending window events run.
-    virtual void yield() = 0;
 };
 
 /// Cuts all fields out of a film's page and fetches its picture. A row that the page lacks gives an empty

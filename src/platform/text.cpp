@@ -125,6 +125,10 @@ QString text::mid(QStringView text, qsizetype start, qsizetype length) {
     return text.mid(start - 1, std::min(length, text.size() - start + 1)).toString();
 }
 
+QString text::fromFirst(QStringView text, QStringView marker) {
+    return mid(text, inStr(text, marker));
+}
+
 QStringList text::split(const QString& text, QChar separator) {
     return text.isEmpty() ? QStringList() : text.split(separator);
 }

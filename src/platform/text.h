@@ -29,6 +29,9 @@ qsizetype inStrIgnoringCase(QStringView text, QStringView needle, qsizetype star
 QString mid(QStringView text, qsizetype start);
 QString mid(QStringView text, qsizetype start, qsizetype length);
 
+/// The text from the first `marker` on. @throws RuntimeError 5 when it has none.
+QString fromFirst(QStringView text, QStringView marker);
+
 /// The parts between separators, empty ones included; no part at all for an empty text.
 QStringList split(const QString& text, QChar separator);
 

@@ -6,10 +6,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString fromFirst(const QString& text, QStringView marker) {
-    return text::mid(text, text::inStr(text, marker));
-}
-
 QString before(const QString& text, QStringView marker) {
     return text::mid(text, 1, text::inStr(text, marker) - 1);
 }
@@ -21,9 +17,9 @@ QString behind(const QString& text, QStringView marker) {
 }  // namespace
 
 QStringList coverPage::ZpracujZaznamy(const QString& page) {
-    QString options = fromFirst(page, u"<select name=\"dvd\" align=\"center\" size=25");
-    options = fromFirst(options, u">");
-    options = fromFirst(options, u"<");
+    QString options = text::fromFirst(page, u"<select name=\"dvd\" align=\"center\" size=25");
+    options = text::fromFirst(options, u">");
+    options = text::fromFirst(options, u"<");
     QStringList parts = options.split(u"</option>"_s);
     parts.removeLast();
     return parts;
