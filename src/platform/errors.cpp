@@ -24,20 +24,14 @@ QString errors::description(qint32 number) {
             return u"Disk je plný."_s;
         case endOfFile:
             return u"Soubor skončil dříve, než se čekalo."_s;
-        case permissionDenied:
-            return u"Přístup byl odepřen."_s;
         case pathAccess:
             return u"K cestě nebo souboru nelze přistupovat."_s;
-        case pathNotFound:
-            return u"Cesta nebyla nalezena."_s;
         case objectNotSet:
             return u"Objekt není nastaven."_s;
         case invalidNull:
             return u"Neplatné použití prázdné hodnoty (Null)."_s;
         case noSuchControl:
             return u"Prvek pole ovládacích prvků neexistuje."_s;
-        case invalidPropertyIndex:
-            return u"Neplatný index vlastnosti."_s;
         case invalidPicture:
             return u"Soubor není platný obrázek."_s;
         case printer:
