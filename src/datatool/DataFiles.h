@@ -8,6 +8,10 @@
 /// The ready-made pair of data files.
 namespace dataFiles {
 
+/// The highest key that a row may get: keys are 32-bit numbers to the program, and new ones count on from the
+/// highest.
+inline constexpr qint32 highestKey = 2000000000;
+
 QString cataloguePath(const QString& folder);
 QString picturesPath(const QString& folder);
 

@@ -1,10 +1,6 @@
 #include "datatool/Departments.h"
 
-namespace {
-
-constexpr qint64 highestKey = 2000000000;
-
-}  // namespace
+#include "datatool/DataFiles.h"
 
 Departments::Departments(const sqlite::Database& database)
     : find_(database,
@@ -23,7 +19,7 @@ qint64 Departments::keyOf(const QString& name, std::optional<qint64> wish) {
 }
 
 qint64 Departments::make(const QString& name, std::optional<qint64> wish) {
-    bool free = wish && *wish > 0 && *wish <= highestKey;
+    bool free = wish && *wish > 0 && *wish <= dataFiles::highestKey;
     if (free) {
         taken_.bind(1, *wish);
         free = !taken_.step();

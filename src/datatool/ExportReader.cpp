@@ -51,9 +51,9 @@ void ExportReader::readField(QByteArray& field) {
     }
 }
 
-bool ExportReader::next(std::vector<QByteArray>& fields) {
+bool ExportReader::next(QByteArrayList& fields) {
     if (peek() < 0) return false;
-    std::size_t count = 0;
+    qsizetype count = 0;
     for (;;) {
         if (fields.size() == count) fields.emplace_back();
         readField(fields[count++]);

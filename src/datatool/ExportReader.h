@@ -1,8 +1,7 @@
 #pragma once
 
-#include <QByteArray>
+#include <QByteArrayList>
 #include <functional>
-#include <vector>
 
 /// Reads the records that mdb-export writes: fields separated by commas, bare or in quotes with quotes
 /// doubled, each record ended by a line feed. Fields in quotes may hold any bytes. Only one record is in
@@ -16,7 +15,7 @@ class ExportReader final {
 
     /// Puts the fields of the next record in place of those in `fields`; false at the end.
     /// @throws RuntimeError when the output breaks off or has another form; failures of the source.
-    bool next(std::vector<QByteArray>& fields);
+    bool next(QByteArrayList& fields);
 
  private:
     /// The next byte, which stays the next; -1 at the end.

@@ -1,23 +1,18 @@
 #include "datatool/FilmExport.h"
 
-#include <QDir>
-#include <QFileInfo>
+#include <QFile>
 #include <QSaveFile>
 
 #include "datatool/CsvText.h"
 #include "datatool/DataFiles.h"
 #include "datatool/Interruption.h"
-#include "platform/errors.h"
+#include "datatool/outputFile.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr qint64 filmsPerReport = 500;
-
-[[noreturn]] void refuse(const QString& path, const QString& what) {
-    throw RuntimeError(errors::pathAccess, u"%1: %2"_s.arg(what, QDir::toNativeSeparators(path)));
-}
 
 QString fieldOf(const sqlite::Statement& films, int column) {
     const bool isNumber = sqlite3_column_type(films.handle(), column) == SQLITE_INTEGER;
@@ -36,10 +31,9 @@ QByteArray header(const sqlite::Statement& films, int columns) {
 qint64 filmExport::write(const QString& folder, const QString& csv,
                          const std::function<void(qint64)>& progress) {
     const sqlite::Database database = dataFiles::openCatalogue(folder);
-    if (QFileInfo::exists(csv) || QFileInfo(csv).isSymLink())
-        refuse(csv, u"Soubor již existuje a nebude přepsán"_s);
+    outputFile::refuseExisting(csv);
     QSaveFile file(csv);
-    if (!file.open(QFile::WriteOnly)) refuse(csv, u"Soubor nelze zapsat"_s);
+    if (!file.open(QFile::WriteOnly)) outputFile::failWriting(csv);
 
     const sqlite::Statement rows(
         database,
@@ -56,6 +50,6 @@ qint64 filmExport::write(const QString& folder, const QString& csv,
         file.write((fields.join(u',') + u"\r\n"_s).toUtf8());
         if (++films % filmsPerReport == 0) progress(films);
     }
-    if (!file.commit()) refuse(csv, u"Soubor nelze zapsat, je možná plný disk"_s);
+    if (!file.commit()) outputFile::fail(u"Soubor nelze zapsat, je možná plný disk"_s, csv);
     return films;
 }

@@ -11,16 +11,19 @@
 #include "datatool/DataFiles.h"
 #include "datatool/Departments.h"
 #include "datatool/Interruption.h"
+#include "datatool/TableColumns.h"
+#include "datatool/outputFile.h"
 #include "platform/errors.h"
 #include "platform/sqlite.h"
 #include "platform/text.h"
 
 using namespace Qt::StringLiterals;
 
+using dataFiles::highestKey;
+
 namespace {
 
 constexpr qint64 filmsPerReport = 500;
-constexpr int highestKey = 2000000000;
 
 struct FilmColumn {
     QString name;
@@ -57,9 +60,8 @@ class BadLine final : public RuntimeError {
 
 std::vector<FilmColumn> filmColumns(const sqlite::Database& database) {
     std::vector<FilmColumn> columns;
-    const sqlite::Statement info(database, "SELECT name, type FROM pragma_table_info('tDVD')");
-    while (info.step())
-        columns.push_back({info.text(0), info.text(1) == u"INTEGER"_s});
+    for (const TableColumn& column : columnsOf(database, u"tDVD"_s))
+        columns.push_back({column.name, column.kind == ado::ColumnKind::number});
     return columns;
 }
 
@@ -125,8 +127,8 @@ class FilmWriter final {
         }
         try {
             insert_.step();
-        } catch (const sqlite::Failure& failure) {
-            if ((failure.resultCode() & 0xFF) != SQLITE_CONSTRAINT) throw;
+        } catch (const RuntimeError& failure) {
+            if (failure.number() != errors::databaseConstraint) throw;
             refuse(line, failure.description());
         }
         insert_.reset();
@@ -159,13 +161,10 @@ class FilmWriter final {
     }
 
     static QByteArray insertSql(const std::vector<FilmColumn>& columns) {
-        QByteArray names;
-        QByteArray marks;
-        for (const FilmColumn& column : columns) {
-            names += (names.isEmpty() ? "" : ",") + column.name.toUtf8();
-            marks += marks.isEmpty() ? "?" : ",?";
-        }
-        return "INSERT INTO tDVD (" + names + ") VALUES (" + marks + ')';
+        QByteArrayList names;
+        for (const FilmColumn& column : columns)
+            names += column.name.toUtf8();
+        return ado::insertSql("tDVD", names);
     }
 
     Layout layout_;
@@ -250,7 +249,7 @@ filmLoader::Report filmLoader::load(const QString& folder, const QString& csv,
     report.departments = writer.madeDepartments();
     QSaveFile told(QDir(folder).filePath(u"load.txt"_s));
     if (!told.open(QFile::WriteOnly) || told.write(report.text().toUtf8()) < 0)
-        throw RuntimeError(errors::pathAccess, u"Soubor nelze zapsat: %1"_s.arg(told.fileName()));
+        outputFile::failWriting(told.fileName());
     transaction.commit();
     if (!told.commit())
         throw RuntimeError(errors::pathAccess, u"Filmy jsou přidané, ale zprávu load.txt nelze zapsat."_s);

@@ -11,16 +11,17 @@
 #include "datatool/Interruption.h"
 #include "datatool/NewPair.h"
 #include "datatool/RowWriter.h"
+#include "film/mBlobDATA.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
 
 using namespace Qt::StringLiterals;
 
+using dataFiles::highestKey;
+
 namespace {
 
 constexpr qint64 stepsOfTable = 200;
-constexpr qint64 highestKey = 2000000000;
-constexpr qint64 pictureBlock = 100000;
 
 struct Table {
     QString name;
@@ -48,7 +49,7 @@ std::optional<QString> pictureFault(std::optional<QByteArrayView> data, std::opt
     if (wanted < 0) return u"PicSize je záporné (%1)"_s.arg(wanted);
     if (length == 0 && wanted == 0) return std::nullopt;
     if (!size) return u"má %1 bajtů dat, ale délka PicSize není uvedena"_s.arg(length);
-    const qint64 stored = wanted + wanted / pictureBlock + 1;
+    const qint64 stored = blob::storedLength(wanted);
     if (length == stored) return std::nullopt;
     return u"podle PicSize %1 má mít %2 bajtů dat a má jich %3"_s.arg(wanted).arg(stored).arg(length);
 }

@@ -13,23 +13,12 @@
 
 #include "core/mDatabase.h"
 #include "datatool/DataFiles.h"
-#include "platform/errors.h"
+#include "datatool/outputFile.h"
 #include "platform/password.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-void refuseExisting(const QString& path) {
-    // A link that leads nowhere is somebody's too.
-    if (!QFile::exists(path) && !QFileInfo(path).isSymLink()) return;
-    throw RuntimeError(errors::pathAccess,
-                       u"Soubor již existuje a nebude přepsán: %1"_s.arg(QDir::toNativeSeparators(path)));
-}
-
-[[noreturn]] void refuseWriting(const QString& path) {
-    throw RuntimeError(errors::pathAccess, u"Soubor nelze zapsat: %1"_s.arg(QDir::toNativeSeparators(path)));
-}
 
 std::unique_ptr<sqlite::Database> newDatabase(const QString& path, const QString& tables) {
     auto database = std::make_unique<sqlite::Database>(path, sqlite::Database::Mode::create);
@@ -49,14 +38,14 @@ void bringToDisk(QFile& file) {
 #else
     const int result = _commit(file.handle());
 #endif
-    if (result != 0) refuseWriting(file.fileName());
+    if (result != 0) outputFile::failWriting(file.fileName());
 }
 
 void writeText(const QString& path, const QString& text) {
     QFile file(path);
     const QByteArray bytes = text.toUtf8();
     if (!file.open(QFile::WriteOnly | QFile::NewOnly) || file.write(bytes) != bytes.size() || !file.flush())
-        refuseWriting(path);
+        outputFile::failWriting(path);
 }
 
 }  // namespace
@@ -69,8 +58,7 @@ NewPair::Folder::Folder(const QString& path) {
     if (QDir().mkpath(path)) return;
     for (const QString& folder : std::as_const(made_))
         QDir().rmdir(folder);
-    throw RuntimeError(errors::pathAccess,
-                       u"Složku nelze vytvořit: %1"_s.arg(QDir::toNativeSeparators(path)));
+    outputFile::fail(u"Složku nelze vytvořit"_s, path);
 }
 
 NewPair::Folder::~Folder() {
@@ -83,7 +71,7 @@ NewPair::NewPair(const QString& folder, const QString& report) : folder_(folder)
     QStringList paths{dataFiles::cataloguePath(folder), dataFiles::picturesPath(folder)};
     if (!report.isEmpty()) paths += QDir(folder).filePath(report);
     for (const QString& path : std::as_const(paths)) {
-        refuseExisting(path);
+        outputFile::refuseExisting(path);
         files_.push_back({path, path + u".new"_s, nullptr});
         QFile::remove(files_.back().made);
     }
@@ -117,14 +105,18 @@ void NewPair::keep(const QString& report) {
         }
         file.database.reset();
         QFile whole(file.made);
-        if (!whole.open(QFile::ReadWrite)) refuseWriting(file.path);
+        if (!whole.open(QFile::ReadWrite)) outputFile::failWriting(file.path);
         bringToDisk(whole);
     }
-    for (std::size_t renamed = 0; renamed < files_.size(); ++renamed) {
-        if (QFile::rename(files_[renamed].made, files_[renamed].path)) continue;
-        while (renamed-- > 0)
-            QFile::remove(files_[renamed].path);
-        refuseWriting(files_.back().path);
+    QStringList renamed;
+    for (const File& file : files_) {
+        if (QFile::rename(file.made, file.path)) {
+            renamed += file.path;
+            continue;
+        }
+        for (const QString& path : std::as_const(renamed))
+            QFile::remove(path);
+        outputFile::failWriting(file.path);
     }
     folder_.keep();
 }

@@ -156,21 +156,20 @@ bool OldTable::next() {
         const bool isRow = rows_->reader.next(fields_);
         check(marks_.next(markFields_));
         if (!isRow) {
-            std::vector<QByteArray> nothing;
+            QByteArrayList nothing;
             check(marks() == "end" && (!isLast_ || !marks_.next(nothing)));
             return false;
         }
-        check(static_cast<qsizetype>(fields_.size()) == columns_.size() && marks().size() == columns_.size());
-        check(marks().count('T') == static_cast<qsizetype>(markFields_.size()) - 1);
+        check(fields_.size() == columns_.size() && marks().size() == columns_.size());
+        check(marks().count('T') == markFields_.size() - 1);
         for (qsizetype column = 0; column < columns_.size(); ++column)
-            check(marks()[column] != 'N' || fields_[static_cast<std::size_t>(column)].isEmpty());
+            check(marks()[column] != 'N' || fields_[column].isEmpty());
         return true;
     });
 }
 
-std::optional<QByteArrayView> OldTable::value(int column) const {
+std::optional<QByteArrayView> OldTable::value(qsizetype column) const {
     if (marks()[column] == 'N') return std::nullopt;
-    if (marks()[column] != 'T') return fields_[static_cast<std::size_t>(column)];
-    const auto text = static_cast<std::size_t>(QByteArrayView(marks()).first(column + 1).count('T'));
-    return markFields_[text];
+    if (marks()[column] != 'T') return fields_[column];
+    return markFields_[QByteArrayView(marks()).first(column + 1).count('T')];
 }

@@ -1,11 +1,10 @@
 #pragma once
 
-#include <QByteArray>
+#include <QByteArrayList>
 #include <QString>
 #include <QStringList>
 #include <memory>
 #include <optional>
-#include <vector>
 
 #include "datatool/ChildProgram.h"
 #include "datatool/ExportReader.h"
@@ -86,9 +85,9 @@ class OldTable final {
     bool next();
     /// A value of the row in UTF-8 or, for binary columns, as it stands; nothing for Null.
     /// @param column counts from 0.
-    std::optional<QByteArrayView> value(int column) const;
+    std::optional<QByteArrayView> value(qsizetype column) const;
     /// True when a part of the value is missing in the file.
-    bool isDamaged(int column) const { return marks()[column] == 'D'; }
+    bool isDamaged(qsizetype column) const { return marks()[column] == 'D'; }
 
  private:
     const QByteArray& marks() const { return markFields_.front(); }
@@ -98,8 +97,8 @@ class OldTable final {
     ExportReader& marks_;
     std::unique_ptr<ProgramRecords> rows_;
     std::unique_ptr<ChildProgram> counter_;
-    std::vector<QByteArray> fields_;
-    std::vector<QByteArray> markFields_;
+    QByteArrayList fields_;
+    QByteArrayList markFields_;
     QStringList columns_;
     bool isLast_;
     qint64 lastNumber_ = 0;

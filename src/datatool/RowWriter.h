@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "datatool/OldFile.h"
-#include "platform/sqlite.h"
+#include "datatool/TableColumns.h"
 
 /// Puts rows of one table of an old file into the table of the same name of a new one.
 class RowWriter final {
@@ -28,16 +28,11 @@ class RowWriter final {
     QStringList leftOut(const OldTable& rows) const;
 
  private:
-    enum class Kind { number, text, date, bytes };
-    struct Column {
-        QString name;
-        Kind kind;
-        bool isKey;
-        int field;  // in the old table
+    struct Column : TableColumn {
+        qsizetype field;  // in the old table
     };
 
     std::optional<QString> bind(int parameter, const Column& column, QByteArrayView value) const;
-    QByteArray insertSql(const QString& table) const;
 
     std::vector<Column> columns_;
     std::optional<sqlite::Statement> insert_;

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 block = 100000;
+using blob::block;
 
 /// Reads into the buffer. At the end of the file the rest of the buffer is left unchanged.
 void fill(QByteArray& buffer, QFile& file) {

@@ -11,11 +11,19 @@
 /// of the extra bytes is unspecified. The size column holds L.
 namespace blob {
 
+/// Bytes of a block.
+inline constexpr qint64 block = 100000;
+
 /// Which of a film's two pictures.
 enum class Group { cover, preview };
 
 /// Value of `PicSkup` for a group: "O" cover, "N" preview.
 QString letter(Group group);
+
+/// The length of the data column for a picture of `length` bytes.
+constexpr qint64 storedLength(qint64 length) {
+    return length + length / block + 1;
+}
 
 /// Sets the data column of the current row to a file's content and the size column to its length; the
 /// recordset's Update stores them. An empty path does nothing. An empty file is reported in a box and leaves

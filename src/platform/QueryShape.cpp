@@ -8,14 +8,6 @@ namespace {
 
 using namespace ado;
 
-ColumnKind kindOf(const char* declaredType) {
-    const QByteArray type = QByteArray(declaredType).toUpper();
-    if (type.contains("INT")) return ColumnKind::number;
-    if (type.contains("DATE")) return ColumnKind::date;
-    if (type.contains("BLOB")) return ColumnKind::bytes;
-    return ColumnKind::text;
-}
-
 QByteArray keyOf(const sqlite::Database& database, const QByteArray& table) {
     const sqlite::Statement info(
         database, "SELECT name FROM pragma_table_info(?1) WHERE pk=1 AND type='INTEGER' COLLATE NOCASE");
@@ -75,8 +67,28 @@ Outer outerWords(const QByteArray& sql) {
 
 }  // namespace
 
+ado::ColumnKind ado::kindOf(QByteArrayView declaredType) {
+    const QByteArray type = declaredType.toByteArray().toUpper();
+    if (type.contains("INT")) return ColumnKind::number;
+    if (type.contains("DATE")) return ColumnKind::date;
+    if (type.contains("BLOB")) return ColumnKind::bytes;
+    return ColumnKind::text;
+}
+
 QByteArray ado::quoted(const QByteArray& name) {
     return '"' + QByteArray(name).replace('"', "\"\"") + '"';
+}
+
+QByteArray ado::insertSql(const QByteArray& table, const QByteArrayList& columns) {
+    QByteArray names;
+    QByteArray parameters;
+    for (const QByteArray& column : columns) {
+        names += (names.isEmpty() ? "" : ",") + quoted(column);
+        parameters += parameters.isEmpty() ? "?" : ",?";
+    }
+    const QByteArray values =
+        columns.isEmpty() ? " DEFAULT VALUES" : " (" + names + ") VALUES (" + parameters + ')';
+    return "INSERT INTO " + quoted(table) + values;
 }
 
 QueryShape ado::QueryShape::of(const sqlite::Database& database, const QString& sql) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayList>
 #include <QString>
 #include <vector>
 
@@ -10,6 +11,9 @@ namespace ado {
 
 /// What a column can hold, by the type that its table declares.
 enum class ColumnKind { text, number, date, bytes };
+
+/// The kind of a column by its declared type.
+ColumnKind kindOf(QByteArrayView declaredType);
 
 /// One column of a select list and where it comes from.
 struct Column {
@@ -42,5 +46,8 @@ struct QueryShape {
 
 /// `name` in double quotes, as an identifier in SQL.
 QByteArray quoted(const QByteArray& name);
+
+/// An INSERT with one parameter for each column; without columns one that inserts a row of defaults.
+QByteArray insertSql(const QByteArray& table, const QByteArrayList& columns);
 
 }  // namespace ado

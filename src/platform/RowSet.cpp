@@ -318,15 +318,10 @@ void RowSet::update() {
 
 qint64 RowSet::insertRow() {
     const std::vector<int> columns = pendingColumns(0);
-    QByteArray names;
-    QByteArray marks;
-    for (const int column : columns) {
-        names += (names.isEmpty() ? "" : ",") +
-                 quoted(tableOf(column).columns[static_cast<std::size_t>(columnAt(column).placeInTable)]);
-        marks += marks.isEmpty() ? "?" : ",?";
-    }
-    const QByteArray values = columns.empty() ? " DEFAULT VALUES" : " (" + names + ") VALUES (" + marks + ')';
-    const sqlite::Statement insert(database(), "INSERT INTO " + quoted(shape_.tables[0].name) + values);
+    QByteArrayList names;
+    for (const int column : columns)
+        names += tableOf(column).columns[static_cast<std::size_t>(columnAt(column).placeInTable)];
+    const sqlite::Statement insert(database(), insertSql(shape_.tables[0].name, names));
     bindPending(insert, columns);
     insert.step();
     const qint64 key = sqlite3_last_insert_rowid(database().handle());

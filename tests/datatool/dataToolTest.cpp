@@ -1,5 +1,6 @@
 #include "datatool/DataFiles.h"
 #include "datatool/FilmLoader.h"
+#include "datatool/NewPair.h"
 #include "datatool/importFixture.h"
 
 using namespace Qt::StringLiterals;
@@ -43,6 +44,18 @@ TEST_F(DataFiles, ExistingFileIsKeptAndTheOtherIsNotMade) {
     EXPECT_NE(failureOf([&] { dataFiles::create(at(u"link"_s)); }), 0);
     EXPECT_EQ(names(u"link"_s), QStringList{u"pictures.ddb"_s});
     EXPECT_FALSE(QFile::exists(at(u"nowhere.ddb"_s)));
+}
+
+TEST_F(DataFiles, FailureToKeepAPairNamesTheFileAndLeavesNone) {
+    NewPair pair(at(u"mine"_s));
+    ASSERT_TRUE(QDir().mkpath(at(u"mine/data.ddb"_s)));
+    try {
+        pair.keep();
+        ADD_FAILURE();
+    } catch (const RuntimeError& failure) {
+        EXPECT_TRUE(failure.description().endsWith(u"data.ddb"_s));
+    }
+    EXPECT_FALSE(QFile::exists(at(u"mine/pictures.ddb"_s)));
 }
 
 TEST_F(DataFiles, FilmsAreLoadedWithTheUsualContentWhereTheFileSaysNothing) {

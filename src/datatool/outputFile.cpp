@@ -1,0 +1,21 @@
+#include "datatool/outputFile.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include "platform/errors.h"
+
+using namespace Qt::StringLiterals;
+
+void outputFile::fail(const QString& what, const QString& path) {
+    throw RuntimeError(errors::pathAccess, u"%1: %2"_s.arg(what, QDir::toNativeSeparators(path)));
+}
+
+void outputFile::refuseExisting(const QString& path) {
+    const QFileInfo file(path);
+    if (file.exists() || file.isSymLink()) fail(u"Soubor již existuje a nebude přepsán"_s, path);
+}
+
+void outputFile::failWriting(const QString& path) {
+    fail(u"Soubor nelze zapsat"_s, path);
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+/// Failures of files that are written.
+namespace outputFile {
+
+/// @throws RuntimeError 75 always: `what` in Czech, followed by the path.
+[[noreturn]] void fail(const QString& what, const QString& path);
+
+/// @throws RuntimeError 75 when something exists at `path`, even if only a dangling link.
+void refuseExisting(const QString& path);
+
+/// @throws RuntimeError 75 always.
+[[noreturn]] void failWriting(const QString& path);
+
+}  // namespace outputFile
