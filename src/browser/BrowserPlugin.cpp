@@ -10,15 +10,15 @@
 
 #include "browser/WebBrowser.h"
 
-// What Qt itself calls where the attribute for shared contexts is set before the application object. It is
-// exported, but declared in no public header.
+// Qt calls this itself if the attribute for shared contexts is set before the application object is created.
+// It is exported but declared in no public header.
 QT_BEGIN_NAMESPACE
 Q_GUI_EXPORT void qt_gl_set_global_share_context(QOpenGLContext* context);
 QT_END_NAMESPACE
 
 namespace {
 
-/// The context that the engine's views share. Made with the first one, as making it takes long.
+/// The OpenGL context shared by the views. Created with the first view, as that is slow.
 void makeSharedContext() {
     if (QOpenGLContext::globalShareContext() != nullptr) return;
     auto context = std::make_unique<QOpenGLContext>();

@@ -18,7 +18,7 @@ QString bodyScript() {
 
 }  // namespace
 
-/// A page that tells where it is about to go and keeps its scripts' boxes from the user.
+/// Reports where it navigates to and suppresses its scripts' message boxes.
 class WebBrowser::Page final : public QWebEnginePage {
  public:
     Page(QWebEngineProfile* profile, const Events& events) : QWebEnginePage(profile), events_(events) {}
@@ -52,16 +52,16 @@ WebBrowser::WebBrowser(QWidget& parent, Events events)
     const auto set = [this](QWebEngineSettings::WebAttribute attribute, bool on) {
         page_->settings()->setAttribute(attribute, on);
     };
-    // The search form is a local page, and its results come from the web. It holds a title, which may hold
-    // anything, so it must not reach other local files.
+    // The search form is a local page with remote results. It contains a title, which may be anything, so it
+    // must not reach other local files.
     set(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
     set(QWebEngineSettings::LocalContentCanAccessFileUrls, false);
-    // Pages are cut and not looked at, nor do they take the keys from the window.
+    // Pages are parsed, not displayed, and must not take the keyboard focus.
     set(QWebEngineSettings::FocusOnNavigationEnabled, false);
     set(QWebEngineSettings::AutoLoadImages, false);
     set(QWebEngineSettings::AutoLoadIconsForPage, false);
     connect(page_.get(), &QWebEnginePage::loadingChanged, this, &WebBrowser::loadingChanged);
-    // Not from within the engine, which knows no exceptions.
+    // Queued, as exceptions must not pass through the engine.
     connect(
         page_.get(), &QWebEnginePage::loadProgress, this,
         [this](int percent) { events_.ProgressChange(percent, 100); }, Qt::QueuedConnection);
@@ -83,7 +83,7 @@ void WebBrowser::Stop() {
 }
 
 void WebBrowser::loadingChanged(const QWebEngineLoadingInfo& info) {
-    // A page of the site counts as one, whatever its status; the engine's own error pages do not.
+    // The site's pages count whatever their HTTP status; the engine's own error pages do not.
     const bool answered = info.status() == QWebEngineLoadingInfo::LoadSucceededStatus ||
                           (info.status() == QWebEngineLoadingInfo::LoadFailedStatus &&
                            info.errorDomain() == QWebEngineLoadingInfo::HttpStatusCodeDomain);
@@ -92,7 +92,7 @@ void WebBrowser::loadingChanged(const QWebEngineLoadingInfo& info) {
 
 void WebBrowser::takeBody(const QString& url) {
     static const QString script = bodyScript();
-    // In a world of its own, where the page's scripts cannot have changed anything.
+    // In an isolated world, where the page's scripts cannot have changed anything.
     page_->runJavaScript(script, QWebEngineScript::ApplicationWorld,
                          [self = QPointer<WebBrowser>(this), url](const QVariant& body) {
                              if (self == nullptr || !body.isValid()) return;

@@ -10,7 +10,7 @@
 
 class QWebEngineLoadingInfo;
 
-/// The browser control over Qt WebEngine. Its profile keeps nothing on disk.
+/// The browser control, based on Qt WebEngine. Its profile keeps nothing on disk.
 class WebBrowser final : public QObject, public Browser {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(WebBrowser)
@@ -31,7 +31,7 @@ class WebBrowser final : public QObject, public Browser {
     void takeBody(const QString& url);
 
     Events events_;
-    // In this order: a page must not outlive its view, nor its profile.
+    // In this order: a page must not outlive its view or its profile.
     std::unique_ptr<QWebEngineProfile> profile_;
     std::unique_ptr<Page> page_;
     QPointer<QWebEngineView> view_;

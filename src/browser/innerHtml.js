@@ -1,4 +1,4 @@
-// Gives the body of a page in the form that the program's markers are written for.
+// Serializes the body of a page in the form that the program's markers expect.
 (function () {
     const voidTags = new Set(["AREA", "BASE", "BR", "COL", "EMBED", "HR", "IMG", "INPUT", "LINK", "META", "PARAM",
         "SOURCE", "TRACK", "WBR"]);
@@ -22,7 +22,7 @@
         return " " + attr.name + "=" + (value.includes('"') ? "'" + value + "'" : '"' + value + '"');
     }
 
-    // With a stack of its own, as a page can be nested deeper than calls may be.
+    // An explicit stack, as a page can be nested deeper than calls can.
     const pieces = [];
     const stack = [{ nodes: document.body ? document.body.childNodes : [], at: 0, end: "", raw: false }];
     while (stack.length > 0) {

@@ -18,10 +18,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int slice = 100;  // milliseconds between two looks at the clock and at a request to end
+constexpr int slice = 100;  // milliseconds between checks of the clock and for a request to end
 constexpr qsizetype longestOutput = 1 << 20;
 
-/// The surroundings in which the programs of mdbtools give UTF-8 and nothing but the defaults.
+/// An environment in which mdbtools write UTF-8 in their default formats.
 QProcessEnvironment surroundings() {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     for (const QString& name :
@@ -85,7 +85,7 @@ bool ChildProgram::read(QByteArray& bytes) {
         }
         if (process_.state() == QProcess::NotRunning) break;
         if (timeLeft_.count() <= 0) fail(u"pracuje příliš dlouho, soubor je asi poškozený"_s);
-        // One that is stopped by a full pipe is not at fault: only the waiting counts.
+        // Only waiting counts: a program blocked by a full pipe is not at fault.
         const auto before = std::chrono::steady_clock::now();
         process_.waitForReadyRead(slice);
         timeLeft_ -= std::chrono::steady_clock::now() - before;

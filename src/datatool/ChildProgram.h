@@ -4,29 +4,28 @@
 #include <QStringList>
 #include <chrono>
 
-/// What a program started by this one may use up.
+/// Limits of a child program.
 struct ProgramLimits {
-    std::chrono::milliseconds time{60000};  // that it is waited for, and of the processor
-    qint64 memory = 512LL << 20;            // bytes of address space, 0 for no limit; not kept on Windows
+    std::chrono::milliseconds time{60000};  // of waiting, and of the processor
+    qint64 memory = 512LL << 20;            // bytes of address space, 0 for no limit; not enforced on Windows
 };
 
-/// A program whose output is read while it runs. It is ended when the object goes, and with this process.
+/// A program whose output is read while it runs. It is killed with the object and with this process.
 class ChildProgram final {
  public:
-    /// Starts the program; a failure to do so shows in `read`.
+    /// Starts the program; `read` throws if that fails.
     ChildProgram(const QString& program, const QStringList& arguments, const ProgramLimits& limits);
     ~ChildProgram();
     ChildProgram(const ChildProgram&) = delete;
     ChildProgram& operator=(const ChildProgram&) = delete;
 
-    /// Puts what it wrote next to standard output in place of what `bytes` holds.
-    /// @return false at the end: then it has ended well.
-    /// @throws RuntimeError when it could not be started, crashes, takes too long, writes anything to
-    /// standard error or ends with another
-    ///         exit code than 0, and when this process is asked to end.
+    /// Replaces `bytes` by the next piece of standard output.
+    /// @return false at the end, once the program has exited with code 0.
+    /// @throws RuntimeError when it cannot be started, crashes, takes too long, writes anything to standard
+    ///         error or exits with another code than 0, and when this process is asked to end.
     bool read(QByteArray& bytes);
 
-    /// All that it has yet to write to standard output, at most 1 MB.
+    /// The rest of standard output, at most 1 MB.
     /// @throws RuntimeError as `read` does.
     QByteArray readAll();
 

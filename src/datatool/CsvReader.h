@@ -5,22 +5,22 @@
 #include <QStringList>
 #include <optional>
 
-/// Reads records by RFC 4180: fields in double quotes may hold separators, line ends and doubled quotes;
-/// records end with CR LF or LF; the last line end may be missing. Lines without anything are skipped.
+/// Reads records by RFC 4180: fields in double quotes may contain separators, line breaks and doubled quotes;
+/// records end with CR LF or LF, the last one optionally. Empty lines are skipped.
 class CsvReader final {
  public:
     explicit CsvReader(QString text, QChar separator = u',')
         : text_(std::move(text)), separator_(separator) {}
 
     /// The fields of the next record; nothing at the end.
-    /// @throws RuntimeError for a quote that is not closed or stands inside a field without quotes, with the
-    ///         line in its description.
+    /// @throws RuntimeError for an unclosed quote and for a quote inside an unquoted field; its description
+    ///         names the line.
     std::optional<QStringList> next();
 
-    /// True when that field, from 0, of the record that `next` gave last stood in quotes.
+    /// True if that field (from 0) of the record read last was quoted.
     bool isQuoted(qsizetype field) const { return quoted_[field]; }
 
-    /// The line, from 1, on which the record that `next` gave last begins.
+    /// The line (from 1) on which the record read last begins.
     qint64 line() const noexcept { return recordLine_; }
 
  private:

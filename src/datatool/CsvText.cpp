@@ -15,7 +15,7 @@ namespace {
 constexpr QByteArrayView byteOrderMark = "\xEF\xBB\xBF";
 constexpr auto nullField = u"\\N";
 
-/// The length of the well-formed character of UTF-8 at the beginning of `bytes`; 0 when there is none.
+/// The length of the valid UTF-8 character at the beginning of `bytes`; 0 if there is none.
 qsizetype characterLength(QByteArrayView bytes) {
     const auto lead = static_cast<unsigned char>(bytes.front());
     const qsizetype length = lead < 0x80       ? 1
@@ -28,8 +28,8 @@ qsizetype characterLength(QByteArrayView bytes) {
 }
 
 struct Utf8Look {
-    qsizetype characters = 0;  // well-formed ones of two or more bytes
-    qsizetype faults = 0;      // bytes that belong to none
+    qsizetype characters = 0;  // valid ones of two or more bytes
+    qsizetype faults = 0;      // bytes outside valid characters
     qsizetype firstFault = 0;
 
     explicit Utf8Look(QByteArrayView bytes) {
@@ -41,7 +41,7 @@ struct Utf8Look {
         }
     }
 
-    /// Windows-1250 has such characters by accident alone (ÍŠ, ĚŽ).
+    /// In Windows-1250 such sequences occur only by accident (ÍŠ, ĚŽ).
     bool isMeant() const { return characters > faults; }
 };
 

@@ -5,7 +5,7 @@
 
 #include "platform/sqlite.h"
 
-/// The ready-made pair of data files.
+/// The pair of data files: catalogue and pictures.
 namespace dataFiles {
 
 /// The highest key that a row may get: keys are 32-bit numbers to the program, and new ones count on from the
@@ -16,15 +16,15 @@ QString cataloguePath(const QString& folder);
 QString picturesPath(const QString& folder);
 
 /// Opens the catalogue in `folder`.
-/// @throws RuntimeError when it is missing, damaged or not the program's own.
+/// @throws RuntimeError when it is missing, damaged or not one of the program's own files.
 sqlite::Database openCatalogue(const QString& folder);
 
-/// One of the scripts of statements that the pair is made with, such as `catalogue.sql`.
+/// One of the SQL scripts that the pair is created with, such as `catalogue.sql`.
 QByteArray script(const QString& name);
 
-/// Makes `data.ddb` and `pictures.ddb` in `folder` (made when missing), readable for the owner only, with the
-/// usual genres and departments. Either both files stand afterwards or none.
-/// @throws RuntimeError when one of them is there already, or when they cannot be written.
+/// Creates `data.ddb` and `pictures.ddb`, readable by the owner only, with the usual genres and departments:
+/// both files or none. `folder` is created if it is missing.
+/// @throws RuntimeError when one of the files already exists or they cannot be written.
 void create(const QString& folder);
 
 }  // namespace dataFiles

@@ -11,13 +11,12 @@ class Departments final {
  public:
     explicit Departments(const sqlite::Database& database);
 
-    /// The key of the department with that name, letter case ignored. One that is not there is made.
-    /// @param wish the key to be preferred where several departments have the name, and to be given to a new
-    /// one when
-    ///        it is free.
+    /// The key of the department with that name, ignoring case; it is created if missing.
+    /// @param wish the preferred key if several departments have the name, and the key of a new one if it is
+    ///         free.
     qint64 keyOf(const QString& name, std::optional<qint64> wish);
 
-    /// Names of those that were made.
+    /// Names of the departments created.
     const QStringList& made() const noexcept { return made_; }
 
  private:

@@ -1,7 +1,5 @@
 #include "datatool/ExportReader.h"
 
-#include <algorithm>
-
 #include "platform/errors.h"
 
 using namespace Qt::StringLiterals;

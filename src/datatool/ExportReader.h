@@ -3,22 +3,22 @@
 #include <QByteArrayList>
 #include <functional>
 
-/// Reads the records that mdb-export writes: fields separated by commas, bare or in quotes with quotes
-/// doubled, each record ended by a line feed. Fields in quotes may hold any bytes. Only one record is in
-/// memory at a time.
+/// Reads records as mdb-export writes them: fields separated by commas, bare or quoted with doubled quotes,
+/// each record ended by a line feed. Quoted fields may contain any bytes. Only one record is in memory at a
+/// time.
 class ExportReader final {
  public:
-    /// Puts the next bytes in place of those it is given; false at the end.
+    /// Replaces the bytes by the next ones; false at the end.
     using Source = std::function<bool(QByteArray&)>;
 
     explicit ExportReader(Source source) : source_(std::move(source)) {}
 
-    /// Puts the fields of the next record in place of those in `fields`; false at the end.
-    /// @throws RuntimeError when the output breaks off or has another form; failures of the source.
+    /// Replaces `fields` by those of the next record; false at the end.
+    /// @throws RuntimeError when the output is truncated or malformed, and what the source throws.
     bool next(QByteArrayList& fields);
 
  private:
-    /// The next byte, which stays the next; -1 at the end.
+    /// The next byte, not consumed; -1 at the end.
     int peek();
     void readField(QByteArray& field);
     void readQuoted(QByteArray& field);

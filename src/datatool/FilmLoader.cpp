@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <algorithm>
 #include <optional>
 #include <vector>
 
@@ -28,13 +29,13 @@ constexpr qint64 filmsPerReport = 500;
 struct FilmColumn {
     QString name;
     bool number = false;
-    int field = -1;  // in the file; -1 when the file does not have it
+    int field = -1;  // in the file; -1 if missing
 };
 
-/// The places of the columns in the file.
+/// Where the columns are in the file.
 struct Layout {
     std::vector<FilmColumn> columns;
-    int department = -1;  // the field with a department's name; -1 when the file does not have it
+    int department = -1;  // field with the name of the department; -1 if missing
 };
 
 /// A record of the file.
@@ -42,14 +43,14 @@ struct Record {
     const QStringList& fields;
     const CsvReader& reader;
 
-    /// True when the file says nothing here, so that the usual content is due.
+    /// True if the file says nothing here, so that the default applies.
     bool isBlank(int field, bool number) const {
         if (field < 0) return true;
         return (number || !reader.isQuoted(field)) && text::trim(fields[field]).isEmpty();
     }
 };
 
-/// A line that cannot be taken as it is; the ones behind it can be looked at all the same.
+/// A faulty line; those after it can be checked all the same.
 class BadLine final : public RuntimeError {
     using RuntimeError::RuntimeError;
 };
@@ -89,7 +90,7 @@ void placeFields(Layout& layout, const QStringList& header, qint64 line) {
     }
 }
 
-/// What a new film holds where the file says nothing.
+/// The default for a field that the file leaves out.
 void bindDefault(const sqlite::Statement& insert, int parameter, const QString& column) {
     if (column == u"DVDID"_s || column == u"Oddel_ID"_s) return insert.bindNull(parameter);
     if (column == u"DiskPocet"_s) return insert.bind(parameter, qint64{1});
@@ -102,7 +103,6 @@ int wholeNumber(const FilmColumn& column, const QString& field, qint64 line) {
     bool ok = false;
     const int number = text::trim(field).toInt(&ok);
     if (!ok) refuse(line, u"sloupec %1 má být celé číslo a je \"%2\"."_s.arg(column.name, field));
-    // Keys are counted on from the highest one, and the program knows them as 32-bit numbers.
     if (column.name == u"DVDID"_s && (number < 1 || number > highestKey)) {
         refuse(line, u"DVDID má být od 1 do %1 a je %2."_s.arg(highestKey).arg(number));
     }
@@ -173,7 +173,7 @@ class FilmWriter final {
     Departments departments_;
 };
 
-/// All the bad lines of a file, so that they can be mended in one go.
+/// Collects the bad lines of a file, so that all can be fixed at once.
 class BadLines final {
  public:
     void add(const QString& line) {

@@ -5,29 +5,29 @@
 #include <QStringList>
 #include <vector>
 
-/// What became of one table.
+/// The outcome for one table.
 struct TableReport {
-    QString title;       // Czech, for the reader
+    QString title;       // in Czech
     QString name;        // in the data file
-    qint64 counted = 0;  // rows that the old file itself tells
-    qint64 read = 0;     // rows that its export gave
-    qint64 written = 0;  // rows that the new file holds
+    qint64 counted = 0;  // rows according to the old file itself
+    qint64 read = 0;     // rows exported from it
+    qint64 written = 0;  // rows in the new file
     qint64 refused = 0;
-    qint64 nextKey = 0;  // number that the next new row will get; 0 for a table without such numbers
+    qint64 nextKey = 0;  // key of the next new row; 0 for a table without keys
 };
 
-/// What became of an old pair.
+/// The outcome for an old pair.
 struct ImportReport {
     QString oldFolder;
     QString newFolder;
     QDateTime finished;
     std::vector<TableReport> tables;
-    QStringList refused;  // one line for each refused row, with its reason
-    QStringList notes;    // what came over and is worth knowing all the same
+    QStringList refused;  // one line for each row, with the reason
+    QStringList notes;    // what was imported but is worth knowing
 
-    /// True when every row that the old pair tells stands in the new one.
+    /// True if every row of the old pair is in the new one.
     bool agrees() const;
-    /// One plain sentence about the outcome.
+    /// The outcome in one Czech sentence.
     QString verdict() const;
     /// The whole report in Czech, lines ended by a line feed.
     QString text() const;

@@ -42,7 +42,7 @@ QStringList namesOf(std::span<const Table> tables) {
     return names;
 }
 
-/// The reason why a picture cannot be taken over. One without data at all is no such reason.
+/// Why a picture cannot be imported, if so. Missing data alone is no reason.
 std::optional<QString> pictureFault(std::optional<QByteArrayView> data, std::optional<QByteArrayView> size) {
     const qint64 length = data ? data->size() : 0;
     const qint64 wanted = size ? size->toLongLong() : 0;
@@ -59,7 +59,7 @@ class TableImport final {
     TableImport(OldFile& file, const Table& table, ImportReport& report)
         : table_(table), report_(report), rows_(file) {}
 
-    /// To be called before the first step.
+    /// Call before the first step.
     void begin(const sqlite::Database& database) {
         database_ = &database;
         rows_.begin();
@@ -67,7 +67,7 @@ class TableImport final {
         result_ = {table_.title, table_.name, rows_.count(), 0, 0, 0, 0};
     }
 
-    /// Takes over a small part of the rows.
+    /// Imports a small part of the rows.
     /// @return false when there are no more.
     bool step(const importer::Progress& progress) {
         for (qint64 rows = 1 + rows_.count() / stepsOfTable; rows > 0; --rows) {
@@ -83,10 +83,10 @@ class TableImport final {
         return true;
     }
 
-    /// To be called behind the last step.
+    /// Call after the last step.
     void end() {
         checkCount();
-        // What the new file holds in the end, rather than what was put into it.
+        // Counted in the new file rather than while writing to it.
         result_.written = database_->number(("SELECT COUNT(*) FROM " + table_.name.toUtf8()).constData());
         if (!writer_->key().isEmpty()) result_.nextKey = continueNumbers() + 1;
         addNotes();
@@ -122,14 +122,14 @@ class TableImport final {
                 .arg(read));
     }
 
-    /// Lets the numbers of new rows go on where those of the old file ended.
-    /// @return the highest number given out so far.
+    /// Continues the old file's numbering of new rows.
+    /// @return the highest number assigned so far.
     qint64 continueNumbers() {
         const QByteArray name = table_.name.toUtf8();
         const QByteArray key = writer_->key().toUtf8();
         const qint64 highest =
             database_->number(("SELECT IFNULL(MAX(" + key + "),0) FROM " + name).constData());
-        // Autonumbers can also be drawn at random; such a last number says nothing.
+        // Autonumbers can also be random; the last number says nothing then.
         const qint64 given = rows_.lastNumber() <= highestKey ? rows_.lastNumber() : 0;
         const qint64 last = std::max({highest, given, qint64{0}});
         database_->exec(("DELETE FROM sqlite_sequence WHERE name='" + name +
@@ -165,13 +165,13 @@ class TableImport final {
     QStringList unlisted_;
 };
 
-/// One of the two files. The programs that read its next tables are under way while one is taken over.
+/// One of the two files. The programs that read its next table already run while one is imported.
 class FileImport final {
  public:
     FileImport(const QString& path, const OldPrograms& programs, std::span<const Table> tables)
         : file_(path, programs), waiting_(tables) {}
 
-    /// Looks at the old file and has the programs for the first table begin.
+    /// Checks the old file and starts the programs for the first table.
     void look() {
         file_.begin(namesOf(waiting_));
         for (const QString& name : file_.otherTables())
@@ -179,13 +179,13 @@ class FileImport final {
         startNext();
     }
 
-    /// To be called before the first step.
+    /// Call before the first step.
     void begin(const sqlite::Database& database) {
         transaction_.emplace(database);
         database_ = &database;
     }
 
-    /// Takes over a small part of the file, so that both can be read side by side.
+    /// Imports a small part of the file, so that both can be read side by side.
     /// @return false when all is done.
     bool step(const importer::Progress& progress) {
         startNext();
@@ -231,7 +231,7 @@ ImportReport importer::run(const QString& oldFolder, const QString& newFolder, c
     const auto oldPath = [](const QString& path) {
         return QDir().absoluteFilePath(paths::ignoringCase(path));
     };
-    // Outlives what writes into it, but is made only when the old files are found to be what they should be.
+    // Outlives what writes into it, but is created only once the old files have been checked.
     std::optional<NewPair> pair;
     FileImport catalogue(oldPath(dataFiles::cataloguePath(oldFolder)), programs, catalogueTables);
     FileImport pictures(oldPath(dataFiles::picturesPath(oldFolder)), programs, pictureTables);
@@ -241,7 +241,7 @@ ImportReport importer::run(const QString& oldFolder, const QString& newFolder, c
     pair.emplace(newFolder, u"import.txt"_s);
     catalogue.begin(pair->catalogue());
     pictures.begin(pair->pictures());
-    // Side by side, as the export of either keeps only one processor busy.
+    // Side by side, as each export keeps only one processor busy.
     while (catalogue.step(progress))
         pictures.step([](const QString&, qint64, qint64) {});
     while (pictures.step(progress)) {

@@ -2,8 +2,8 @@
 
 #include "platform/errors.h"
 
-/// Ctrl-C and the requests to end that a system sends. They are noticed at the next check, so that what has
-/// been begun is undone in an orderly way.
+/// Ctrl-C and termination signals. They are noticed at the next check, so that what has been started is
+/// undone in an orderly way.
 namespace interruption {
 
 /// The process has been asked to end.
@@ -12,8 +12,8 @@ class Interrupted final : public RuntimeError {
     Interrupted();
 };
 
-/// From now on such a request no longer ends the process. Nor does a write to a closed pipe or beyond the
-/// size that files may have: both become failures of that write.
+/// From now on such a signal no longer ends the process. Writing to a closed pipe or beyond the file size
+/// limit fails instead of ending it.
 void watch();
 
 /// @throws Interrupted once the process has been asked to end.

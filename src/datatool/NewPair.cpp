@@ -5,7 +5,6 @@
 #include <QFileInfo>
 
 #ifdef Q_OS_UNIX
-#include <fcntl.h>
 #include <unistd.h>
 #else
 #include <io.h>
@@ -22,8 +21,7 @@ namespace {
 
 std::unique_ptr<sqlite::Database> newDatabase(const QString& path, const QString& tables) {
     auto database = std::make_unique<sqlite::Database>(path, sqlite::Database::Mode::create);
-    // A file that is thrown away on every failure needs no journal; it is brought to disk once, when it is
-    // whole.
+    // Files that are deleted on any failure need no journal; they are synced once, when complete.
     database->exec("PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF");
     sqlite::Transaction transaction(*database);
     database->exec(dataFiles::script(tables).constData());
@@ -62,7 +60,7 @@ NewPair::Folder::Folder(const QString& path) {
 }
 
 NewPair::Folder::~Folder() {
-    // A folder into which somebody else has put something meanwhile stays.
+    // A folder into which somebody else has put something stays.
     for (const QString& folder : std::as_const(made_))
         QDir().rmdir(folder);
 }
@@ -77,7 +75,7 @@ NewPair::NewPair(const QString& folder, const QString& report) : folder_(folder)
     }
     try {
         files_[0].database = newDatabase(files_[0].made, u"catalogue.sql"_s);
-        // Its indexes are filled in any order; pictures come one after the other.
+        // Its indexes are filled in random order; pictures are appended.
         files_[0].database->exec("PRAGMA cache_size=-16000");
         files_[1].database = newDatabase(files_[1].made, u"pictures.sql"_s);
     } catch (...) {

@@ -3,19 +3,17 @@
 #include <QString>
 #include <QStringList>
 #include <memory>
-#include <optional>
 #include <vector>
 
 #include "platform/sqlite.h"
 
-/// A pair of data files under construction. Its files have other names until they are whole. Unless it was
-/// kept, they go away with the object, and so do the folders that were made for them.
+/// A pair of data files being created, under temporary names until they are complete. Unless `keep` succeeds,
+/// they are removed with the object, and so are the folders created for them.
 class NewPair final {
  public:
-    /// Makes `folder` when it is missing and in it both files with their tables and without a row, readable
-    /// for the owner only.
-    /// @param report name of a text file that is to be kept beside them; "" for none.
-    /// @throws RuntimeError when one of the files is there already, or when they cannot be written.
+    /// Creates both files with empty tables, readable by the owner only, and `folder` if it is missing.
+    /// @param report name of a text file to be kept beside them; "" for none.
+    /// @throws RuntimeError when one of the files already exists or they cannot be written.
     explicit NewPair(const QString& folder, const QString& report = {});
     ~NewPair();
     NewPair(const NewPair&) = delete;
@@ -24,7 +22,7 @@ class NewPair final {
     const sqlite::Database& catalogue() const { return *files_[0].database; }
     const sqlite::Database& pictures() const { return *files_[1].database; }
 
-    /// Brings all files to disk and gives them their names: all of them or, on a failure, none.
+    /// Syncs all files and renames them into place: all of them or, on failure, none.
     /// @param report content of the text file.
     /// @throws RuntimeError when they cannot be written.
     void keep(const QString& report = {});
@@ -32,7 +30,7 @@ class NewPair final {
  private:
     struct File {
         QString path;
-        QString made;  // its path while it is being built
+        QString made;  // temporary path
         std::unique_ptr<sqlite::Database> database;
     };
     class Folder {
@@ -44,7 +42,7 @@ class NewPair final {
         void keep() { made_.clear(); }
 
      private:
-        QStringList made_;  // the innermost first
+        QStringList made_;  // innermost first
     };
 
     void discard();

@@ -45,7 +45,7 @@ ProgramLimits ownLimits(ProgramLimits limits) {
     return limits;
 }
 
-/// Failures of a program, with the file that it was to read.
+/// Adds the file being read to the failures of a program.
 template <typename Work>
 auto reading(const QString& path, Work&& work) {
     try {

@@ -9,10 +9,10 @@
 #include "datatool/ChildProgram.h"
 #include "datatool/ExportReader.h"
 
-/// The place of a name of a table or column, from 0, whatever its letter case; -1 when it is not there.
+/// Index of a table or column name, ignoring case; -1 if missing.
 qsizetype placeOf(QStringView name, const QStringList& names);
 
-/// The programs that read old database files, with what each call of them may use up.
+/// The programs that read old database files, and the limits of each run.
 struct OldPrograms {
     QString tables;  // mdb-tables
     QString count;   // mdb-count
@@ -20,12 +20,12 @@ struct OldPrograms {
     QString nulls;   // our own kalvera-nulls
     ProgramLimits limits;
 
-    /// Looks for those of mdbtools where the system looks for programs, and for our own beside this one.
-    /// @throws RuntimeError when one is missing, with its name.
+    /// Finds those of mdbtools in the search path and our own beside this program.
+    /// @throws RuntimeError naming the program that is missing.
     static OldPrograms find();
 };
 
-/// The output of a program in records.
+/// The output of a program as records.
 struct ProgramRecords {
     ChildProgram program;
     ExportReader reader;
@@ -35,19 +35,18 @@ struct ProgramRecords {
           reader([this](QByteArray& bytes) { return program.read(bytes); }) {}
 };
 
-/// One old database file (Jet 4), which is only read.
+/// An old database file (Jet 4), only read.
 class OldFile final {
  public:
-    /// @throws RuntimeError when it is missing, no such file or of another version.
+    /// @throws RuntimeError when it is missing, not a database or of another version.
     OldFile(const QString& path, const OldPrograms& programs);
 
-    /// To be called before its tables are read, which has to be done in the order of `tables`, whatever the
-    /// letter case of their names.
-    /// @throws RuntimeError when the file is damaged beyond reading or lacks one of the tables.
+    /// Call before its tables are read, which must happen in the order of `tables` (names in any case).
+    /// @throws RuntimeError when the file is unreadable or lacks one of the tables.
     void begin(const QStringList& tables);
 
     const QString& path() const noexcept { return path_; }
-    /// Tables that it has beside those to be read, in its own spelling.
+    /// Its tables that are not to be read, in its own spelling.
     const QStringList& otherTables() const noexcept { return otherTables_; }
 
  private:
@@ -56,37 +55,36 @@ class OldFile final {
 
     QString path_;
     OldPrograms programs_;
-    QStringList tables_;  // those still to be read, in the file's own spelling
+    QStringList tables_;  // still to be read, in the file's own spelling
     QStringList otherTables_;
     std::unique_ptr<ChildProgram> lister_;
     std::unique_ptr<ProgramRecords> marks_;
 };
 
-/// The rows of the next table of an old file, one after the other in the order in which the file holds them.
-/// The programs that read it begin at once, so that several tables can be under way; they are read one after
-/// the other.
+/// The rows of the next table of an old file, in file order. The programs that read it start at once, so that
+/// several tables can be under way; the tables themselves are read one after the other.
 class OldTable final {
  public:
     explicit OldTable(OldFile& file);
 
-    /// Waits for what is told before the first row; to be called before anything else.
-    /// @throws RuntimeError when the file turns out to be damaged or a program fails.
+    /// Waits for what precedes the first row; call before anything else.
+    /// @throws RuntimeError when the file is damaged or a program fails.
     void begin();
 
     /// Its columns in the file's own spelling and order.
     const QStringList& columns() const noexcept { return columns_; }
-    /// The number of rows that the file itself tells, independent of those read.
+    /// The number of rows according to the file itself, independent of those read.
     qint64 count() const noexcept { return count_; }
-    /// The highest number that its autonumber has ever given out; 0 when there is none.
+    /// The highest number its autonumber has ever assigned; 0 without one.
     qint64 lastNumber() const noexcept { return lastNumber_; }
 
-    /// Moves to the next row; false behind the last one.
-    /// @throws RuntimeError when the file turns out to be damaged or a program fails.
+    /// Moves to the next row; false after the last one.
+    /// @throws RuntimeError when the file is damaged or a program fails.
     bool next();
-    /// A value of the row in UTF-8 or, for binary columns, as it stands; nothing for Null.
+    /// A value of the row, in UTF-8 or, for binary columns, as stored; nothing for Null.
     /// @param column counts from 0.
     std::optional<QByteArrayView> value(qsizetype column) const;
-    /// True when a part of the value is missing in the file.
+    /// True if part of the value is missing in the file.
     bool isDamaged(qsizetype column) const { return marks()[column] == 'D'; }
 
  private:

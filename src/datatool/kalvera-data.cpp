@@ -1,5 +1,4 @@
-// kalvera-data: makes pairs of data files, takes old ones over, and moves films between a catalogue and
-// tables.
+// kalvera-data: creates pairs of data files, imports old ones, and loads and exports films as CSV.
 
 #include <QCoreApplication>
 #include <QTextStream>
@@ -22,11 +21,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// 1 stands for a failure that changed nothing.
+// 1 is a failure that changed nothing.
 constexpr int exitUsage = 2;
 constexpr int exitDifference = 3;
 
-/// A line on the terminal that is written over and over; nothing where standard error is no terminal.
+/// A terminal line that is overwritten; nothing if standard error is no terminal.
 class Progress final {
  public:
     explicit Progress(QTextStream& errors) : errors_(errors), shown_(onTerminal()) {}
@@ -71,7 +70,7 @@ void create(const QString& folder, QTextStream& output) {
     output << u"Vytvořeno: %1, %2\n"_s.arg(dataFiles::cataloguePath(folder), dataFiles::picturesPath(folder));
 }
 
-/// @return the exit code, as of the next functions.
+/// @return the exit code, as in the next functions.
 int load(const QString& folder, const QString& csv, QTextStream& output, QTextStream& errors) {
     const Progress progress(errors);
     const filmLoader::Report report = filmLoader::load(

@@ -1,12 +1,12 @@
-// kalvera-nulls FILE TABLE: tells what the export of mdbtools leaves open about the values of a table. It is
-// a program of its own because the library may crash or hang on a damaged file.
+// kalvera-nulls FILE TABLE...: reports what the export of mdbtools loses about the values of tables. A
+// program of its own because the library may crash or hang on a damaged file.
 //
-// It writes records in the form of that export, in the same order of rows:
-//   the last number that the table's autonumber has given out (0 for a table without one);
-//   for each row one mark for each column, and behind them, in quotes, a text for each mark T;
+// It writes records in the format of that export, in the same row order:
+//   the last number assigned by the table's autonumber (0 without one);
+//   for each row one mark for each column, followed by a quoted text for each mark T;
 //   the word "end".
-// Marks: N Null; V a value that the export gives right; T a text that it would spoil; D a value whose pages
-// are missing or shorter than they should be.
+// Marks: N Null; V a value exported correctly; T a text that the export would spoil; D a value whose pages
+// are missing or too short.
 
 // First, as mdbtools.h includes it inside extern "C".
 #include <glib.h>
@@ -34,7 +34,7 @@ constexpr std::uint32_t storedOnOnePage = 0x40000000;
 constexpr std::uint32_t lengthMask = 0x3FFFFFFF;
 constexpr int rowOffsets = 14;  // in a page of rows
 constexpr int rowStartMask = 0x1FFF;
-// The export cuts what is longer, in bytes of UTF-8, by a few bytes more or less.
+// The export truncates longer texts (bytes of UTF-8), give or take a few bytes.
 constexpr std::size_t longestExported = 199'900;
 
 int fail(const char* what) {
@@ -46,8 +46,7 @@ std::uint32_t numberAt(const void* bytes, int offset) {
     return static_cast<std::uint32_t>(mdb_get_int32(const_cast<void*>(bytes), offset));
 }
 
-/// The old file in memory. Long values are followed here, as the library reads a page anew for each of their
-/// pieces.
+/// The old file, mapped. Long values are read here, as the library reloads a page for each of their parts.
 class Pages final {
  public:
     explicit Pages(const char* path) {
@@ -67,7 +66,7 @@ class Pages final {
 
     bool areThere() const { return start_ != nullptr; }
 
-    /// A row of a page; the lowest byte of `place` counts the rows, the others the pages.
+    /// A row of a page; the lowest byte of `place` is the row number, the others the page number.
     std::optional<std::string_view> row(std::uint32_t place) const {
         const std::size_t page = std::size_t{place >> 8} * MDB_PGSIZE;
         if (page + MDB_PGSIZE > length_) return std::nullopt;
@@ -88,8 +87,8 @@ class Pages final {
     std::size_t length_ = 0;
 };
 
-/// Follows a long value from page to page. Its bytes go to `bytes` unless that is null.
-/// @return false when a part of it is missing.
+/// Follows a long value from page to page and appends its bytes to `bytes` unless that is null.
+/// @return false if part of it is missing.
 bool readLongValue(const Pages& pages, const MdbField& field, std::string* bytes) {
     if (field.siz < longValueHeader) return field.siz == 0;
     const std::uint32_t header = numberAt(field.value, 0);
@@ -117,8 +116,8 @@ bool readLongValue(const Pages& pages, const MdbField& field, std::string* bytes
     return place == 0 && found == length;
 }
 
-/// Gives `take` one after the other the UTF-16 units of a stored text, which is compressed when it begins
-/// with FF FE: then single bytes stand for units below 256, and a zero byte changes to whole units and back.
+/// Passes the UTF-16 units of a stored text to `take`. A text that begins with FF FE is compressed: single
+/// bytes stand for units below 256, and a zero byte switches to whole units and back.
 template <typename Take>
 void forEachUnit(std::string_view stored, Take take) {
     const bool compressed = stored.starts_with("\xFF\xFE");
@@ -147,7 +146,7 @@ bool isLow(std::uint32_t unit) {
     return (unit & 0xFC00) == 0xDC00;
 }
 
-/// True when the export would not give the text as it is.
+/// True if the export would not reproduce the text.
 bool isSpoilt(std::string_view stored) {
     bool isLost = false;
     std::size_t length = 0;  // in UTF-8
@@ -178,7 +177,7 @@ void appendUtf8(std::string& text, std::uint32_t character) {
     }
 }
 
-/// In quotes, with quotes doubled. A half of a character alone becomes U+FFFD.
+/// Quoted, with quotes doubled. An unpaired surrogate becomes U+FFFD.
 std::string quoted(std::string_view stored) {
     std::vector<std::uint16_t> units;
     forEachUnit(stored, [&units](std::uint16_t unit) { units.push_back(unit); });

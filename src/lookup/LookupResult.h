@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// What a lookup hands to the film editor.
+/// The result of a lookup, for the film editor.
 struct LookupResult {
     QString czechTitle;
     QString originalTitle;
@@ -13,6 +13,6 @@ struct LookupResult {
     QString director;
     QString cast;
     QString description;
-    bool withPicture;     ///< whether the picture is to go over
+    bool withPicture;     ///< whether to take over the picture as well
     QString picturePath;  ///< its local file; "" when there is none
 };

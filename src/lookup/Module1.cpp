@@ -9,18 +9,17 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The names of HTML 4 for the characters of Latin-1 from 160 on, in their order. One is missing and one is
-/// misspelt, and so neither &shy; nor &plusmn; is known.
+/// The HTML 4 entity names of the Latin-1 characters from 160 on, in order. One is missing and one misspelt,
+/// so &shy; and &plusmn; are unknown.
 const QStringList& latin1Names() {
     static const QStringList names =
         u"nbsp iexcl cent pound curren yen brvbar sect uml copy ordf laquo not - reg macr deg plusm sup2 "
-        u"sup3 "
-        "acute micro para middot cedil sup1 ordm raquo frac14 frac12 frac34 iquest Agrave Aacute Acirc "
-        "Atilde "
-        "Auml Aring AElig Ccedil Egrave Eacute Ecirc Euml Igrave Iacute Icirc Iuml ETH Ntilde Ograve Oacute "
-        "Ocirc Otilde Ouml times Oslash Ugrave Uacute Ucirc Uuml Yacute THORN szlig agrave aacute acirc "
-        "atilde auml aring aelig ccedil egrave eacute ecirc euml igrave iacute icirc iuml eth ntilde ograve "
-        "oacute ocirc otilde ouml divide oslash ugrave uacute ucirc uuml yacute thorn yuml"_s.split(u' ');
+        "sup3 acute micro para middot cedil sup1 ordm raquo frac14 frac12 frac34 iquest Agrave Aacute "
+        "Acirc Atilde Auml Aring AElig Ccedil Egrave Eacute Ecirc Euml Igrave Iacute Icirc Iuml ETH "
+        "Ntilde Ograve Oacute Ocirc Otilde Ouml times Oslash Ugrave Uacute Ucirc Uuml Yacute THORN szlig "
+        "agrave aacute acirc atilde auml aring aelig ccedil egrave eacute ecirc euml igrave iacute icirc "
+        "iuml eth ntilde ograve oacute ocirc otilde ouml divide oslash ugrave uacute ucirc uuml yacute "
+        "thorn yuml"_s.split(u' ');
     return names;
 }
 
@@ -41,13 +40,13 @@ QHash<QString, QChar> makeEntities() {
     return entities;
 }
 
-/// The place of the next occurrence of a character, looked for once however often it is asked for on the way
-/// there: a text full of "<" or "&" must not be searched to its end for each of them.
+/// The next occurrence of a character, cached: a text full of "<" or "&" must not be searched to its end for
+/// each of them.
 class Next {
  public:
     Next(QStringView text, QChar wanted) : text_(text), wanted_(wanted) {}
 
-    /// Index at or behind `position`; -1 when there is none. Positions may only grow.
+    /// Index at or after `position`; -1 if none. Positions must not decrease.
     qsizetype from(qsizetype position) {
         if (at_ != -1 && at_ < position) at_ = text_.indexOf(wanted_, position);
         return at_;

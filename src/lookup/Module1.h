@@ -2,11 +2,9 @@
 
 #include <QString>
 
-/// The text of a piece of HTML: the body alone when there is one, runs of blanks as one, line breaks for
-/// `<p>`,
-/// `</div>`, `<br>`, `</tr>` and `</pre>` when they have no attributes, "|" for `</td>`, no other tag, and
-/// entities replaced that a blank follows anywhere.
+/// The text of a piece of HTML: of its body if it has one, runs of blanks collapsed, line breaks for `<p>`,
+/// `</div>`, `<br>`, `</tr>` and `</pre>` without attributes, "|" for `</td>`, all other tags dropped. An
+/// entity is decoded only if a blank follows somewhere behind it.
 ///
-/// Entities are read for Czech pages whose bytes had been named as if they were Latin-1, so `&egrave;` is
-/// "č".
+/// Entities are decoded for Czech pages whose bytes were named as if they were Latin-1, so `&egrave;` is "č".
 QString HtmlNaText(const QString& html);

@@ -13,6 +13,6 @@ QString UTF8NaText(QByteArrayView bytes) {
 
 QString NactiUTF8Soubor(const QString& path) {
     const QFileInfo file(path);
-    if (file.exists() && file.size() == 0) return {};  // holds nothing that it would have to be opened for
+    if (file.exists() && file.size() == 0) return {};  // whether it can be read or not
     return UTF8NaText(files::readAll(path));
 }

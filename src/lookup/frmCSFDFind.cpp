@@ -24,7 +24,7 @@ constexpr int windowHeight = 5820;
 constexpr int fieldsLeft = 90;
 constexpr int fieldsTop = 30;
 
-/// Download of an address to a file, true on success.
+/// Downloads a URL into a file; true on success.
 bool DwnFile(const QString& url, const QString& path) {
     return StahniSoubor(url, path);
 }
@@ -47,7 +47,7 @@ frmCSFDFind::frmCSFDFind(const Sites& sites, QWidget* parent)
     connect(ui_->Command1, &QPushButton::clicked, this, [this] { Hledej(ui_->Text1->text()); });
     connect(ui_->Command2, &QPushButton::clicked, this, &frmCSFDFind::readSelected);
     connect(ui_->cmdInsertData, &QPushButton::clicked, this, [this] {
-        if (!isVisible()) return;  // a click that waited behind the one that closed the window
+        if (!isVisible()) return;  // queued behind the click that closed the window
         accept();
         VlozitData = true;
     });
@@ -64,9 +64,9 @@ void frmCSFDFind::setTerm(const QString& term) {
 void frmCSFDFind::keyPressEvent(QKeyEvent* event) {
     if (keys::pressFocusedButton(*this, *event)) return;
     if (!keys::isEnter(*event)) return QDialog::keyPressEvent(event);
-    // In a field of data Enter does nothing: it must not start another search.
+    // Enter in a data field must not start another search.
     if (event->isAutoRepeat()) return;
-    // A search that finds films hands the focus on to the list.
+    // Read once: a search that finds films moves the focus to the list.
     const QWidget* const pressed = focusWidget();
     if (pressed == ui_->Text1) ui_->Command1->click();
     if (pressed == ui_->lvwSeznam) ui_->Command2->click();
@@ -100,7 +100,7 @@ void frmCSFDFind::NactiSeznamFilmu() {
         row.setSubItem(1, film.path);
     }
     if (!list.hasSelectedItem() && list.count() > 0) list.select(list.itemAt(0));
-    // Enter goes on with the film; in the search box it would find all of them once more.
+    // Enter then reads the film; in the search box it would append all of them again.
     if (!films.empty()) list.setFocus();
     showStage(u"Počet nalezených záznamů: "_s + QString::number(list.count()));
 }
@@ -110,7 +110,7 @@ void frmCSFDFind::readSelected() {
         csfd::nactiDetail(sites_, buffers_, *this);
         ui_->cmdInsertData->setFocus();
     } catch (const RuntimeError& failure) {
-        // Only this reading ends: the film that is being entered behind this window must not be lost.
+        // Only this reading ends: the film being edited behind this window must not be lost.
         MsgBox(u"Chyba číslo %1:\n%2"_s.arg(failure.number()).arg(failure.description()), boxStyle::critical);
     }
 }

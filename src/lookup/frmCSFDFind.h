@@ -11,8 +11,8 @@ namespace Ui {
 class frmCSFDFind;
 }
 
-/// The lookup of a film on the film database: searches by title, reads the data of a film found, and lets the
-/// user correct them. It lives for one lookup.
+/// Looks up a film in the film database: searches by title, reads the data of the selected film and lets the
+/// user correct them. One window serves one lookup.
 class frmCSFDFind final : public QDialog, private csfd::DetailWindow {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(frmCSFDFind)
@@ -21,17 +21,17 @@ class frmCSFDFind final : public QDialog, private csfd::DetailWindow {
     explicit frmCSFDFind(const Sites& sites, QWidget* parent = nullptr);
     ~frmCSFDFind() override;
 
-    /// The term to look for, as the user may change it.
+    /// Fills the search box.
     void setTerm(const QString& term);
 
-    /// Searches for a term and adds the films found behind those of earlier searches. A download that fails
-    /// is told in a box, and the list stays as it is.
+    /// Searches for a term and appends the films found to those of earlier searches. A failed download is
+    /// reported in a message box and leaves the list as it is.
     void Hledej(const QString& term);
 
-    /// Adds the films of the page read last to the list and tells their number.
+    /// Appends the films of the page read last to the list and shows the number of rows.
     void NactiSeznamFilmu();
 
-    /// What the fields hold.
+    /// The contents of the fields.
     LookupResult result() const;
 
     /// True when the user has accepted the result.

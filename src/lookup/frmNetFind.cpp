@@ -54,13 +54,13 @@ frmNetFind::frmNetFind(const Sites& sites, BrowserFactory& browsers, QWidget* pa
         later->hide();
     connect(ui_->cmdDataGet, &QPushButton::clicked, this, &frmNetFind::loadSelected);
     connect(ui_->Command4, &QPushButton::clicked, this, [this] {
-        if (!isVisible()) return;  // a click that waited behind the one that closed the window
+        if (!isVisible()) return;  // queued behind the click that closed the window
         accept();
         VlozitData = true;
     });
     connect(ui_->Command5, &QPushButton::clicked, this, &frmNetFind::reject);
     connect(ui_->Command1, &QPushButton::clicked, this, &frmNetFind::reject);
-    // A browser that has the focus keeps its keys to itself, but not this one.
+    // A focused browser takes all keys but those of shortcuts.
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &frmNetFind::reject);
     makeBrowsers(browsers);
     WebBrowser1_->Navigate(inData(u"null.htm"_s));
@@ -105,7 +105,7 @@ void frmNetFind::PredpripravSTR(const QString& title) {
 void frmNetFind::searchStarts(const QString& url) {
     if (url != sites_.shop + u"/seznam_video.php"_s) return;
     wbrFind_->widget().move(twips::toPixels(outOfSight), 0);
-    wbrFind_->widget().setEnabled(false);  // a page that has loaded would take the keys
+    wbrFind_->widget().setEnabled(false);  // a loaded page would take the keyboard focus
     ui_->Frame2->show();
     resizeTo(narrowWidth, narrowHeight);
 }

@@ -12,9 +12,9 @@ namespace Ui {
 class frmNetFind;
 }
 
-/// The lookup of a film in the disc shop. Two browsers do it: one holds the search form and receives the list
-/// of films, the other, which is never seen, the page of one film. The window goes on by what they tell
-/// alone. It lives for one lookup.
+/// Looks up a film in the disc shop with two browsers: one shows the search form and receives the list of
+/// films, the other, never visible, loads the page of one film. Only their events drive the window. One
+/// window serves one lookup.
 class frmNetFind final : public QDialog, private obchod::DetailWindow {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(frmNetFind)
@@ -24,15 +24,15 @@ class frmNetFind final : public QDialog, private obchod::DetailWindow {
     frmNetFind(const Sites& sites, BrowserFactory& browsers, QWidget* parent = nullptr);
     ~frmNetFind() override;
 
-    /// Has the search form filled with a title and sent.
-    /// @throws RuntimeError 53 when the form's template is not there, 75 when the form cannot be written.
+    /// Fills the search form with a title and submits it.
+    /// @throws RuntimeError 53 when the template of the form is missing, 75 when the form cannot be written.
     void PredpripravSTR(const QString& title);
 
-    /// Fills the list from the list page read last and tells the number of its films.
-    /// @throws RuntimeError for a link without a number in the form that the shop gives.
+    /// Fills the list from the list page loaded last and shows the number of films.
+    /// @throws RuntimeError as obchod::NactiSeznamObchod does.
     void NactiSeznamObchod();
 
-    /// What the fields hold.
+    /// The contents of the fields.
     LookupResult result() const;
 
     /// True when the user has accepted the result.
@@ -64,8 +64,8 @@ class frmNetFind final : public QDialog, private obchod::DetailWindow {
     std::unique_ptr<Ui::frmNetFind> ui_;
     LookupBoxes boxes_;
     Sites sites_;
-    QString listPage_;  // the page of the list
-    QString filmPage_;  // the page of the film
+    QString listPage_;
+    QString filmPage_;
     std::unique_ptr<Browser> wbrFind_;
     std::unique_ptr<Browser> WebBrowser1_;
 };

@@ -38,7 +38,7 @@ std::vector<csfd::FoundFilm> csfd::NactiSeznamFilmu(QString& page) {
     const QString upper = text::upperCase(page);
     const qsizetype first = upper.indexOf(u"<A HREF=\"/FILM/");
     if (first < 0) return {};
-    // One character of the closing tag stays; without one there is nothing.
+    // One character of the closing tag stays; without that tag there are no films.
     const qsizetype end = upper.indexOf(u"</TD>", first);
     const qsizetype length = end < 0 ? 0 : end - first + 1;
     page = page.sliced(first, length);
@@ -83,7 +83,7 @@ QString csfd::detailKey(const Page& plainPage) {
     if (found < 0) return {};
     const qsizetype start = found + link.size();
     const qsizetype blank = plainPage.text().indexOf(u' ', start);
-    // Without a blank the cut at it is skipped.
+    // Without a blank the key reaches to the end of the page.
     const QString key = plainPage.text().mid(start, blank < 0 ? -1 : blank - start);
     return QString(key).remove(u'"');
 }

@@ -3,18 +3,18 @@
 #include <QString>
 #include <vector>
 
-/// How fields are cut out of the film database's pages. A page is one long text; a field stands between two
-/// fixed markers, looked for from the top of the page, whatever their letter case.
+/// Parses the film database's pages. A field is the text between two fixed markers, searched for from the top
+/// of the page, ignoring case.
 namespace csfd {
 
-/// A page with what searches in it need, worked out once.
+/// A page and its upper-case copy, computed once for all searches.
 class Page {
  public:
     Page() = default;
     explicit Page(QString text);
 
     const QString& text() const noexcept { return text_; }
-    /// Letter by letter, so that positions are the same in both.
+    /// Has the same positions as text().
     const QString& upper() const noexcept { return upper_; }
 
  private:
@@ -22,14 +22,14 @@ class Page {
     QString upper_;
 };
 
-/// What stands between the first start marker and the first end marker behind it, without line ends and
-/// leading blanks; "" when either is missing.
+/// The text between the first start marker and the next end marker, without line breaks and leading blanks;
+/// "" when either is missing.
 QString NajdiTextPolozky(const Page& page, const QString& startMarker, const QString& endMarker);
 
-/// What stands between a start marker and the next slash; "" when either is missing.
+/// The text between a start marker and the next slash; "" when either is missing.
 QString NajdiURLPolozky(const Page& page, const QString& startMarker);
 
-/// A film that the search has found: its title and its path below `/film/`, both in capitals.
+/// A film found by a search: its title and its path below `/film/`, both in upper case.
 struct FoundFilm {
     QString title;
     QString path;
@@ -37,25 +37,25 @@ struct FoundFilm {
     friend bool operator==(const FoundFilm&, const FoundFilm&) = default;
 };
 
-/// The films on a search page: those with a match in the Czech title when the page has such a list, else
-/// those in the original title. Only the first table cell with films is read.
+/// The films on a search page: those whose Czech title matches if the page has such a list, else those whose
+/// original title does. Only the first table cell with films is read.
 /// @param page is cut down to the part that was read last.
 std::vector<FoundFilm> NactiSeznamFilmu(QString& page);
 
-/// The further titles of a film, in the order of their block.
+/// The other titles of a film, in page order.
 struct OtherTitles {
-    bool any = false;  ///< whether there is a block of titles at all
+    bool any = false;  ///< whether the page has a table of titles
     std::vector<QString> titles;
 };
 
-/// Reads the block of further titles. A table that stands less than 21 characters into it counts as none. A
-/// title without an end ends the list.
+/// Parses the block of other titles. A table that begins less than 21 characters into it is ignored. A title
+/// without an end tag ends the list.
 OtherTitles ZpracujDalsiNazvy(const QString& block);
 
 /// The key by which the film's plain page links to its full page; "" when it has no such link.
 QString detailKey(const Page& plainPage);
 
-/// An IMDb title without every year from 1900 to 2100 in brackets, and without blanks around it.
+/// An IMDb title, trimmed, without any year from 1900 to 2100 in parentheses.
 QString titleWithoutYear(QString title);
 
 /// Country, year and length.
@@ -65,8 +65,8 @@ struct Origin {
     QString length;
 };
 
-/// Reads the line of country, year and length.
-/// @param origin set when the line has exactly three parts.
+/// Splits the line of country, year and length.
+/// @param origin set if the line has exactly three parts.
 /// @return whether it has.
 bool cutOrigin(const QString& line, Origin& origin);
 

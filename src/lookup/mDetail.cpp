@@ -31,8 +31,7 @@ class WaitPanel {
     csfd::DetailWindow& window_;
 };
 
-/// One reading of a film. Statements run through `step`, which skips those that fail until the line of
-/// country, year and length has been cut.
+/// One reading of a film. `step` skips failures until the line of country, year and length has been read.
 class Reading {
  public:
     Reading(const Sites& sites, csfd::Buffers& buffers, csfd::DetailWindow& window)
@@ -179,7 +178,7 @@ class Reading {
     void readCast() {
         QString cast = csfd::castOf(cut(u"<b>Hrají: </b>"_s, u"<br>&nbsp;<br></td>"_s));
         step([&] {
-            // The cut of the last separator, which a film without a cast has none of.
+            // Removing the last separator fails for a film without a cast.
             if (cast.isEmpty()) throw RuntimeError(errors::invalidCall);
             cast.chop(2);
         });
@@ -209,7 +208,7 @@ class Reading {
         });
         address.remove(u'"').remove(u'\'');
         set(LookupField::picture, sites_.filmDb + u'/' + address);
-        // What is no picture never ends a reading: the field keeps the address then.
+        // A file that is not a picture never ends the reading; the field then keeps the address.
         skipFailure([&] {
             window_.setText(LookupField::picture,
                             NactiWebObrazek(window_.text(LookupField::picture),

@@ -6,7 +6,7 @@
 #include "lookup/LookupWindow.h"
 #include "lookup/mCSFD.h"
 
-/// How the data of one film are read from the film databases.
+/// Reads the data of one film from the film databases.
 namespace csfd {
 
 /// The window that a reading was started from.
@@ -28,21 +28,20 @@ class DetailWindow : public LookupWindow {
     virtual void repaintFields() = 0;
 };
 
-/// The texts of the pages read last. They stay from one reading to the next, so that a page that could not be
-/// fetched leaves what there was. A search or another reading begun meanwhile takes their place.
+/// The pages read last. They are kept between readings, so that a page that cannot be fetched leaves the
+/// previous one. A search or another reading that starts meanwhile replaces them.
 struct Buffers {
     Page page;          ///< of the film database
     QString otherPage;  ///< of the second one
 };
 
-/// Fetches the pages of the selected film and cuts its fields out of them. A download that fails is told in a
-/// box; what else fails is skipped, up to the line of country, year and length.
-/// @throws RuntimeError from there on, when that line had its three parts: 5 for a film without a cast and
-/// for
-///         a poster address without an end. The wait panel is hidden then as well.
+/// Fetches the pages of the selected film and fills the fields from them. A failed download is reported in a
+/// message box; other failures are skipped until the line of country, year and length has been read.
+/// @throws RuntimeError after that line, if it had its three parts: 5 for a film without a cast and for a
+///         poster address without an end. The wait panel is hidden then as well.
 void nactiDetail(const Sites& sites, Buffers& buffers, DetailWindow& window);
 
-/// Downloads a page into the folder `data`; a box tells when that fails.
+/// Downloads a page into the folder `data`; a failure is reported in a message box.
 bool StahniDetail(const QString& url, const QString& fileName);
 
 }  // namespace csfd

@@ -3,9 +3,9 @@
 #include <QString>
 #include <functional>
 
-/// Fetches a picture into the program's one scratch file for its suffix, the last three characters of the
-/// address, and shows it.
-/// @param show takes the local path; what it throws, as for a file that is no picture, goes to the caller.
+/// Downloads a picture into the scratch file for its suffix (the last three characters of the address) and
+/// shows it.
+/// @param show gets the local path; what it throws (for a file that is not a picture) reaches the caller.
 /// @return the local path; "" when the download failed, with nothing shown.
 QString NactiWebObrazek(const QString& url, const std::function<void(const QString& path)>& show);
 

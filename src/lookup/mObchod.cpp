@@ -42,7 +42,7 @@ class Cutting {
     }
 
  private:
-    /// A cut that fails leaves the piece as it was.
+    /// A cut that fails leaves the piece unchanged.
     template <typename Statement>
     void step(Statement&& statement) {
         skipFailure(statement);
@@ -111,7 +111,7 @@ class Cutting {
     const QString& page_;
     const QString& shopRoot_;
     obchod::DetailWindow& window_;
-    QString piece_;  // one for all fields, never emptied between them
+    QString piece_;  // shared by all fields, never cleared in between
 };
 
 }  // namespace
@@ -135,7 +135,7 @@ std::vector<ListEntry> obchod::NactiSeznamObchod(const QString& page) {
     for (qsizetype at = page.indexOf(u"<A class=zbozi title="); at >= 0;
          at = page.indexOf(u"<A class=zbozi title=", at)) {
         const qsizetype end = upper.indexOf(u"</A", at);
-        // The "<" of the closing tag belongs to the link; without one there is nothing to read.
+        // The "<" of the closing tag belongs to the link; a link without that tag is empty.
         const QString link = end < 0 ? QString() : page.sliced(at, end - at + 1);
         const QString title = ziskejNazev(link);
         films.push_back({title, GetID(link)});

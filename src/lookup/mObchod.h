@@ -6,8 +6,8 @@
 #include "lookup/LookupWindow.h"
 #include "platform/ListEntry.h"
 
-/// How the disc shop's pages are cut. They come as the browser control gives a page's body: tag names in
-/// upper case, attribute values bare where they can be.
+/// Parses the disc shop's pages as the browser control serializes a page's body: tag names in upper case,
+/// attribute values unquoted where possible.
 namespace obchod {
 
 /// The title in the HTML of one link of the list page. @throws RuntimeError 5 when it has no "id_zbozi=".
@@ -17,7 +17,7 @@ QString ziskejNazev(const QString& link);
 /// @throws RuntimeError 5 when no "&" follows the number, 13 or 6 when it is no 32-bit number.
 qint32 GetID(const QString& link);
 
-/// The films on the list page, each title with the shop's number.
+/// The films on the list page, each title with the film's number in the shop.
 /// @throws RuntimeError as the two above do, and 5 for a link without an end.
 std::vector<ListEntry> NactiSeznamObchod(const QString& page);
 
@@ -29,8 +29,8 @@ class DetailWindow : public LookupWindow {
     virtual void stopBrowser() = 0;
 };
 
-/// Cuts all fields out of a film's page and fetches its picture. A row that the page lacks gives an empty
-/// field. Whatever fails is skipped.
+/// Fills all fields from a film's page and downloads its picture. A row missing on the page gets what is left
+/// of the previous field, usually nothing. Failures are skipped.
 /// @param shopRoot root address of the shop.
 void NactiDetailObchod(const QString& page, const QString& shopRoot, DetailWindow& window);
 

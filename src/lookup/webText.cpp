@@ -37,7 +37,7 @@ QString UpravText(const QString& term) {
 }
 
 QString OdebratTagy(const QString& text) {
-    // In this order: what the ampersand brings out is not looked at again.
+    // In this order: "&amp;nbsp;" becomes "&nbsp;" but "&amp;quot;" a quote.
     static constexpr std::array<Replacement, 12> replacements{{{u"&nbsp;", u" "},
                                                                {u"&eacute;", u"é"},
                                                                {u"&iacute;", u"í"},

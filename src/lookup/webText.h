@@ -2,15 +2,15 @@
 
 #include <QString>
 
-/// Small conversions of texts on their way to and from web sites.
+/// Text conversions for web addresses and pages.
 
-/// A search term as it stands in a search address: characters whose Windows-1250 code is 123 or more as "%"
-/// and that code, blanks as "+", all others as they are, also those that mean something in an address.
+/// A search term for a web address: characters whose Windows-1250 code is 123 or more are percent-encoded,
+/// blanks become "+", all others stay, even those with a meaning in an address.
 QString UpravText(const QString& term);
 
-/// Takes the few tags and entities out of a cut field that the film database uses in it. `<br>` becomes CR
-/// LF.
+/// Removes the few tags and decodes the few entities that the film database uses in a field. `<br>` becomes
+/// CR LF.
 QString OdebratTagy(const QString& text);
 
-/// The letters š, ž, Š and Ž as the characters that stand at their ISO 8859-2 codes in Windows-1250.
+/// Replaces š, ž, Š and Ž by the Windows-1250 characters at their ISO 8859-2 codes.
 QString PREVOD(const QString& text);

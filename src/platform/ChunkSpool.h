@@ -6,8 +6,8 @@
 
 namespace ado {
 
-/// Bytes on their way into a binary column. A small buffer holds them; what goes beyond it is kept in a
-/// temporary file that only the owner can read and that goes away with the object.
+/// Bytes to be written to a binary column. Up to `pieceLength` of them are held in memory, more in a
+/// temporary file that only the owner can read and that is removed with the object.
 class ChunkSpool final {
  public:
     /// @throws RuntimeError 75 when the temporary file cannot be made, 61 when it cannot be written.
@@ -15,7 +15,7 @@ class ChunkSpool final {
 
     qint64 size() const noexcept { return size_; }
 
-    /// Hands the bytes over from the first to the last, in pieces of at most `pieceLength` bytes.
+    /// Passes the bytes to `take` in order, in pieces of at most `pieceLength` bytes.
     /// @throws RuntimeError 75 when the temporary file cannot be read back, and what `take` throws.
     template <typename Take>
     void forEachPiece(Take&& take) const {

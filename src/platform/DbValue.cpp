@@ -31,7 +31,7 @@ QString DbValue::toText() const& {
     if (const auto* number = std::get_if<double>(&content_)) {
         QLocale locale;
         locale.setNumberOptions(QLocale::OmitGroupSeparator);
-        // As the Basic runtime writes them: with an exponent only beyond 15 digits.
+        // As the Basic runtime formats them: with an exponent only beyond 15 digits.
         const double size = std::abs(*number);
         const bool plain = size == 0 || (size >= 1e-4 && size < 1e15);
         return locale.toString(*number, plain ? 'f' : 'E', QLocale::FloatingPointShortest);

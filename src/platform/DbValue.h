@@ -5,7 +5,7 @@
 #include <QString>
 #include <variant>
 
-/// A value of the database: Null, a whole number, a floating number, a text, a date with time, or bytes.
+/// A database value: Null, an integer, a floating-point number, a text, a date with time, or bytes.
 class DbValue final {
  public:
     DbValue() = default;
@@ -15,19 +15,18 @@ class DbValue final {
     DbValue(QString text) : content_(std::move(text)) {}
     DbValue(QDateTime moment) : content_(std::move(moment)) {}
     DbValue(QByteArray bytes) : content_(std::move(bytes)) {}
-    /// Without this one a text literal would turn into a number.
+    /// Otherwise a text literal would convert to a number.
     DbValue(const char* text) = delete;
 
     bool isNull() const noexcept { return std::holds_alternative<std::monostate>(content_); }
 
-    /// The value as text: numbers in decimal, dates as the user sees them, texts as they stand.
+    /// The value as text: numbers in decimal, dates as the user sees them, texts unchanged.
     /// @throws RuntimeError 94 on Null, 13 on bytes.
     QString toText() const&;
     QString toText() &&;
 
-    /// The value as a 32-bit whole number, halves rounded to the even neighbour; texts by text::toLong.
-    /// @throws RuntimeError 94 on Null, 13 on dates, bytes and texts that are not numeric, 6 when it does not
-    /// fit.
+    /// The value as a 32-bit integer, halves rounded to even; texts by text::toLong.
+    /// @throws RuntimeError 94 on Null, 13 on dates, bytes and texts that are not numeric, 6 on overflow.
     qint32 toLong() const;
 
     /// The moment of a date.
@@ -38,7 +37,7 @@ class DbValue final {
     /// @throws RuntimeError 94 on Null, 13 on anything else that is not binary.
     QByteArray toBytes() const;
 
-    /// What the value holds, for code that stores it.
+    /// The variant itself, for code that stores it.
     const auto& content() const noexcept { return content_; }
 
     friend bool operator==(const DbValue&, const DbValue&) = default;

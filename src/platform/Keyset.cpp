@@ -6,7 +6,7 @@ using namespace ado;
 
 Keyset::Keyset(const sqlite::Database& database, const QueryShape& shape)
     : database_(database), shape_(shape) {
-    // Stepping would read binary values whole, so rows that have any are read by key, without them.
+    // Stepping would load binary values, so rows that have any are read by key, without them.
     const bool bytes = std::any_of(shape.columns.begin(), shape.columns.end(),
                                    [](const Column& column) { return column.kind == ColumnKind::bytes; });
     if (bytes) {
@@ -38,7 +38,7 @@ void Keyset::next() {
             try {
                 unread_ = walk_->step();
             } catch (const RuntimeError& failure) {
-                // A statement that failed would start anew.
+                // A failed statement would start again from the first row.
                 failure_ = failure;
                 walk_.reset();
                 throw;
@@ -62,7 +62,7 @@ RowKeys Keyset::keys() const {
 void Keyset::complete() {
     if (failure_) throw RuntimeError(*failure_);
     if (unread_) {
-        // The rows met so far keep their places; whatever else the query gives now follows them.
+        // Rows found so far keep their positions; all others follow them.
         const auto width = static_cast<std::ptrdiff_t>(shape_.tables.size());
         std::set<RowKeys> known = added_;
         for (auto at = keys_.begin(); at != keys_.end(); at += width)

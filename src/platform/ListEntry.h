@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// One entry of a list or combo box: what the user reads, and the number that it carries.
+/// An entry of a list or combo box: its text and its number.
 struct ListEntry {
     QString text;
     qint32 itemData;

@@ -36,10 +36,10 @@ bool isWordCharacter(char c) {
     return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
 }
 
-/// Where parts of the outermost SELECT begin.
+/// Positions in the outermost SELECT.
 struct Outer {
-    qsizetype list;  ///< behind the word SELECT
-    qsizetype from;  ///< at the word FROM
+    qsizetype list;  ///< after SELECT
+    qsizetype from;  ///< at FROM
 };
 
 Outer outerWords(const QByteArray& sql) {

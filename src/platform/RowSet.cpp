@@ -11,7 +11,7 @@ using namespace ado;
 namespace {
 
 DbValue readValue(const sqlite::Statement& statement, int place, ColumnKind kind) {
-    // Numbers put into a text column are stored as text, so that its type need not be asked for.
+    // Text columns store numbers as text, so their storage class need not be checked.
     if (kind != ColumnKind::text) {
         switch (sqlite3_column_type(statement.handle(), place)) {
             case SQLITE_NULL:
@@ -75,7 +75,7 @@ void RowSet::release() noexcept {
 }
 
 void RowSet::rest() {
-    // Whatever stands on a row holds the shared lock, and a lock that has to grow does not wait for others.
+    // A statement on a row holds the shared lock, and upgrading a lock does not wait for others.
     blobs_.clear();
     for (const auto& statement : rowStatements_) {
         if (statement != nullptr) statement->reset();
@@ -96,8 +96,8 @@ void RowSet::change(Work&& work) {
         once();
     } catch (const sqlite::Failure& failure) {
         if (failure.resultCode() != SQLITE_CORRUPT_INDEX) throw;
-        // Another version of the library that knows the alphabet sorts otherwise, and an index made by the
-        // one does not serve the other. Nothing of the rows themselves is damaged.
+        // Another version of the collation library sorts differently, and its indexes do not fit. The rows
+        // themselves are undamaged.
         database().exec((QByteArray("REINDEX ") + collation::name).constData());
         once();
     }
@@ -171,7 +171,7 @@ const sqlite::Statement& RowSet::fetched(int table) {
         for (std::size_t column = 0; column < shape.columns.size(); ++column) {
             if (column > 0) list += ',';
             const QByteArray name = quoted(shape.columns[column]);
-            // Asking for a length leaves the bytes themselves on disk.
+            // Only the length is read; the bytes stay on disk.
             list += shape.kinds[column] == ColumnKind::bytes ? "length(" + name + ')' : name;
         }
         statement =
@@ -232,7 +232,7 @@ DbValue RowSet::fitting(const Column& column, const DbValue& value) const {
 void RowSet::setValue(int column, const DbValue& value) {
     expectRow();
     const Table& table = tableOf(column);
-    // The database gives the keys; a key changed under a keyset would lose the row.
+    // The database assigns keys; changing one under a keyset would lose the row.
     if (table.columns[static_cast<std::size_t>(columnAt(column).placeInTable)] == table.key) {
         throw RuntimeError(errors::operationNotAllowed);
     }

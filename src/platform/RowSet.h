@@ -16,8 +16,7 @@ namespace ado {
 class RowSet;
 
 namespace detail {
-/// The open file of a connection. Its recordsets share it, as one of them can outlive the connection's
-/// object.
+/// The open file of a connection, shared with its recordsets, which may outlive the connection object.
 class Session {
  public:
     std::unique_ptr<sqlite::Database> database;
@@ -25,8 +24,8 @@ class Session {
 };
 }  // namespace detail
 
-/// The rows behind an open recordset: the keyset, the current row, and what has been set in it. The public
-/// classes in ado.h tell what each operation does and throws.
+/// The rows of an open recordset: the keyset, the current row and its pending values. See ado.h for what each
+/// operation does and throws.
 class RowSet final {
  public:
     RowSet(std::shared_ptr<detail::Session> session, const QString& sql);
@@ -36,7 +35,7 @@ class RowSet final {
 
     /// False once the recordset or its connection has been closed.
     bool alive() const noexcept { return session_ != nullptr; }
-    /// Lets go of everything that keeps the file open.
+    /// Releases everything that keeps the file open.
     void release() noexcept;
 
     int columnIndex(QStringView name) const;
@@ -80,7 +79,7 @@ class RowSet final {
     void bindPending(const sqlite::Statement& statement, const std::vector<int>& columns) const;
     std::vector<int> pendingColumns(int table) const;
     void rest();
-    /// Does all or nothing of what `work` writes.
+    /// Runs `work` in a transaction.
     template <typename Work>
     void change(Work&& work);
     qint64 insertRow();

@@ -16,7 +16,7 @@ ConnectionParts parse(const QString& connectionString) {
     const QString sourceKey = u"Data Source="_s;
     const QString passwordKey = u";Jet OLEDB:Database Password="_s;
     const qsizetype source = connectionString.indexOf(sourceKey, 0, Qt::CaseInsensitive);
-    // From the end, as a folder's name may hold anything, a semicolon included.
+    // From the end, as the path may contain anything, even a semicolon.
     const qsizetype password = connectionString.lastIndexOf(passwordKey, -1, Qt::CaseInsensitive);
     if (source < 0 || password < source) throw RuntimeError(errors::invalidCall);
     const qsizetype path = source + sourceKey.size();
@@ -38,7 +38,7 @@ void Connection::Open(const QString& connectionString, const QString&, const QSt
         auto session = std::make_shared<detail::Session>();
         session->database = std::make_unique<sqlite::Database>(parts.path, sqlite::Database::Mode::readWrite);
         password::checkHeader(*session->database, parts.password);
-        // The engine opens lazily; reading the schema shows a cut or locked file now rather than later.
+        // SQLite opens lazily; reading the schema reveals a truncated or locked file now.
         session->database->number("SELECT count(*) FROM sqlite_master");
         session_ = std::move(session);
         refusal_.reset();

@@ -17,7 +17,7 @@ constexpr std::array<char16_t, 128> upperHalf = {
     0x010D, 0x00E9, 0x0119, 0x00EB, 0x011B, 0x00ED, 0x00EE, 0x010F, 0x0111, 0x0144, 0x0148, 0x00F3, 0x00F4,
     0x0151, 0x00F6, 0x00F7, 0x0159, 0x016F, 0x00FA, 0x0171, 0x00FC, 0x00FD, 0x0163, 0x02D9};
 
-/// The byte of each character up to the last one that the code page has; '?' for those that it lacks.
+/// The byte of each character up to the last one in the code page; '?' for those not in it.
 constexpr auto byteOfCharacter = [] {
     std::array<char, 0x2123> made{};
     made.fill('?');

@@ -6,7 +6,7 @@
 namespace {
 
 const QCollator& czech() {
-    // One collator for the whole run: making one costs more than a thousand comparisons.
+    // Shared: creating a collator costs more than a thousand comparisons.
     static const QCollator collator = [] {
         QCollator made(QLocale(QLocale::Czech, QLocale::CzechRepublic));
         made.setCaseSensitivity(Qt::CaseInsensitive);

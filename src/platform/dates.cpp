@@ -6,7 +6,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Worked out once for each locale, since long lists show many dates.
+/// Cached for each locale, since long lists show many dates.
 const QString& shortDateFormat() {
     static QLocale locale = QLocale::c();
     static QString format;
@@ -25,7 +25,7 @@ QString timeFormat() {
 }  // namespace
 
 QString dates::toStored(const QDateTime& moment) {
-    // Not by QDateTime's own formatting, which obeys the calendar of the locale and is far slower.
+    // QDateTime's own formatting uses the calendar of the locale and is far slower.
     const QDate date = moment.date();
     const QTime time = moment.time();
     const QLatin1Char zero('0');
@@ -38,7 +38,7 @@ QString dates::toStored(const QDateTime& moment) {
 }
 
 QDateTime dates::fromStored(QStringView stored) {
-    // By hand as well: this is asked for every date of a long list.
+    // By hand as well: long lists parse many dates.
     constexpr QStringView form = u"0000-00-00 00:00:00";
     if (stored.size() != form.size()) return {};
     for (qsizetype at = 0; at < form.size(); ++at) {
@@ -53,8 +53,7 @@ QDateTime dates::fromStored(QStringView stored) {
     };
     const QDate date(number(0, 4), number(5, 2), number(8, 2));
     const QTime time(number(11, 2), number(14, 2), number(17, 2));
-    // The clock times that a switch to summer time leaves out are stored moments all the same: no zone
-    // applies.
+    // UTC, as times skipped by daylight saving are valid stored times.
     return date.isValid() && time.isValid() ? QDateTime(date, time, Qt::UTC) : QDateTime();
 }
 
@@ -69,8 +68,7 @@ QString dates::toShown(QDate date) {
 }
 
 QDateTime dates::fromShown(const QString& shown) {
-    // Date and time apart: as one local moment, the hour that a switch to summer time leaves out would be
-    // refused.
+    // Date and time separately: as one local date-time, the hour skipped by daylight saving would be invalid.
     const QLocale locale;
     const QDate date = locale.toDate(shown, shortDateFormat());
     if (date.isValid()) return QDateTime(date, QTime(0, 0), Qt::UTC);

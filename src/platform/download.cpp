@@ -14,14 +14,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The system's proxies. A factory of the manager's own: one for the whole program would reach every socket.
+/// The system's proxies, for this manager only: an application-wide factory would affect every socket.
 class SystemProxies final : public QNetworkProxyFactory {
  public:
     QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery& query) override {
         QList<QNetworkProxy> proxies = systemProxyForQuery(query);
-        // Without any proxy Qt reads from an unbuffered socket, and then it may take a connection that broke
-        // in the middle for the end of the content. The program's default proxy, which is none, leads to the
-        // same server through a buffered socket.
+        // Without a proxy Qt reads from an unbuffered socket and may then take a broken connection for the
+        // end of the content. The application's default proxy, which is none, uses a buffered socket to the
+        // same server.
         for (QNetworkProxy& proxy : proxies) {
             if (proxy.type() == QNetworkProxy::NoProxy) proxy = QNetworkProxy(QNetworkProxy::DefaultProxy);
         }
@@ -35,11 +35,11 @@ bool isHexDigit(char byte) {
 
 bool succeeded(const QNetworkReply& reply) {
     const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    // Not finished: the program is being ended, which ends every event loop.
+    // Unfinished when the application is quitting, which ends all event loops.
     return reply.isFinished() && reply.error() == QNetworkReply::NoError && status >= 200 && status < 300;
 }
 
-/// Writes the reply's content to `file` while it arrives.
+/// Writes the reply's content to `file` as it arrives.
 bool receive(QNetworkReply& reply, QFileDevice& file, const DownloadLimits& limits) {
     QEventLoop loop;
     bool stored = true;
@@ -67,7 +67,7 @@ QUrl downloadAddress(const QString& url) {
     for (qsizetype at = 0; at < bytes.size(); ++at) {
         const char byte = bytes[at];
         const bool foreign = static_cast<unsigned char>(byte) >= 0x80;
-        // One stray "%" would make QUrl encode every "%" of the text anew.
+        // A single stray "%" would make QUrl encode every "%" again.
         const bool stray =
             byte == '%' && !(at + 2 < bytes.size() && isHexDigit(bytes[at + 1]) && isHexDigit(bytes[at + 2]));
         if (foreign || stray || byte == ' ') {
@@ -90,7 +90,7 @@ bool download(const QString& url, const QString& path, const DownloadLimits& lim
 
     request.setTransferTimeout(static_cast<int>(limits.quiet.count()));
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
-    // Of compressed content Qt drops the length, and with it the means to tell that some is missing.
+    // Qt drops the length of compressed content, so truncation would go unnoticed.
     request.setRawHeader("Accept-Encoding", "identity");
     QNetworkAccessManager manager;
     manager.setProxyFactory(new SystemProxies);

@@ -4,8 +4,8 @@
 #include <exception>
 #include <utility>
 
-/// The numbers of the failures that the program itself raises. They are the classic ones of the Basic
-/// runtime and of ActiveX Data Objects, as users and their helpers know them from message boxes.
+/// Error numbers that the program itself raises: those of the Basic runtime and of ActiveX Data Objects,
+/// which users know from message boxes.
 namespace errors {
 inline constexpr qint32 invalidCall = 5;
 inline constexpr qint32 overflow = 6;
@@ -31,7 +31,7 @@ inline constexpr qint32 itemNotFound = 3265;
 inline constexpr qint32 objectClosed = 3704;
 inline constexpr qint32 objectOpen = 3705;
 inline constexpr qint32 elementNotFound = 35601;
-/// OLE DB results of a data provider.
+/// OLE DB results.
 inline constexpr qint32 database = -2147467259;
 inline constexpr qint32 databaseReadOnly = -2147217911;
 inline constexpr qint32 databasePassword = -2147217843;
@@ -39,20 +39,20 @@ inline constexpr qint32 databaseSql = -2147217900;
 inline constexpr qint32 databaseConstraint = -2147217873;
 inline constexpr qint32 rowGone = -2147217885;
 
-/// The Czech description that belongs to one of the numbers above; a general one for any other number.
+/// The Czech description of one of these numbers; a general one for any other.
 QString description(qint32 number);
 }  // namespace errors
 
-/// A statement that could not be carried out. Its description is Czech and fit for the user.
+/// A failed statement, with a Czech description fit for the user.
 class RuntimeError : public std::exception {
  public:
-    /// A failure with the usual description of its number.
+    /// With the default description of its number.
     explicit RuntimeError(qint32 number);
     RuntimeError(qint32 number, QString description);
 
     qint32 number() const noexcept { return number_; }
     const QString& description() const noexcept { return description_; }
-    /// The description in UTF-8, with the number in front.
+    /// The number and the description, in UTF-8.
     const char* what() const noexcept override { return what_.constData(); }
 
  private:
@@ -61,7 +61,7 @@ class RuntimeError : public std::exception {
     QByteArray what_;
 };
 
-/// The error state of the program: the last skipped failure, readable until it is cleared.
+/// The last skipped failure, readable until it is cleared.
 class ErrorState final {
  public:
     /// 0 while no failure is pending.
@@ -77,12 +77,12 @@ class ErrorState final {
     QString description_;
 };
 
-/// The one error state. The program has a single thread of its own, so one is enough.
+/// The only instance: the program has a single thread of its own.
 extern ErrorState Err;
 
-/// Runs one statement and skips it when it fails: the failure stays readable in `Err` and the caller goes on.
-/// To be used only where failures are meant to be ignored, with one statement in each call.
-/// @return true when the statement was carried out.
+/// Runs one statement and skips its failure, which stays readable in `Err`. Only for failures that are meant
+/// to be ignored, one statement for each call.
+/// @return true if the statement succeeded.
 template <typename Statement>
 bool skipFailure(Statement&& statement) {
     try {

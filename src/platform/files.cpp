@@ -12,7 +12,7 @@ void openForReading(QFile& file) {
     if (!file.open(QFile::ReadOnly)) throw RuntimeError(errors::pathAccess);
 }
 
-/// What ends early through a failure looks like the end of the file.
+/// A read error looks like the end of the file.
 void checkRead(const QFile& file) {
     if (file.error() != QFileDevice::NoError) throw RuntimeError(errors::pathAccess);
 }
@@ -21,7 +21,7 @@ void openForWriting(QSaveFile& file) {
     if (!file.open(QFile::WriteOnly)) throw RuntimeError(errors::pathAccess);
 }
 
-/// A disk that fills up takes a part of the bytes without any failure.
+/// A full disk may take part of the bytes without an error.
 void writeAll(QSaveFile& file, const QByteArray& bytes) {
     if (file.write(bytes) != bytes.size()) throw RuntimeError(errors::diskFull);
 }

@@ -4,19 +4,19 @@
 #include <QByteArrayList>
 #include <QString>
 
-/// Whole files, read and written so that nothing is half done.
+/// Reads and writes whole files, all or nothing.
 namespace files {
 
 /// All bytes of a file. @throws RuntimeError 53 when there is no such file, 75 when it cannot be read.
 QByteArray readAll(const QString& path);
 
-/// Writes the pieces one after the other into a file that its owner alone can read. A file that stands there
-/// is replaced when all is written, and stays as it was otherwise.
-/// @throws RuntimeError 75 when it cannot be written to, 61 when not all could be written.
+/// Writes the pieces in order to a file readable by its owner only. An existing file is replaced once all is
+/// written, and unchanged on failure.
+/// @throws RuntimeError 75 when it cannot be opened for writing, 61 when not all could be written.
 void write(const QString& path, const QByteArrayList& pieces);
 
-/// Copies a file in the place of whatever stands there, with the user's usual permissions. One that fails
-/// leaves what stands there as it was. @throws RuntimeError as the two above do.
+/// Copies a file over `to`, with default permissions. On failure `to` is unchanged.
+/// @throws RuntimeError as the two above do.
 void copy(const QString& from, const QString& to);
 
 }  // namespace files

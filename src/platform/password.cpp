@@ -19,13 +19,13 @@ constexpr qsizetype encodingOffset = 56;
 constexpr qsizetype journalModeOffset = 18;
 constexpr char rollbackJournal[] = {1, 1};  // to write, to read
 constexpr qsizetype reservedOffset = 20;
-constexpr char appleReserve = 12;  // the engine that comes with macOS keeps so many bytes of each page
+constexpr char appleReserve = 12;  // bytes of each page reserved by the SQLite of macOS
 constexpr qsizetype fractionsOffset = 21;
 constexpr char fractions[] = {64, 32, 32};
 
 qint32 verifier(const QString& password) {
     const QByteArray digest = QCryptographicHash::hash(password.toUtf8(), QCryptographicHash::Sha256);
-    // The field is signed, and 0 is what a file without a password would hold.
+    // The field is signed, and 0 would mean a file without a password.
     return static_cast<qint32>(qFromBigEndian<quint32>(digest.constData()) & 0x7FFFFFFF) | 1;
 }
 
@@ -52,7 +52,7 @@ void password::stamp(const sqlite::Database& database, const QString& password) 
 
 void password::checkHeader(const sqlite::Database& database, const QString& password) {
     QByteArray header(headerLength, '\0');
-    // By the engine's own handle: closing another one would drop the locks that this process has on the file.
+    // Through SQLite's own handle: closing another one would drop this process's locks on the file.
     sqlite3_file* file = nullptr;
     sqlite3_file_control(database.handle(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
     const int read = file == nullptr || file->pMethods == nullptr
@@ -64,7 +64,7 @@ void password::checkHeader(const sqlite::Database& database, const QString& pass
     if (numberAt<qint32>(header, markOffset) != mark) refuse(SQLITE_NOTADB);
     const auto pageSize = numberAt<quint16>(header, pageSizeOffset);
     const bool powerOfTwo = pageSize != 0 && (pageSize & (pageSize - 1)) == 0;
-    // The engine would take some of these as an order to work in another way, and change the file for it.
+    // SQLite would take some of these as a request to work differently, and change the file.
     if (!(pageSize == 1 || (powerOfTwo && pageSize >= 512)) ||
         !holds(header, journalModeOffset, rollbackJournal) || !holds(header, fractionsOffset, fractions) ||
         (header[reservedOffset] != 0 && header[reservedOffset] != appleReserve) ||

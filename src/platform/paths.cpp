@@ -19,7 +19,8 @@ void seed(const QString& from, const QString& userFolder) {
     const RuntimeError failure(errors::pathAccess, u"Složku pro data programu nelze připravit: %1"_s.arg(
                                                        QDir::toNativeSeparators(userFolder)));
     if (!QDir().mkpath(userFolder)) throw failure;
-    // Made under another name and renamed when whole, so that a start cut short never leaves half of it.
+    // Created under another name and renamed when complete, so that an interrupted start never leaves half of
+    // it.
     QTemporaryDir copy(userFolder + u"/data-XXXXXX"_s);
     if (!copy.isValid()) throw failure;
     const QFileInfoList files = QDir(from).entryInfoList(QDir::Files);
@@ -37,8 +38,8 @@ void replaceIfOther(const QString& file, const QString& shippedFile) {
     if (!QFileInfo::exists(file) || files::readAll(file) != shipped) files::write(file, {shipped});
 }
 
-/// Brings pages and help up to what the installed program ships. The data files are the user's own. A file
-/// that cannot be replaced must not keep the program from starting: the older one serves on.
+/// Updates pages and help to the installed version. The data files are the user's own. A file that cannot be
+/// replaced must not prevent the program from starting: the old one stays.
 void refresh(const QString& from, const QString& data) {
     const QFileInfoList files = QDir(from).entryInfoList(QDir::Files);
     for (const QFileInfo& file : files) {

@@ -3,30 +3,27 @@
 #include <QString>
 #include <QStringList>
 
-/// Where the program's files lie. Paths are written with "\" in the program, as its data come from a system
-/// that has it; the target's separator takes its place here.
+/// The program's files. The program writes paths with "\"; here it is replaced by the native separator.
 namespace paths {
 
-/// The folder that every path of the program is built on, without a separator at its end.
+/// The base folder of all program paths, without a trailing separator.
 QString programFolder();
 void setProgramFolder(const QString& folder);
 
-/// The program folder followed by a path such as `\data\test.htm`, with the target's separators.
+/// The program folder followed by a path such as `\data\test.htm`, with native separators.
 QString inProgramFolder(QStringView tail);
 
-/// The name (without folder) of the file at `path`; "" when there is no such file. A folder is no file.
+/// The file name (without folder) at `path`; "" if there is no such file. A folder is not a file.
 QString Dir(const QString& path);
 
-/// `path` itself when it exists, else a file of the same folder whose name differs in letter case only, else
-/// `path` again. Where case does not count, `path` is returned as it stands.
+/// `path` if it exists, else a file in the same folder whose name differs only in case, else `path`.
 QString ignoringCase(const QString& path);
 
-/// The program folder for an executable that lies in `executableFolder`: that folder itself when its `data`
-/// folder can be written. Otherwise `userFolder`, whose `data` folder is copied from the first of
-/// `readyMadeData` that exists when there is none yet. In one that exists the data files (`*.ddb`) are never
-/// touched; pages and help that differ from the ready-made ones are replaced, as they belong to the program,
-/// and stay as they are where that fails.
-/// @throws RuntimeError 75 when the copy cannot be made; nothing is left of it then.
+/// The program folder for an executable in `executableFolder`: that folder itself if its `data` folder is
+/// writable, else `userFolder`, whose `data` folder is copied from the first existing folder of
+/// `readyMadeData` if missing. In an existing one the data files (`*.ddb`) are never touched; pages and help
+/// are replaced if they differ from the ready-made ones, and kept where that fails.
+/// @throws RuntimeError 75 when the copy fails; nothing is left of it then.
 QString chooseProgramFolder(const QString& executableFolder, const QString& userFolder,
                             const QStringList& readyMadeData);
 

@@ -16,7 +16,7 @@ QString settings::GetSetting(const QString& application, const QString& section,
     QSettings store(QSettings::NativeFormat, QSettings::UserScope, application);
     store.setFallbacksEnabled(false);
     const QVariant value = store.value(path(section, key), defaultValue);
-    // A text with commas that somebody wrote into the store by hand, without quotes, reads as a list.
+    // An unquoted text with commas, edited by hand, is read as a list.
     return value.typeId() == QMetaType::QStringList ? value.toStringList().join(QLatin1Char(','))
                                                     : value.toString();
 }

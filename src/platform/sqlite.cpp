@@ -18,8 +18,8 @@ namespace {
 constexpr std::chrono::milliseconds busyTimeout{5000};
 constexpr std::chrono::milliseconds busyStep{5};
 
-/// Waits for another program to be done with the file. The engine's own way looks ever more seldom, and so
-/// finds the file taken each time while the other one writes row after row.
+/// Waits for another program's lock. SQLite's own handler polls ever less often and keeps missing the gaps
+/// while another program writes row after row.
 int waitForOthers(void* /*handle*/, int tries) noexcept {
     if (tries * busyStep >= busyTimeout) return 0;
     std::this_thread::sleep_for(busyStep);
@@ -106,7 +106,7 @@ void sqlite::throwFailure(sqlite3* handle, int resultCode) {
 }
 
 sqlite::Database::Database(const QString& path, Mode mode) {
-    // An absolute path, as a relative one could be taken for a file: address with options.
+    // An absolute path, as a relative one could look like a file: URI with options.
     const QString absolute = QFileInfo(path).absoluteFilePath();
     if (mode == Mode::create) {
         QFile file(absolute);
@@ -192,7 +192,7 @@ bool sqlite::Statement::step() const {
     const int result = sqlite3_step(handle());
     if (result == SQLITE_ROW) return true;
     if (result == SQLITE_DONE) return false;
-    // The engine's message has to be read before the reset that makes the statement usable again.
+    // The message must be read before the reset that makes the statement usable again.
     try {
         throwFailure(sqlite3_db_handle(handle()), result);
     } catch (...) {
@@ -212,7 +212,7 @@ sqlite::Transaction::Transaction(const Database& database) : database_(database)
 }
 
 sqlite::Transaction::~Transaction() {
-    // Some failures (a full disk, say) have the engine roll back by itself; a second time would be an error.
+    // Some failures (a full disk, say) make SQLite roll back by itself; a second rollback would be an error.
     if (open_ && sqlite3_get_autocommit(database_.handle()) == 0) {
         sqlite3_exec(database_.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
     }

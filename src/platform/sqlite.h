@@ -8,14 +8,14 @@
 
 #include "platform/errors.h"
 
-/// SQLite's C interface with every result looked at. All failures are thrown as RuntimeError with a Czech
-/// description; the engine's own words go to standard error.
+/// SQLite's C interface with every result checked. Failures are thrown as RuntimeError with a Czech
+/// description; SQLite's own message goes to standard error.
 namespace sqlite {
 
-/// The Czech description of a result code of the engine (primary or extended).
+/// The Czech description of a (primary or extended) result code.
 QString description(int resultCode);
 
-/// A failure of the engine, with its result code.
+/// A failure reported by SQLite, with its result code.
 class Failure final : public RuntimeError {
  public:
     Failure(qint32 number, const QString& description, int resultCode)
@@ -28,24 +28,24 @@ class Failure final : public RuntimeError {
     int resultCode_;
 };
 
-/// @throws Failure always: the failure that the last call on `handle` ended with.
+/// @throws Failure always, for the last call on `handle`.
 [[noreturn]] void throwFailure(sqlite3* handle, int resultCode);
 
-/// One open database file with the collation CZECH and a busy time-out of 5 seconds.
+/// An open database file with the collation CZECH and a busy timeout of 5 seconds.
 class Database final {
  public:
     enum class Mode { readWrite, create };
 
-    /// Opens the file. Mode `create` makes it, for the owner only, and refuses a file that is there.
-    /// @throws RuntimeError when it cannot be opened. As the engine reads nothing yet, damage shows later.
+    /// Opens the file. Mode `create` creates it, for the owner only, and refuses an existing one.
+    /// @throws RuntimeError when it cannot be opened. SQLite reads nothing yet, so damage shows later.
     Database(const QString& path, Mode mode);
 
     sqlite3* handle() const noexcept { return handle_.get(); }
 
-    /// Runs statements that give no rows, separated by semicolons.
+    /// Runs statements without result rows, separated by semicolons.
     void exec(const char* sql) const;
-    /// The first column of the first row that a statement gives.
-    /// @throws RuntimeError when it gives none.
+    /// The first column of the first row of a query.
+    /// @throws RuntimeError when there is no row.
     qint64 number(const char* sql) const;
 
  private:
@@ -55,8 +55,7 @@ class Database final {
     std::unique_ptr<sqlite3, Close> handle_;
 };
 
-/// One prepared statement. Columns and parameters are counted as the engine counts them: columns from 0,
-/// parameters from 1.
+/// A prepared statement. As in SQLite, columns count from 0 and parameters from 1.
 class Statement final {
  public:
     /// @throws RuntimeError when the text does not compile or is empty.
@@ -67,7 +66,7 @@ class Statement final {
     void bind(int parameter, qint64 number) const;
     void bind(int parameter, double number) const;
     void bind(int parameter, const QString& text) const;
-    /// A text in UTF-8 and bytes that stay as they are until the statement has run.
+    /// Bind without a copy: UTF-8 and bytes must stay valid until the statement has run.
     void bindTextInPlace(int parameter, QByteArrayView utf8) const;
     void bindBytesInPlace(int parameter, QByteArrayView bytes) const;
     void bindBytes(int parameter, QByteArrayView bytes) const;
@@ -76,7 +75,7 @@ class Statement final {
 
     /// Moves to the next row; false when there is none.
     bool step() const;
-    /// Makes the statement ready to run again; its parameters keep their values.
+    /// Resets the statement to run again; parameters keep their values.
     void reset() const noexcept { sqlite3_reset(handle_.get()); }
 
     bool isNull(int column) const { return sqlite3_column_type(handle_.get(), column) == SQLITE_NULL; }
@@ -93,7 +92,7 @@ class Statement final {
     std::unique_ptr<sqlite3_stmt, Finalize> handle_;
 };
 
-/// A write transaction: everything is undone unless `commit` returned.
+/// A write transaction, rolled back unless `commit` succeeded.
 class Transaction final {
  public:
     explicit Transaction(const Database& database);

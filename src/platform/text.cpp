@@ -12,8 +12,8 @@ namespace {
 constexpr QChar blank(u' ');
 constexpr char16_t plainLetters = 0x80;
 
-/// Whether a language pairs capitals and small letters in a way of its own. For all others the plain
-/// conversion gives the same and costs a fraction, which a search through a long list feels.
+/// True for languages with case rules of their own. For all others the plain conversion gives the same result
+/// much faster, which matters when searching a long list.
 bool hasLettersOfItsOwn(const QLocale& locale) {
     switch (locale.language()) {
         case QLocale::Turkish:
@@ -30,8 +30,8 @@ template <typename Convert>
 QString letterByLetter(QStringView text, Convert&& convert) {
     QString whole = convert(text.toString());
     if (whole.size() == text.size()) return whole;
-    // Some letter grew or shrank: go through the letters and keep those that do. Runs of plain letters, which
-    // none of them is, go as a whole, since web pages are long.
+    // Some letter changed its length: convert letter by letter and keep those that do. ASCII runs, which
+    // never do, are converted at once, since web pages are long.
     QString result;
     result.reserve(text.size());
     for (qsizetype at = 0; at < text.size();) {
@@ -50,13 +50,13 @@ QString letterByLetter(QStringView text, Convert&& convert) {
     return result;
 }
 
-/// A number written as in C, in every locale. One too large is infinite, which the byte array's own
-/// conversion would turn into 0.
+/// Parses a number in the C locale. QString rather than QByteArray, which turns an overflow into 0 instead of
+/// infinity.
 double toDouble(const QByteArray& number) {
     return QString::fromLatin1(number).toDouble();
 }
 
-/// Sign, digits and point of a number as the C locale writes it; empty when the text is not numeric.
+/// The number in C locale form; empty if the text is not numeric.
 QByteArray plainNumber(QStringView text) {
     const QString decimal = QLocale().decimalPoint();
     const QString trimmed = text::trim(text);
