@@ -5,7 +5,7 @@
 #include "support/filmPages.h"
 
 using namespace Qt::StringLiterals;
-using csfd::Field;
+using Field = LookupField;
 
 namespace {
 
@@ -77,10 +77,10 @@ TEST_F(DetailTest, FailuresAreSkippedUpToAThreePartOrigin) {
         serve({.origin = origin});
         window.posterIsNoPicture = true;
         EXPECT_EQ(read(), 0);
-        EXPECT_EQ(field(Field::poster), poster);
+        EXPECT_EQ(field(Field::picture), poster);
         outside.pages.remove(poster);
         EXPECT_EQ(read(), 0);
-        EXPECT_EQ(field(Field::poster), u""_s);
+        EXPECT_EQ(field(Field::picture), u""_s);
         EXPECT_TRUE(window.posterWanted);
     }
 }

@@ -8,23 +8,23 @@
 #include "platform/errors.h"
 
 /// The fields of a window that a film is read into, without a window.
-template <typename Window, typename Field>
+template <typename Window>
 class RecordedFields : public Window {
  public:
-    QString text(Field field) const override { return fields.value(field); }
-    void setText(Field field, const QString& text) override { fields[field] = text; }
+    QString text(LookupField field) const override { return fields.value(field); }
+    void setText(LookupField field, const QString& text) override { fields[field] = text; }
     void showWait() override { waits = true; }
     void hideWait() override { waits = false; }
     void yield() override {
         if (onYield) onYield();
     }
 
-    QMap<Field, QString> fields;
+    QMap<LookupField, QString> fields;
     bool waits = false;
     std::function<void()> onYield;
 };
 
-class RecordingDetailWindow final : public RecordedFields<csfd::DetailWindow, csfd::Field> {
+class RecordingDetailWindow final : public RecordedFields<csfd::DetailWindow> {
  public:
     int selectedRow() const override {
         if (path.isNull()) throw RuntimeError(errors::objectNotSet);
@@ -36,10 +36,10 @@ class RecordingDetailWindow final : public RecordedFields<csfd::DetailWindow, cs
     }
     void clearOtherTitles() override {
         titles.clear();
-        fields.remove(csfd::Field::originalTitle);
+        fields.remove(LookupField::originalTitle);
     }
     void addOtherTitle(const QString& title) override { titles += title; }
-    void showPoster(const QString& file) override {
+    void showPicture(const QString& file) override {
         if (posterIsNoPicture) throw RuntimeError(errors::invalidPicture);
         poster = file;
     }
@@ -58,7 +58,7 @@ class RecordingDetailWindow final : public RecordedFields<csfd::DetailWindow, cs
     bool posterWanted = true;
 };
 
-class RecordingShopWindow final : public RecordedFields<obchod::DetailWindow, obchod::Field> {
+class RecordingShopWindow final : public RecordedFields<obchod::DetailWindow> {
  public:
     void showPicture(const QString& path) override {
         if (noPicture) throw RuntimeError(errors::invalidPicture);
