@@ -31,7 +31,7 @@ std::string exportedRecords(const std::string& output, std::size_t length) {
     });
     std::string records;
     const qint32 failure = failureOf([&] {
-        for (std::vector<QByteArray> fields; reader.next(fields); records += ']') {
+        for (QByteArrayList fields; reader.next(fields); records += ']') {
             records += '[';
             for (const QByteArray& field : fields)
                 records += field.toStdString() + '|';
