@@ -29,19 +29,21 @@ QString newVersionAddress(const Sites& sites) {
     return sites.update + u"/podpora/files/setupupgrade.exe"_s;
 }
 
-bool isNewer(const QString& version) {
-    const QStringList parts = text::split(version, u'-');
+bool isNewer(const QString& offered, const std::array<int, 3>& own) {
+    const QStringList parts = text::split(offered, u'-');
     const auto number = [&parts](qsizetype at) {
         if (at >= parts.size()) throw RuntimeError(errors::subscriptOutOfRange);
         return text::toNumber(parts[at]);
     };
-    if (number(0) > verze::major) return true;
-    if (number(1) > verze::minor && number(0) >= verze::major) return true;
-    return number(2) > verze::revision && number(1) >= verze::minor && number(0) >= verze::major;
+    const auto [major, minor, revision] = own;
+    if (number(0) > major) return true;
+    if (number(1) > minor && number(0) >= major) return true;
+    return number(2) > revision && number(1) >= minor && number(0) >= major;
 }
 
 bool JeNovaVerze(const Sites& sites) {
     const QString file = paths::inProgramFolder(u"\\data\\dvdver.inf");
     if (!StahniSoubor(sites.update + u"/podpora/files/dvdkalver.asp"_s, file)) return false;
-    return isNewer(firstField(codepage::fromWindows1250(files::readAll(file))));
+    return isNewer(firstField(codepage::fromWindows1250(files::readAll(file))),
+                   {verze::major, verze::minor, verze::revision});
 }

@@ -5,13 +5,12 @@
 #include <functional>
 #include <utility>
 
-/// A server in the test's own event loop that says what it is told, byte for byte: for all that no proper
-/// server would say.
+/// A server in the test's own event loop that answers byte for byte, for what no proper server would send.
 class RawServer final : public QTcpServer {
  public:
     using Answer = std::function<void(QTcpSocket&)>;
 
-    /// `answer` is called once for each request, after its head has arrived.
+    /// `answer` is called for each request, once its head has arrived.
     explicit RawServer(Answer answer) : answer_(std::move(answer)) {
         listen(QHostAddress::LocalHost);
         connect(this, &QTcpServer::newConnection, this, [this] {

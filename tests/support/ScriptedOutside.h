@@ -1,54 +1,75 @@
 #pragma once
 
+#include <QFile>
 #include <QHash>
-#include <QList>
 #include <QStringList>
+#include <utility>
 
 #include "platform/Outside.h"
+#include "platform/download.h"
+#include "platform/errors.h"
 
-/// A world that records what it is asked and answers from lists. In use as long as it lives.
+/// Records what the program asks of the outside world and answers from lists.
 class ScriptedOutside final : public Outside {
  public:
     struct Box {
         QString text;
         int style;
         QString title;
-
-        friend bool operator==(const Box&, const Box&) = default;
     };
 
-    BoxAnswer messageBox(const QString& text, int style, const QString& title, QObject* owner) override;
-    QString openFile(const FileDialogRequest& request, QObject* owner) override;
-    QString saveFile(const FileDialogRequest& request, QObject* owner) override;
-    bool download(const QString& url, const QString& path) override;
-    bool openWithDesktop(const QString& target) override;
+    BoxAnswer messageBox(const QString& text, int style, const QString& title, QObject* /*owner*/) override {
+        boxes.append({text, style, title});
+        if ((style & boxStyle::yesNo) == 0) return BoxAnswer::ok;
+        return answers.isEmpty() ? BoxAnswer::yes : answers.takeFirst();
+    }
+    QString openFile(const FileDialogRequest& request, QObject* /*owner*/) override {
+        fileDialogs.append(request);
+        return files.isEmpty() ? QString() : files.takeFirst();
+    }
+    QString saveFile(const FileDialogRequest& request, QObject* owner) override {
+        return openFile(request, owner);
+    }
+    bool download(const QString& url, const QString& path) override {
+        downloads.append(url);
+        if (online) return ::download(url, path);
+        const auto page = pages.constFind(url);
+        QFile file(path);
+        return page != pages.constEnd() && file.open(QFile::WriteOnly) && file.write(*page) == page->size();
+    }
+    bool openWithDesktop(const QString& target) override {
+        opened.append(target);
+        return desktopOpens;
+    }
     QStringList printers() override { return printerNames; }
-    void setPrinter(const QString& name) override;
-    void printPicture(const PicturePage& page) override;
+    void setPrinter(const QString& name) override {
+        if (printerNames.contains(name)) printer_ = name;
+    }
+    void printPicture(const PicturePage& page) override {
+        if (printerNames.isEmpty()) throw RuntimeError(errors::printer);
+        printed.append({printerNames.contains(printer_) ? printer_ : printerNames.first(), page});
+    }
     QDateTime now() override { return moment; }
 
-    /// The boxes shown since the last call, a line for each: text, style and title joined by "|".
-    QString told();
+    /// The boxes shown since the last call, one line each: text|style|title.
+    QString told() {
+        QStringList lines;
+        for (const Box& box : std::exchange(boxes, {}))
+            lines += box.text + u'|' + QString::number(box.style) + u'|' + box.title;
+        return lines.join(u'\n');
+    }
 
     QList<Box> boxes;
     QList<FileDialogRequest> fileDialogs;
     QStringList downloads;
-
-    /// Taken from the front; a question without an answer here is answered with Yes.
-    QList<BoxAnswer> answers;
-    /// Taken from the front; a dialog without a file here is cancelled.
-    QStringList files;
-    /// What each address holds; any other address fails.
-    QHash<QString, QByteArray> pages;
-    /// Downloads go to the real web instead.
-    bool online = false;
-    /// What was handed to the desktop.
+    QList<BoxAnswer> answers;          ///< taken from the front; then Yes
+    QStringList files;                 ///< taken from the front; then cancelled
+    QHash<QString, QByteArray> pages;  ///< by address; any other fails
+    bool online = false;               ///< downloads use the network instead
     QStringList opened;
     bool desktopOpens = true;
-    /// The printers there are; the first one is the current one until another one is chosen.
-    QStringList printerNames;
-    /// Each page printed, with the printer it was printed on.
-    QList<std::pair<QString, PicturePage>> printed;
+    QStringList printerNames;                        ///< the first is the current one until another is chosen
+    QList<std::pair<QString, PicturePage>> printed;  ///< with the printer
     QDateTime moment{QDate(2026, 3, 9), QTime(8, 5, 3)};
 
  private:

@@ -2,57 +2,96 @@
 
 #include <gtest/gtest.h>
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QLocale>
+#include <QSettings>
 #include <QTemporaryDir>
 
+#include "core/mDatabase.h"
+#include "datatool/DataFiles.h"
 #include "platform/ado.h"
+#include "platform/paths.h"
 #include "platform/sqlite.h"
 #include "support/ScriptedOutside.h"
 #include "support/printers.h"
 
-/// A program folder of its own with a fresh pair of data files, empty settings, the Czech locale, no pending
-/// failure, and a scripted outside. `ActDBPath` names the catalogue.
+using namespace Qt::StringLiterals;
+
+/// A temporary program folder with new data files, empty settings, the Czech locale, no pending failure and a
+/// scripted outside world. `ActDBPath` names the catalogue.
 class TemporaryProgram : public testing::Test {
  public:
     TemporaryProgram(const TemporaryProgram&) = delete;
     TemporaryProgram& operator=(const TemporaryProgram&) = delete;
 
  protected:
-    TemporaryProgram();
-    ~TemporaryProgram() override;
+    TemporaryProgram() {
+        QLocale::setDefault(QLocale(QLocale::Czech, QLocale::CzechRepublic));
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, at(u"settings"_s));
+        dataFiles::create(at(u"data"_s));
+        paths::setProgramFolder(folder());
+        ActDBPath = catalogue();
+        Err.Clear();
+    }
+    ~TemporaryProgram() override {
+        CloseDB();
+        QLocale::setDefault(formerLocale_);
+    }
 
     QString folder() const { return folder_.path(); }
     QString at(const QString& path) const { return QDir(folder()).filePath(path); }
-    QString catalogue() const { return folder_.filePath(QStringLiteral("data/data.ddb")); }
-    QString pictures() const { return folder_.filePath(QStringLiteral("data/pictures.ddb")); }
+    QString catalogue() const { return at(u"data/data.ddb"_s); }
+    QString pictures() const { return at(u"data/pictures.ddb"_s); }
 
-    /// Runs statements on a data file past the program, as another program would.
-    static void sql(const QString& file, const char* statements);
+    /// Runs statements on a data file directly.
+    static void sql(const QString& file, const char* statements) { open(file).exec(statements); }
     void sql(const char* statements) const { sql(catalogue(), statements); }
     /// The first column of a query's first row.
-    qint64 number(const char* query) const;
-    static QString text(const QString& file, const char* query);
+    qint64 number(const char* query) const { return open(catalogue()).number(query); }
+    static QString text(const QString& file, const char* query) {
+        const sqlite::Database database = open(file);
+        const sqlite::Statement statement(database, query);
+        if (!statement.step()) throw RuntimeError(errors::noCurrentRecord);
+        return statement.text(0);
+    }
     QString text(const char* query) const { return text(catalogue(), query); }
 
-    /// The bytes of a file, by its path below the folder or its full one.
-    QByteArray content(const QString& path) const;
-    void write(const QString& path, const QByteArray& bytes) const;
-    /// Bytes that repeat nowhere near, so that a piece in the wrong place shows.
-    static QByteArray noise(qsizetype length);
+    /// The bytes of a file by its path, absolute or below the folder; "no file" when it cannot be read.
+    QByteArray content(const QString& path) const {
+        QFile file(at(path));
+        return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray("no file");
+    }
+    void write(const QString& path, const QByteArray& bytes) const {
+        QFile file(at(path));
+        ASSERT_TRUE(file.open(QFile::WriteOnly)) << path.toStdString();
+        ASSERT_EQ(file.write(bytes), bytes.size());
+    }
+    /// Bytes without a short period, so that a misplaced piece shows.
+    static QByteArray noise(qsizetype length) {
+        QByteArray bytes;
+        for (qsizetype block = length; bytes.size() < length; ++block)
+            bytes += QCryptographicHash::hash(QByteArray::number(block), QCryptographicHash::Sha256);
+        return bytes.first(length);
+    }
 
-    /// An open connection to the catalogue, through the program's own layer.
-    ado::Connection& connection();
+    /// An open connection to the catalogue.
+    ado::Connection& connection() {
+        if (!connection_.isOpen()) connection_.Open(connectionString(catalogue()));
+        return connection_;
+    }
 
     ScriptedOutside outside;
 
  private:
+    static sqlite::Database open(const QString& file) { return {file, sqlite::Database::Mode::readWrite}; }
+
     QTemporaryDir folder_;
     ado::Connection connection_;
     QLocale formerLocale_;
 };
 
-/// The number of the failure that `statement` throws; 0 when it throws none.
+/// The number of the RuntimeError that `statement` throws; 0 when it throws none.
 template <typename Statement>
 qint32 failureOf(Statement&& statement) {
     try {

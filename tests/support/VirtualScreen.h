@@ -1,46 +1,82 @@
 #pragma once
 
-#include <QPoint>
 #include <QProcess>
 #include <QStringList>
-#include <memory>
+#include <QTest>
+#include <stdexcept>
 
-/// An X server without a screen, for as long as it lives, and the hands and eyes of somebody in front of it.
-/// No window manager runs on it, so a window has the keyboard only once it has been given it.
+using namespace Qt::StringLiterals;
+
+/// An X server without a display, driven by xdotool. No window manager runs on it, so a window has the
+/// keyboard focus only once it was given. Titles are regular expressions. Whatever does not happen within a
+/// minute throws std::runtime_error, which fails the test.
 class VirtualScreen final {
  public:
-    VirtualScreen();
-    ~VirtualScreen();
+    VirtualScreen() {
+        server_.start(u"Xvfb"_s, u"-displayfd 1 -screen 0 1280x1024x24 -nolisten tcp -noreset"_s.split(u' '));
+        // The number of the display is written once the server is ready. It must not reset when a program
+        // ends.
+        expect([this] { return server_.canReadLine(); }, u"Xvfb"_s);
+        environment.insert(u"DISPLAY"_s, u':' + QString::fromLatin1(server_.readLine()).trimmed());
+        environment.remove(u"WAYLAND_DISPLAY"_s);
+        environment.remove(u"QT_QPA_PLATFORM"_s);
+    }
+    ~VirtualScreen() {
+        server_.terminate();
+        server_.waitForFinished();
+    }
     VirtualScreen(const VirtualScreen&) = delete;
     VirtualScreen& operator=(const VirtualScreen&) = delete;
 
-    bool isUp() const { return !display_.isEmpty(); }
+    /// @return the number of the visible window with a title.
+    QString waitForWindow(const QString& title) const {
+        QString window;
+        expect([&] { return !(window = find(title)).isEmpty(); }, title);
+        return window;
+    }
+    void waitUntilGone(const QString& title) const {
+        expect([&] { return find(title).isEmpty(); }, title);
+    }
+    bool hasHeight(const QString& window, int height) const {
+        return xdotool({u"getwindowgeometry"_s, u"--shell"_s, window}).contains(u"HEIGHT=%1"_s.arg(height));
+    }
 
-    /// Starts a program on the screen, with a home of its own in `home`.
-    std::unique_ptr<QProcess> start(const QString& program, const QString& home) const;
+    /// Gives a window the focus and presses keys, named as in xdotool.
+    void press(const QString& window, const QString& keys) const {
+        xdotool(u"windowfocus --sync %1 key --delay 60 %2"_s.arg(window, keys).split(u' '));
+    }
+    void type(const QString& window, const QString& text) const {
+        xdotool(u"windowfocus --sync %1 type --delay 25"_s.arg(window).split(u' ') + QStringList(text));
+    }
+    /// Clicks in a window, in pixels from its corner.
+    void click(const QString& window, int x, int y) const {
+        // A move to where the pointer already is would wait forever.
+        xdotool(u"mousemove --window %1 %2 %3 mousemove --sync --window %1 %4 %3 click 1"_s.arg(window)
+                    .arg(x + 1)
+                    .arg(y)
+                    .arg(x)
+                    .split(u' '));
+    }
 
-    /// Waits for a visible window whose title matches a regular expression.
-    /// @return its number; "" when none came within a minute.
-    QString waitForWindow(const QString& title) const;
-    /// Whether such a window is visible now.
-    bool hasWindow(const QString& title) const;
-    /// Gives a window the keyboard and presses keys, each as xdotool names them.
-    void press(const QString& window, const QStringList& keys) const;
-    /// Clicks at a place in a window, in pixels from its corner.
-    void click(const QString& window, int x, int y, int button = 1) const;
-    /// Presses the left button at one place, moves to another and releases it.
-    void drag(const QString& window, QPoint from, QPoint to) const;
-    /// Types a text into whatever has the keyboard in a window.
-    void type(const QString& window, const QString& text) const;
-    /// Waits until a window has a height. @return false when it has another one after that time.
-    bool waitForHeight(const QString& window, int height, int milliseconds = 60000) const;
-    /// Waits until no window with such a title is visible. @return false when one still is after a minute.
-    bool waitUntilGone(const QString& title) const;
+    /// For programs that are to run on the screen.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+
+    template <typename Condition>
+    static void expect(Condition&& condition, const QString& what) {
+        if (!QTest::qWaitFor(condition, 60000)) throw std::runtime_error(what.toStdString());
+    }
 
  private:
-    QString xdotool(const QStringList& arguments, int milliseconds = 30000) const;
-    QProcessEnvironment environment() const;
+    QString find(const QString& title) const {
+        return xdotool({u"search"_s, u"--onlyvisible"_s, u"--limit"_s, u"1"_s, u"--name"_s, title});
+    }
+    QString xdotool(const QStringList& arguments) const {
+        QProcess tool;
+        tool.setProcessEnvironment(environment);
+        tool.start(u"xdotool"_s, arguments);
+        tool.waitForFinished();
+        return QString::fromUtf8(tool.readAllStandardOutput()).trimmed();
+    }
 
     QProcess server_;
-    QString display_;
 };

@@ -1,10 +1,8 @@
 #pragma once
 
-#include <QByteArrayList>
 #include <QHash>
 #include <QMutex>
 #include <QStringList>
-#include <QWaitCondition>
 #include <memory>
 #include <thread>
 
@@ -12,9 +10,8 @@ namespace httplib {
 class Server;
 }
 
-/// A web server on 127.0.0.1, with a free port and a thread of its own, for as long as it lives. Pages may be
-/// added while it runs. It is a proxy as well: that is asked for whole addresses, which are targets like
-/// others.
+/// A web server on 127.0.0.1 with a free port and its own thread. It is also a proxy: a proxy is asked for
+/// whole addresses, which are targets like others.
 class WebServer final {
  public:
     struct Page {
@@ -24,32 +21,24 @@ class WebServer final {
         QByteArray location = {};  ///< where a redirect leads
     };
 
-    /// Speaks http; with the files of a certificate and its key, in PEM, https.
+    /// Speaks http, or https when given the PEM files of a certificate and its key.
     explicit WebServer(const QString& certificate = {}, const QString& key = {});
     ~WebServer();
     WebServer(const WebServer&) = delete;
     WebServer& operator=(const WebServer&) = delete;
 
-    /// Such as "http://127.0.0.1:40001", without a "/" at its end.
+    /// Such as "http://127.0.0.1:40001", without a trailing "/".
     QString root() const { return root_; }
-    /// What stands at a target, such as "/hledat?q=%E8" or "http://film.example/": compared as it is sent,
-    /// percent-encoded. Any other target is answered with 404.
+    /// Sets the answer for a target, such as "/hledat?q=%E8" or "http://film.example/", percent-encoded as it
+    /// is sent. Any other target gets 404.
     void serve(const QString& target, const Page& page);
-    /// All targets asked for, in order.
+    /// All targets requested, in order; the body of a form follows its target after a blank.
     QStringList targets() const;
-    /// Waits until anything has been asked for. @return false when nothing was within a minute.
-    bool waitForRequest() const;
-    /// The bodies of all forms sent, in order.
-    QByteArrayList posts() const;
 
  private:
-    Page answer(const QString& target);
-
     mutable QMutex mutex_;
-    mutable QWaitCondition asked_;
     QHash<QString, Page> pages_;
     QStringList targets_;
-    QByteArrayList posts_;
     std::unique_ptr<httplib::Server> server_;
     QString root_;
     std::thread thread_;

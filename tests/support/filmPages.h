@@ -4,7 +4,7 @@
 #include <QString>
 #include <QStringList>
 
-/// Pages of the film databases in the shape that they are cut in.
+/// Pages as the film databases send them.
 namespace filmPages {
 
 using namespace Qt::StringLiterals;
@@ -25,7 +25,7 @@ inline QString plainPage(const QString& key) {
     return u"<html><body><a href=\"?text=%1\" class=\"vice\">více</a></body></html>"_s.arg(key);
 }
 
-/// What a film's full page says. Whatever is empty is left out with its markers.
+/// What the full page of a film shows; an empty value is left out with its markup.
 struct Film {
     QString czechTitle = u"Ztracený dům"_s;
     QString imdb = u"tt0123456"_s;
@@ -46,28 +46,26 @@ inline QString linked(const QStringList& names) {
 }
 
 inline QString fullPage(const Film& film, const QString& imdbRoot) {
-    const auto unlessEmpty = [](const QString& text, const QString& markup) {
-        return text.isEmpty() ? QString() : QString(markup).replace(u"@"_s, text);
-    };
     QString titles;
     for (const QString& title : film.otherTitles)
         titles += u"<tr><td><img src='cz.gif' vspace='2' ></td><td>%1</td></tr>"_s.arg(title);
-    return u"<html><body>\r\n"_s +
-           unlessEmpty(film.czechTitle,
-                       u"<h1 style='font-size: 18px;font-weight:bold;color: #000000;font-family: "
-                       "Tahoma;display:inline'>\r\n  @</h1>"_s) +
-           unlessEmpty(titles,
-                       u"<span style='font-size: 18px;font-weight:bold;color: #000000;font-family: "
-                       "Tahoma;'>Ztracený dům, další</span> <table cellpadding='0' cellspacing='0' "
-                       "border='0'>@</table>             <br>"_s) +
-           unlessEmpty(film.genre, u"<br>   <b>@&nbsp;<br>"_s) + unlessEmpty(film.origin, u"@<br>"_s) +
-           unlessEmpty(linked(film.directors), u"<b>Režie:</b> @<br>"_s) +
-           unlessEmpty(linked(film.cast), u"<b>Hrají: </b>@<br>&nbsp;<br></td>"_s) +
-           unlessEmpty(film.description,
-                       u"<span class='komentar_font' "
-                       "style='text-align:justify;width:700px;'>@</span>"_s) +
-           unlessEmpty(film.imdb, u"<a href=\"%1/title/@/combined\">IMDb</a>"_s.arg(imdbRoot)) +
-           unlessEmpty(film.poster, u"<img src='/@' width='100'>"_s) + u"</body></html>"_s;
+    const QString style = u"font-size: 18px;font-weight:bold;color: #000000;font-family: Tahoma;"_s;
+    const std::pair<QString, QString> parts[] = {
+        {film.czechTitle, u"<h1 style='"_s + style + u"display:inline'>\r\n  @</h1>"_s},
+        {titles, u"<span style='"_s + style +
+                     u"'>Ztracený dům, další</span> <table cellpadding='0' "
+                     "cellspacing='0' border='0'>@</table>             <br>"_s},
+        {film.genre, u"<br>   <b>@&nbsp;<br>"_s},
+        {film.origin, u"@<br>"_s},
+        {linked(film.directors), u"<b>Režie:</b> @<br>"_s},
+        {linked(film.cast), u"<b>Hrají: </b>@<br>&nbsp;<br></td>"_s},
+        {film.description, u"<span class='komentar_font' style='text-align:justify;width:700px;'>@</span>"_s},
+        {film.imdb, u"<a href=\"%1/title/@/combined\">IMDb</a>"_s.arg(imdbRoot)},
+        {film.poster, u"<img src='/@' width='100'>"_s}};
+    QString page;
+    for (const auto& [content, markup] : parts)
+        page += content.isEmpty() ? QString() : QString(markup).replace(u"@"_s, content);
+    return u"<html><body>\r\n"_s + page + u"</body></html>"_s;
 }
 
 inline QString imdbPage(const QString& title) {

@@ -1,7 +1,7 @@
-// Lends films one by one under a customer number and, when asked to, returns each at once, through the
-// program's own rules. Tells each film on standard output once that has been stored. Its parent may kill it.
-//
 // loan_writer CATALOGUE CUSTOMER FIRST_FILM FILMS [return]
+//
+// Lends films one by one, returning each at once if asked to, and prints each film once it is stored. Its
+// parent may kill it.
 
 #include <QCoreApplication>
 #include <cstdio>

@@ -1,41 +1,52 @@
 #pragma once
 
-#include <QFile>
+#include <QRegularExpression>
 #include <QSettings>
 
+#include "core/Sites.h"
+#include "core/mVerze.h"
 #include "support/TemporaryProgram.h"
 #include "support/VirtualScreen.h"
+#include "support/WebServer.h"
 
-/// The real program in a folder of its own.
+/// The real program in its own folder and home, with a proxy in place of the web and without printers.
 class RealProgram : public TemporaryProgram {
  protected:
-    void SetUp() override {
-        ASSERT_TRUE(screen.isUp());
-        ASSERT_TRUE(QFile::copy(QStringLiteral(KALVERA), folder() + QStringLiteral("/kalvera")));
+    RealProgram() {
+        screen.environment.insert(u"HOME"_s, folder());
+        screen.environment.insert(u"XDG_CONFIG_HOME"_s, at(u".config"_s));
+        screen.environment.insert(u"XDG_DATA_HOME"_s, at(u".local/share"_s));
+        screen.environment.insert(u"CUPS_SERVER"_s, u"/nonexistent/printers"_s);
+        screen.environment.insert(u"http_proxy"_s, web.root());
+        settings().setValue(u"Settings/ShowNewVer"_s, u"N"_s);
+        QFile::copy(QStringLiteral(KALVERA), at(u"kalvera"_s));
     }
 
-    /// Starts the program and ends its splash picture. It does not ask for newer versions unless a test
-    /// wants it to.
-    std::unique_ptr<QProcess> start() const { return start(folder() + QStringLiteral("/kalvera")); }
-    std::unique_ptr<QProcess> start(const QString& executable) const {
-        if (!settings().contains(QStringLiteral("Settings/ShowNewVer")))
-            settings().setValue(QStringLiteral("Settings/ShowNewVer"), QStringLiteral("N"));
-        auto program = screen.start(executable, folder());
-        screen.press(screen.waitForWindow(splash), {QStringLiteral("space")});
-        return program;
+    /// Starts the program and skips its splash screen, by a key unless it is to end by itself.
+    void start(const QString& executable = u"kalvera"_s, bool key = true) {
+        program.setProcessEnvironment(screen.environment);
+        program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        program.start(at(executable), QStringList());
+        if (key) screen.press(screen.waitForWindow(splash), u"space"_s);
     }
-
-    QSettings settings() const {
-        return {folder() + QStringLiteral("/.config/BremDVDKalvera.conf"), QSettings::IniFormat};
-    }
-
-    static void expectEnd(QProcess& program, int exitCode) {
+    void expectEnd(int exitCode) {
         ASSERT_TRUE(program.waitForFinished(60000));
         EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
         EXPECT_EQ(program.exitCode(), exitCode);
     }
+    /// Ends the program by its menu.
+    void leave() {
+        screen.press(screen.waitForWindow(mainWindow), u"alt+d k"_s);
+        expectEnd(0);
+    }
 
+    /// The settings of the program, as written so far.
+    QSettings settings() const { return {at(u".config/BremDVDKalvera.conf"_s), QSettings::IniFormat}; }
+    const Sites sites = Sites::compiledIn();
+    WebServer web;
     VirtualScreen screen;
-    const QString splash = QStringLiteral("^Brem DVD Kalv.*ra$");
-    const QString mainWindow = QStringLiteral("^Brem DVD Kalv.*1\\.0\\.23$");
+    QProcess program;
+    const QString splash = u"^Brem DVD Kalv.*ra$"_s;
+    const QString mainWindow = u"^Brem DVD Kalv.*"_s + QRegularExpression::escape(verze::text()) + u'$';
+    const QString editorWindow = u"^DVD Film$"_s;
 };

@@ -1,137 +1,138 @@
-#include <QBuffer>
-#include <QImage>
+#include <QRegularExpression>
 #include <QTcpServer>
 #include <QTcpSocket>
 
-#include "core/Sites.h"
+#include "platform/codepage.h"
 #include "support/filmPages.h"
-#include "system/DesktopProgram.h"
+#include "support/pictures.h"
+#include "system/RealProgram.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The real program from start to end, with the question for a newer version.
-class RoadTest : public DesktopProgram {
+/// The real program from start to end, with the check for a newer version.
+class RoadTest : public RealProgram {
  protected:
     RoadTest() { settings().setValue(u"Settings/ShowNewVer"_s, u"A"_s); }
 
-    void serve(const QString& address, const QString& page) { web.serve(address, {.body = page.toUtf8()}); }
-    /// Leaves the offer of a newer version, which comes once the main window stands.
-    QString pastTheOffer() {
-        const QString offer = screen.waitForWindow(u"^Nov.* verze je k dispozici!$"_s);
-        EXPECT_FALSE(offer.isEmpty());
-        QString master = screen.waitForWindow(mainWindow);
-        screen.press(offer, {u"Escape"_s});
-        EXPECT_TRUE(screen.waitUntilGone(u"^Nov.* verze je k dispozici!$"_s));
-        return master;
-    }
-    void end(const QString& master, QProcess& program) {
-        screen.press(master, {u"alt+d"_s, u"k"_s});
-        expectEnd(program, 0);
+    void SetUp() override {
+        ASSERT_TRUE(QDir(folder()).mkdir(u"bin"_s));
+        // The program that the desktop opens files with keeps what it was given.
+        write(u"bin/xdg-open"_s, (u"#!/bin/sh\ncp \"${1#file://}\" '%1' && mv '%1' '%2'\n"_s.arg(
+                                      at(u"copying"_s), at(u"opened"_s)))
+                                     .toUtf8());
+        QFile::setPermissions(at(u"bin/xdg-open"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        screen.environment.insert(u"PATH"_s, at(u"bin:"_s) + qEnvironmentVariable("PATH"));
     }
 
-    const Sites sites = Sites::compiledIn();
+    void serve(const QString& address, const QString& page) { web.serve(address, {.body = page.toUtf8()}); }
+    /// The text of the page that the desktop opens.
+    QString opened() const {
+        QFile page(at(u"opened"_s));
+        VirtualScreen::expect([&page] { return page.exists(); }, page.fileName());
+        static const QRegularExpression tags(u"<[^>]*>"_s);
+        const QString text = codepage::fromWindows1250(content(page.fileName()));
+        page.remove();
+        return QString(text).replace(tags, u" "_s).replace(u"&nbsp;"_s, u" "_s).simplified();
+    }
+
+    const QString question = sites.update + u"/podpora/files/dvdkalver.asp"_s;
 };
 
 }  // namespace
 
 TEST_F(RoadTest, OneFilmGoesFromNothingToAPrintedList) {
-    serve(sites.update + u"/podpora/files/dvdkalver.asp"_s, u"1-0-24"_s);
+    const QByteArray poster = pictureOf(qRgb(255, 0, 0), "PNG", {20, 30});
+    serve(question, u"9999-0-0"_s);
     serve(sites.filmDb + u"/hledani-filmu-hercu-reziseru-ve-filmove-databazi/?search=dum"_s,
           filmPages::searchPage({{u"1-DUM/"_s, u"Dům"_s}}));
     serve(sites.filmDb + u"/film/1-DUM/"_s, filmPages::plainPage(u"87"_s));
     serve(sites.filmDb + u"/film/1-DUM/?text=87"_s, filmPages::fullPage({}, sites.filmDb2));
     serve(sites.filmDb2 + u"/title/tt0123456"_s, filmPages::imdbPage(u"Lost House (1999)"_s));
-    QImage image(20, 30, QImage::Format_RGB32);
-    image.fill(Qt::red);
-    QByteArray poster;
-    QBuffer buffer(&poster);
-    image.save(&buffer, "PNG");
     web.serve(sites.filmDb + u"/posters/1/123.png"_s, {.body = poster, .type = "image/png"});
 
-    auto program = start();
-    const QString master = pastTheOffer();
-    ASSERT_FALSE(master.isEmpty());
+    start();
+    const QString offer = screen.waitForWindow(u"^Nov.* verze je k dispozici!$"_s);
+    const QString master = screen.waitForWindow(mainWindow);
+    screen.press(offer, u"Escape"_s);
+    screen.waitUntilGone(u"^Nov.* verze je k dispozici!$"_s);
     screen.click(master, 40, 38);  // "Nový"
-    const QString editor = screen.waitForWindow(u"^DVD Film$"_s);
-    ASSERT_FALSE(editor.isEmpty());
-    screen.click(editor, 250, 53);
+    const QString editor = screen.waitForWindow(editorWindow);
+    screen.press(editor, u"Tab Tab"_s);
     screen.type(editor, u"dum"_s);
     screen.click(editor, 510, 53);
     const QString lookup = screen.waitForWindow(u"^Vyhledat v .*SFD$"_s);
-    ASSERT_FALSE(lookup.isEmpty());
-    screen.press(lookup, {u"Return"_s});
+    screen.press(lookup, u"Return"_s);
     screen.click(lookup, 580, 366);  // "Načti data"
     screen.click(lookup, 265, 366);  // "Vložit data"
-    ASSERT_TRUE(screen.waitUntilGone(u"^Vyhledat v .*SFD$"_s));
+    screen.waitUntilGone(u"^Vyhledat v .*SFD$"_s);
     screen.click(editor, 412, 372);  // "Uložit"
-    ASSERT_TRUE(screen.waitUntilGone(u"^DVD Film$"_s));
+    screen.waitUntilGone(editorWindow);
+    for (const QFileInfo& open : QDir(u"/proc/%1/fd"_s.arg(program.processId())).entryInfoList(QDir::System))
+        EXPECT_FALSE(open.symLinkTarget().endsWith(u".ddb"_s)) << open.symLinkTarget().toStdString();
+
+    sql("INSERT INTO tDVD (KatCisl, CZJm, Zanr, Jazyk) VALUES ('3', 'Žert', 'Drama', 0),"
+        " ('2', 'Chyť doktora', 'Komedie', 2)");
     screen.click(master, 490, 38);  // "Tisknout"
     const QString lists = screen.waitForWindow(u"^Tisk seznamu$"_s);
-    ASSERT_FALSE(lists.isEmpty());
-    screen.click(lists, 260, 30);  // "Podrobný seznam"
+    const QString head = u"DVD Seznam filmových disků Název Žánr Zvuk / titulky Kat. číslo"_s;
+    const QString chyt = u" Chyť doktora Komedie Neuvedeno 2"_s;
+    const QString dum = u" Ztracený dům Drama, Komedie Český dabing 1"_s;
+    const QString zert = u" Žert Drama Český dabing 3"_s;
+    const QString detailed =
+        u"DVD Seznam DVD Ztracený dům (1) Žánr: Drama, Komedie Délka: 118 Stát: USA , Kanada Rok: 1999 Zvuk: "
+        "Český dabing Příběh domu, který se ztratil. Herci: Žofie Černá, René & syn"_s;
+    const std::pair<QPoint, QString> buttons[] = {{{90, 30}, head + chyt + dum + zert},
+                                                  {{90, 90}, head + chyt + zert + dum},
+                                                  {{260, 90}, head + dum + chyt + zert},
+                                                  {{260, 30}, detailed}};
+    for (const auto& [button, list] : buttons) {
+        screen.click(lists, button.x(), button.y());
+        EXPECT_EQ(opened(), list);
+    }
+    screen.press(lists, u"Escape"_s);
+    leave();
     EXPECT_EQ(
-        seen().replace(u'\u00A0', u' ').simplified(),
-        u"Seznam DVD Ztracený dům (1) Žánr: Drama, Komedie Délka: 118 Stát: USA , Kanada Rok: 1999 Zvuk: "
-        "Český dabing Příběh domu, který se ztratil. Herci: Žofie Černá, René & syn 20x30"_s);
-    screen.press(lists, {u"Escape"_s});
-    ASSERT_TRUE(screen.waitUntilGone(u"^Tisk seznamu$"_s));
-    end(master, *program);
-
-    // The same catalogue once more.
-    program = start();
-    const QString again = pastTheOffer();
-    EXPECT_EQ(text("SELECT KatCisl || '|' || CZJm || '|' || PuvJm || '|' || Zanr || '|' || Stat || '|' || "
-                   "Rok || '|' || "
-                   "Delka || '|' || Rezie || '|' || Herci || '|' || Obsah FROM tDVD"),
-              u"1|Ztracený dům|Lost House|Drama, Komedie|USA , Kanada|1999|118|Jan Novák|"
-              "Žofie Černá, René & syn|Příběh domu, který se ztratil."_s);
-    const sqlite::Database store(pictures(), sqlite::Database::Mode::readWrite);
-    EXPECT_EQ(store.number("SELECT PicSize FROM tPicture WHERE PicDVDID=1 AND PicSkup='N' AND PicTyp='png'"),
-              poster.size());
-    end(again, *program);
-    EXPECT_EQ(settings().value(u"Settings/ShowNewVer"_s).toString(), u"A"_s);
+        text("SELECT KatCisl || '|' || CZJm || '|' || PuvJm || '|' || Zanr || '|' || Stat || '|' || Rok "
+             "|| '|' || Delka || '|' || Rezie || '|' || Herci || '|' || Obsah FROM tDVD WHERE DVDID=1"),
+        u"1|Ztracený dům|Lost House|Drama, Komedie|USA , Kanada|1999|118|Jan Novák|"
+        "Žofie Černá, René & syn|Příběh domu, který se ztratil."_s);
+    EXPECT_EQ(text(pictures(), "SELECT PicDVDID || PicSkup || PicTyp || PicSize FROM tPicture"),
+              u"1Npng%1"_s.arg(poster.size()));
+    EXPECT_EQ(settings().value(u"Settings/ShowNewVer"_s), u"A"_s);
 }
 
-TEST_F(RoadTest, AnUpdateHostThatDoesNotAnswerKeepsNothingFromTheScreen) {
+TEST_F(RoadTest, ASilentUpdateHostDoesNotKeepTheMainWindowAway) {
     QTcpServer silent;
     ASSERT_TRUE(silent.listen(QHostAddress::LocalHost));
-    qputenv("http_proxy", u"http://127.0.0.1:%1"_s.arg(silent.serverPort()).toUtf8());
-    auto program = start();
-    const QString master = screen.waitForWindow(mainWindow);
-    ASSERT_FALSE(master.isEmpty());
-    ASSERT_TRUE(QTest::qWaitFor([&silent] { return silent.hasPendingConnections(); }, 60000));
-    EXPECT_TRUE(screen.hasWindow(mainWindow));
-    QTcpSocket* const question = silent.nextPendingConnection();
+    screen.environment.insert(u"http_proxy"_s, u"http://127.0.0.1:%1"_s.arg(silent.serverPort()));
+    start();
+    screen.waitForWindow(mainWindow);
+    VirtualScreen::expect([&silent] { return silent.hasPendingConnections(); }, question);
+    screen.waitForWindow(mainWindow);
     silent.pauseAccepting();
-    question->abort();
-    silent.close();  // whoever asks again is refused
-    end(master, *program);
+    silent.nextPendingConnection()->abort();
+    silent.close();  // a second attempt is refused
+    leave();
 }
 
-TEST_F(RoadTest, TheUpdateHostIsAskedForTheExactSettingOnlyAndTheSplashEndsByItself) {
-    const QString question = sites.update + u"/podpora/files/dvdkalver.asp"_s;
-    serve(question, u"1-0-23"_s);
+TEST_F(RoadTest, OnlyTheExactSettingAsksTheUpdateHostAndTheSplashEndsByItself) {
+    serve(question, verze::text().replace(u'.', u'-'));
     for (const QString& setting : {u"N"_s, u"a"_s, u""_s, u"A"_s}) {
         SCOPED_TRACE(setting.toStdString());
         settings().setValue(u"Settings/ShowNewVer"_s, setting);
-        // Once without a key.
-        const auto program = setting == u"A" ? screen.start(folder() + u"/kalvera"_s, folder()) : start();
-        const QString master = screen.waitForWindow(mainWindow);
-        ASSERT_FALSE(master.isEmpty());
-        end(master, *program);
-        EXPECT_EQ(web.targets(), setting == u"A" ? QStringList{question} : QStringList());
+        const bool asks = setting == u"A";
+        start(u"kalvera"_s, !asks);
+        leave();
+        EXPECT_EQ(web.targets(), asks ? QStringList{question} : QStringList());
     }
 }
 
-TEST_F(RoadTest, AnAnswerThatIsNoVersionEndsTheProgramOverItsMainWindow) {
-    serve(sites.update + u"/podpora/files/dvdkalver.asp"_s, u"<html>Not found</html>"_s);
-    const auto program = start();
-    ASSERT_FALSE(screen.waitForWindow(mainWindow).isEmpty());
-    const QString box = screen.waitForWindow(splash);  // titled as the splash picture is, which has gone
-    ASSERT_FALSE(box.isEmpty());
-    EXPECT_TRUE(screen.hasWindow(mainWindow));
-    screen.press(box, {u"Return"_s});
-    expectEnd(*program, 1);
+TEST_F(RoadTest, AnAnswerThatIsNoVersionEndsTheProgram) {
+    serve(question, u"<html>Not found</html>"_s);
+    start();
+    screen.waitForWindow(mainWindow);
+    screen.press(screen.waitForWindow(splash), u"Return"_s);  // the box has the title of the splash screen
+    expectEnd(1);
 }
