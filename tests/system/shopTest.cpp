@@ -55,7 +55,8 @@ const char listPage[] =
 const char filmPage[] =
     R"(<h2 class="title1">Ztracený dům<a name="x">*</a></h2><table>
     <tr><td>Žánr:</td><td width="80%">Drama</td></tr>
-    <tr><td>Popis:</td><td width="80%"><table><tr><td>x</td></tr></table>Příběh domu,<br>který se ztratil.</td></tr>
+    <tr><td>Popis:</td>
+    <td width="80%"><table><tr><td>x</td></tr></table>Příběh domu,<br>který se ztratil.</td></tr>
     </table><a href='javascript:open_wnd_photo("1")'><img src="/images/1.png"></a>)";
 
 }  // namespace
