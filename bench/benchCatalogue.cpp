@@ -1,7 +1,7 @@
 #include "benchCatalogue.h"
 
-#include "datatool/DataFiles.h"
 #include "core/mDatabase.h"
+#include "datatool/DataFiles.h"
 #include "platform/paths.h"
 #include "platform/sqlite.h"
 

@@ -8,8 +8,8 @@
 /// Address of the installer of the newest version.
 QString newVersionAddress(const Sites& sites);
 
-/// Whether a version such as "1-0-24" is newer than `own`: major, minor, revision. Numbers after the deciding one
-/// are not read.
+/// Whether a version such as "1-0-24" is newer than `own`: major, minor, revision. Numbers after the deciding
+/// one are not read.
 /// @throws RuntimeError 9 when a number that is read is missing, 13 when it is not numeric.
 bool isNewer(const QString& offered, const std::array<int, 3>& own);
 

@@ -1,5 +1,7 @@
 #include "lookup/mCSFD.h"
 
+#include <QStringList>
+
 #include "support/conversions.h"
 
 using namespace Qt::StringLiterals;
