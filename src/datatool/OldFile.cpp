@@ -69,13 +69,14 @@ qsizetype placeOf(QStringView name, const QStringList& names) {
 
 OldPrograms OldPrograms::find() {
     const QString folder = QCoreApplication::applicationDirPath();
-    const QString nulls = QStandardPaths::findExecutable(u"kalvera-nulls"_s, {folder});
+    const QString installed = QDir::cleanPath(folder + u"/../lib/kalvera"_s);
+    const QString nulls = QStandardPaths::findExecutable(u"kalvera-nulls"_s, {folder, installed});
     if (nulls.isEmpty()) {
         throw RuntimeError(
             errors::fileNotFound,
-            u"K převodu starých souborů je potřeba program kalvera-nulls a ten ve složce %1 "
+            u"K převodu starých souborů je potřeba program kalvera-nulls a ten ve složce %1 ani %2 "
             "není. Sestavuje se jen tam, kde je knihovna libmdb (na Debianu balíček mdbtools-dev)."_s.arg(
-                QDir::toNativeSeparators(folder)));
+                QDir::toNativeSeparators(folder), QDir::toNativeSeparators(installed)));
     }
     return {located(u"mdb-tables"_s), located(u"mdb-count"_s), located(u"mdb-export"_s), nulls, {}};
 }

@@ -20,7 +20,8 @@ struct OldPrograms {
     QString nulls;   // our own kalvera-nulls
     ProgramLimits limits;
 
-    /// Finds those of mdbtools in the search path and our own beside this program.
+    /// Finds those of mdbtools in the search path and our own beside this program or, when installed, in the
+    /// package's library folder.
     /// @throws RuntimeError naming the program that is missing.
     static OldPrograms find();
 };
