@@ -1,5 +1,5 @@
-# Compiles the help file napoveda.chm in the folder OUT from the pages in SOURCE, with CHMCMD and ICONV. The pages are
-# kept in UTF-8; in the file they are in Windows-1250, as the usual viewers take contents and index to be.
+# Compiles the help file napoveda.chm in the folder OUT from the pages in SOURCE, with CHMCMD, ICONV and PYTHON. The pages
+# are kept in UTF-8; in the file they are in Windows-1250, as the usual viewers take contents and index to be.
 file(REMOVE_RECURSE ${OUT})
 file(MAKE_DIRECTORY ${OUT})
 file(GLOB pictures ${SOURCE}/*.png)
@@ -36,3 +36,5 @@ execute_process(COMMAND ${CHMCMD} napoveda.hhp WORKING_DIRECTORY ${OUT}
 if(NOT result EQUAL 0 OR NOT EXISTS ${OUT}/napoveda.chm OR told MATCHES "[Ee]rror|[Ww]arning|not found|does not exist")
     message(FATAL_ERROR "The help file cannot be compiled:\n${told}")
 endif()
+execute_process(COMMAND ${PYTHON} -B ${CMAKE_CURRENT_LIST_DIR}/helpTimes.py ${OUT}/napoveda.chm
+                COMMAND_ERROR_IS_FATAL ANY)
