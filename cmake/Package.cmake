@@ -21,6 +21,14 @@ install(TARGETS kalvera_browser LIBRARY DESTINATION ${own_libraries})
 if(TARGET kalvera-nulls)
     install(TARGETS kalvera-nulls RUNTIME DESTINATION ${own_libraries})
 endif()
+install(CODE "
+    if(CMAKE_INSTALL_DO_STRIP)
+        # What the compilers note about themselves stays behind a plain strip.
+        set(root \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}\")
+        file(GLOB binaries \${root}/${CMAKE_INSTALL_BINDIR}/kalvera* \${root}/${own_libraries}/*)
+        execute_process(COMMAND ${CMAKE_STRIP} --remove-section=.comment --remove-section=.note \${binaries}
+                        COMMAND_ERROR_IS_FATAL ANY)
+    endif()")
 install(DIRECTORY ${fresh} DESTINATION ${CMAKE_INSTALL_DATADIR}/kalvera
     FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 install(FILES packaging/kalvera.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
