@@ -12,8 +12,6 @@ add_custom_target(fresh_files ALL
     VERBATIM)
 add_dependencies(fresh_files ready_made_files)
 
-set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
-    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 # Where the programs look for what is theirs alone: see toolkit/Browser and datatool/OldFile.
 set(own_libraries lib/kalvera)
 install(TARGETS kalvera kalvera-data RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
@@ -60,7 +58,6 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "catalogue of film discs with a lending mo
 set(CPACK_PACKAGE_DESCRIPTION_FILE ${PROJECT_SOURCE_DIR}/packaging/description)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
-set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS ${CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS})
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION database)
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE ${PROJECT_HOMEPAGE_URL})

@@ -1,10 +1,13 @@
-# Read by cpack behind the packing. It has scripts call ldconfig for every library in a folder directly below lib, as if
-# the linker looked there; the plugin needs none, and a package without such scripts cannot fail in them.
+# Read by cpack behind the packing, to mend two things. It has scripts call ldconfig for every library in a folder
+# directly below lib, as if the linker looked there; the plugin needs none, and a package without such scripts cannot
+# fail in them. And it gives folders the permissions that the builder's umask leaves.
 foreach(package IN LISTS CPACK_PACKAGE_FILES)
     set(tree ${CPACK_TOPLEVEL_DIRECTORY}/repacked)
     file(REMOVE_RECURSE ${tree})
     execute_process(COMMAND dpkg-deb --raw-extract ${package} ${tree} COMMAND_ERROR_IS_FATAL ANY)
     file(REMOVE ${tree}/DEBIAN/postinst ${tree}/DEBIAN/postrm)
+    file(CHMOD_RECURSE ${tree} DIRECTORY_PERMISSIONS
+         OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
     execute_process(COMMAND dpkg-deb --root-owner-group -Zxz --build ${tree} ${package}
                     OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
 endforeach()
