@@ -16,10 +16,7 @@
 #include "rental/frmPujcDVD.h"
 #include "services/frmAbout.h"
 #include "services/frmNewVersion.h"
-#include "toolkit/WindowOutside.h"
 #include "toolkit/shades.h"
-
-using namespace Qt::StringLiterals;
 
 using KeyboardTest = MasterTest;
 
@@ -94,16 +91,6 @@ TEST_F(KeyboardTest, EscapeClosesTheGenresOfTheEditorFirstAndControlTabTurnsItsP
         QTest::keyClick(editor.focusWidget(), key, Qt::ControlModifier);
         EXPECT_EQ(control<QTabWidget>(editor, "tabMain").currentIndex(), page);
     }
-}
-
-TEST_F(KeyboardTest, ABoxIsAsWideAsItsTitle) {
-    WindowOutside real;
-    const QString title = u"Vyhledávání výrazu: NEJNEOBHOSPODAŘOVÁVATELNĚJŠÍ"_s;
-    inModalWindow([&] { real.messageBox(u"Nic."_s, boxStyle::information, title, nullptr); },
-                  [&](QWidget& box) {
-                      EXPECT_GT(box.width(), box.fontMetrics().horizontalAdvance(title));
-                      box.close();
-                  });
 }
 
 TEST(Shades, OnlyDarkLettersOnADarkGroundAreLightened) {

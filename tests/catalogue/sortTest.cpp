@@ -6,8 +6,6 @@
 #include "support/conversions.h"
 #include "toolkit/ListView.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 class SortTest : public TemporaryProgram {
@@ -82,6 +80,9 @@ TEST_F(SortTest, AListSortedByTextStaysSortedWhenItChanges) {
     EXPECT_EQ(keys(), u"4213"_s);
     added.setSubItem(1, u"dd"_s);
     EXPECT_EQ(keys(), u"2134"_s);
+    TridSloupec(list, 1, SortType::text);
+    list.add(u"K5", u"5").setSubItem(1, u"d"_s);
+    EXPECT_EQ(keys(), u"43512"_s);
     TridSloupec(list, 0, SortType::number);
     fill({u"3|z"_s, u"1|č"_s});
     EXPECT_EQ(keys(), u"12"_s);  // numbers are sorted once only

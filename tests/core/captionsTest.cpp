@@ -10,8 +10,6 @@
 #include "support/TemporaryProgram.h"
 #include "support/windows.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// Captions fit into their controls; run a second time at a scale of 1.5.
@@ -53,6 +51,7 @@ TEST_F(CaptionsTest, Fit) {
         click(covers, page);
         expectRoom(covers);
     }
+    EXPECT_EQ(outside.told(), u"Chyba při stahování obalu|0|"_s);
     sql("INSERT INTO tUser (USID, USNAME, USREGNUM) VALUES (9876, 'Božena Novotná', '9876')");
     const auto user = std::make_shared<SharedUser>();
     frmKlienti customers(user);

@@ -1,25 +1,8 @@
-#include <QComboBox>
-
 #include "core/mDialog.h"
 #include "core/mFunction.h"
 #include "support/TemporaryProgram.h"
 
-using namespace Qt::StringLiterals;
-
 using SharedFunctionsTest = TemporaryProgram;
-
-TEST_F(SharedFunctionsTest, AnEntryIsFoundByItsItemData) {
-    QComboBox combo;
-    EXPECT_EQ(NajdiItemData(*combo.model(), 5, -1), -1);
-    combo.addItem(u"bez čísla"_s);
-    combo.addItem(u"pět"_s, 5);
-    combo.addItem(u"nula"_s, 0);
-    combo.addItem(u"znovu pět"_s, 5);
-    const std::pair<DbValue, qint16> cases[] = {{5, 1}, {u"5"_s, 1}, {0, 2}, {6, 9}, {DbValue(), 9}};
-    for (const auto& [value, index] : cases)
-        EXPECT_EQ(NajdiItemData(*combo.model(), value, 9), index);
-    EXPECT_EQ(failureOf([&] { NajdiItemData(*combo.model(), u"pět"_s, 9); }), errors::typeMismatch);
-}
 
 TEST_F(SharedFunctionsTest, PictureDialogsStartWhereTheSettingsSay) {
     outside.files = {u"/obrazky/a.jpg  "_s, QString(), u"  /b.jpg"_s};

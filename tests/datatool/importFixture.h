@@ -10,7 +10,6 @@
 class OldPair : public TemporaryProgram {
  protected:
     OldPair() {
-        using namespace Qt::StringLiterals;
         QDir().mkpath(at(u"old"_s));
         for (const QString& name : {u"data.ddb"_s, u"pictures.ddb"_s})
             QFile::copy(QStringLiteral(KALVERA_OLD_PAIR "/") + name, at(u"old/"_s + name));

@@ -3,8 +3,6 @@
 #include "support/TemporaryProgram.h"
 #include "support/conversions.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// Each record as its line and its fields between bars, "1[a|b]2[c|d]", and the line of a failure, "Řádek 3".

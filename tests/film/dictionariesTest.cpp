@@ -7,8 +7,6 @@
 #include "support/TemporaryProgram.h"
 #include "support/windows.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 QLineEdit& name(const QWidget& record) {

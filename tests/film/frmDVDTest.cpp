@@ -11,8 +11,6 @@
 #include "support/pictures.h"
 #include "support/windows.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 class FrmDVDTest : public TemporaryProgram {
@@ -121,22 +119,18 @@ TEST_F(FrmDVDTest, ANamelessGenreIsReportedAndSkipped) {
 }
 
 TEST_F(FrmDVDTest, OnlyEnterInAFieldSaves) {
-    open(0);
-    editor().activateWindow();
-    control<QTabWidget>("tabMain").setCurrentIndex(3);
-    pressEnterOn("cmdOpenObalPic");
-    EXPECT_EQ(outside.fileDialogs.size(), 1);
-    EXPECT_TRUE(editor().isVisible());
-    QTest::keyClick(&editor(), Qt::Key_Escape);
-    EXPECT_EQ(editor().Vysledek, 0);
-    for (const auto& [name, result] : {std::pair("cmdStorno", 2), {"txtCZName", 1}}) {
+    for (const auto& [name, page, result] :
+         {std::tuple("cmdOpenObalPic", 3, 0), {"cmdStorno", 0, 2}, {"txtCZName", 0, 1}}) {
         open(0);
-        type("txtCZName", u"Čáp"_s);
+        editor().activateWindow();
+        control<QTabWidget>("tabMain").setCurrentIndex(page);
         pressEnterOn(name);
-        EXPECT_FALSE(editor().isVisible());
+        EXPECT_EQ(editor().isVisible(), result == 0) << name;
+        if (editor().isVisible()) QTest::keyClick(&editor(), Qt::Key_Escape);
         EXPECT_EQ(editor().Vysledek, result);
-        EXPECT_EQ(number("SELECT count(*) FROM tDVD"), 2 - result);
+        EXPECT_EQ(number("SELECT count(*) FROM tDVD"), result == 1 ? 1 : 0);
     }
+    EXPECT_EQ(outside.fileDialogs.size(), 1);
 }
 
 TEST_F(FrmDVDTest, TypingIntoTheDepartmentChoosesNone) {
@@ -208,6 +202,7 @@ TEST_F(FrmDVDTest, TextABoxCannotShowIsKeptUntilEdited) {
     const QString before = texts();
     open(1);
     EXPECT_EQ(typed("txtPuvName").size(), 40000);
+    EXPECT_EQ(department().currentIndex(), -1);  // Null
     save();
     EXPECT_EQ(texts(), before);
     open(1);
@@ -232,7 +227,6 @@ TEST_F(FrmDVDTest, ARefusedValueKeepsItsColumnOnly) {
                   uR"([5,"5","New%1","","",4,"",0,"","","","",99,"","",)"
                   R"("N|N|N|N|N","N|N|N|N|N|N|N|N|N","A|A|N|N|N|N|N",0,0])"_s.arg(disks));
     }
-    EXPECT_TRUE(outside.boxes.isEmpty());
 }
 
 TEST_F(FrmDVDTest, AMissingFilmIsReportedOnceAndEndsAsSaved) {
@@ -246,7 +240,7 @@ TEST_F(FrmDVDTest, AMissingFilmIsReportedOnceAndEndsAsSaved) {
     EXPECT_EQ(number("SELECT count(*) FROM tDVD"), 0);
     ASSERT_TRUE(QFile::remove(catalogue()));
     open(1);
-    EXPECT_FALSE(outside.boxes.isEmpty());
+    EXPECT_EQ(outside.told(), told);
     EXPECT_EQ(ConnDB, nullptr);
 }
 
@@ -275,7 +269,6 @@ TEST_F(FrmDVDTest, PicturesAreStoredAndKeepTheirKeys) {
     EXPECT_FALSE(cover().hasPicture());
     choose({preview, preview});
     EXPECT_EQ(saved(), u"1 2 in 5"_s);
-    EXPECT_TRUE(outside.boxes.isEmpty());
     choose({preview, preview});
     ASSERT_TRUE(QFile::remove(preview));
     EXPECT_EQ(saved(), u"1 0 in 3"_s);

@@ -3,8 +3,6 @@
 #include "support/TemporaryProgram.h"
 #include "support/conversions.h"
 
-using namespace Qt::StringLiterals;
-
 using FilmRules = TemporaryProgram;
 
 TEST_F(FilmRules, BoxesAreStoredAsTokens) {

@@ -8,8 +8,6 @@
 #include "toolkit/ImageFrame.h"
 #include "toolkit/ListView.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 class FrmCSFDFindTest : public TemporaryProgram {

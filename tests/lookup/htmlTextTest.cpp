@@ -4,8 +4,6 @@
 #include "support/TemporaryProgram.h"
 #include "support/conversions.h"
 
-using namespace Qt::StringLiterals;
-
 using Utf8File = TemporaryProgram;
 
 TEST(HtmlText, BlanksBreaksAndTagsAreReadInOnePass) {

@@ -4,8 +4,6 @@
 #include "support/conversions.h"
 #include "support/detailWindow.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 class ShopFilmTest : public TemporaryProgram {

@@ -6,8 +6,6 @@
 #include "platform/restrictions.h"
 #include "support/TemporaryProgram.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr qsizetype pageSize = 4096;
@@ -129,12 +127,4 @@ TEST_F(DatabaseFileTest, ReadOnlyFolderIsReadAndRefusesChanges) {
     }
     ASSERT_TRUE(QFile::setPermissions(data, QFile::Permissions(0x7755)));
     EXPECT_TRUE(content(catalogue()) == whole_);
-}
-
-TEST_F(DatabaseFileTest, ClosingLeavesNoFileOpenAndNoJournal) {
-    connection().Close();
-    EXPECT_TRUE(content(catalogue()) == whole_);
-    EXPECT_EQ(QDir(at(u"data"_s)).entryList(QDir::Files).size(), 2);
-    for (const QFileInfo& open : QDir(u"/proc/self/fd"_s).entryInfoList(QDir::Files | QDir::System))
-        EXPECT_FALSE(open.symLinkTarget().contains(u".ddb"_s)) << open.symLinkTarget().toStdString();
 }

@@ -4,8 +4,6 @@
 
 #include "support/TemporaryProgram.h"
 
-using namespace Qt::StringLiterals;
-
 using Errors = TemporaryProgram;
 
 TEST_F(Errors, SkippedFailureStaysPendingUntilTheNextOneOrClear) {

@@ -7,8 +7,6 @@
 #include "platform/restrictions.h"
 #include "support/TemporaryProgram.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// A folder of an ordinary user.

@@ -5,8 +5,6 @@
 #include "core/mDatabase.h"
 #include "support/TemporaryProgram.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 class RecordsetTest : public TemporaryProgram {
@@ -23,20 +21,6 @@ class RecordsetTest : public TemporaryProgram {
 
     void open(const QString& query) { rows.Open(query, connection()); }
 
-    /// The values of one column from the current row on.
-    QStringList column(QStringView name) {
-        QStringList values;
-        for (; !rows.Eof(); rows.MoveNext()) {
-            const DbValue value = rows.Fields(name).Value();
-            values += value.isNull() ? u"Null"_s : value.toText();
-        }
-        return values;
-    }
-
-    void openPictures() {
-        pictureFile_.Open(connectionString(pictures()));
-        rows.Open(u"SELECT * from tPicture"_s, pictureFile_);
-    }
     void append(const QByteArray& bytes, qsizetype piece) const {
         for (qsizetype at = 0; at < bytes.size(); at += piece)
             rows.Fields(u"PicDat").AppendChunk(bytes.mid(at, piece));
@@ -49,47 +33,9 @@ class RecordsetTest : public TemporaryProgram {
     }
 
     ado::Recordset rows;
-
- private:
-    ado::Connection pictureFile_;
 };
 
-const QString openLoans =
-    u"SELECT tDVD.DVDID, tPujcky.P_UID, tPujcky.P_DVDID, tPujcky.PDatPujcky,tPujcky.PDatVraceni, tUser.USID, "
-    "tUser.USNAME FROM tUser INNER JOIN (tDVD INNER JOIN tPujcky ON tDVD.DVDID = tPujcky.P_DVDID) ON "
-    "tUser.USID = tPujcky.P_UID WHERE (((tPujcky.PDatVraceni) Is Null))"_s;
-
 }  // namespace
-
-TEST_F(RecordsetTest, QueryGivesItsRowsWhateverTheCaseOfItsNames) {
-    const std::tuple<QString, QStringView, QStringList> cases[] = {
-        {u"SELECT * from tDVD Order by CZJM"_s, u"czjm", {u"Cesta"_s, u"Čáp"_s, u"chata"_s, u"Žena"_s}},
-        {u"SELECT * from tDVD Order by KatCisl"_s, u"KATCISL", {u"Null"_s, u"10"_s, u"12a"_s, u"9"_s}},
-        {u"SELECT * from tDVD WHERE DVDID=0"_s, u"CZJm", {}},
-        {openLoans + u';', u"USNAME", {u"Novák"_s, u"Dvořák"_s}},
-        {openLoans + u" and tDVD.DVDID=4;"_s, u"pdatpujcky", {u"04.02.2026 9:01:02"_s}}};
-    for (const auto& [query, name, values] : cases) {
-        SCOPED_TRACE(query.toStdString());
-        open(query);
-        EXPECT_EQ(rows.RecordCount(), values.size());
-        EXPECT_EQ(column(name), values);
-        EXPECT_EQ(rows.RecordCount(), values.size());
-        rows.Close();
-    }
-}
-
-TEST_F(RecordsetTest, UpdateThroughTheJoinClosesOnlyTheCurrentLoan) {
-    sql("INSERT INTO tPujcky (P_ID, P_UID, P_DVDID, PDatPujcky) VALUES (5, 12, 2, '2026-02-06 10:00:00')");
-    open(openLoans + u" and tDVD.DVDID=2;"_s);
-    ASSERT_EQ(rows.RecordCount(), 2);
-    rows.Fields(u"PDATVRACENI").setValue(QDateTime(QDate(2026, 3, 9), QTime(8, 5, 3)));
-    rows.Update();
-    EXPECT_EQ(rows.Fields(u"USNAME").Value(), DbValue(u"Novák"_s));
-    EXPECT_EQ(text("SELECT group_concat(P_ID || ':' || ifnull(PDatVraceni, '-'), ' ') FROM tPujcky"),
-              u"1:2026-01-05 08:00:00 2:2026-03-09 08:05:03 3:- 4:- 5:-"_s);
-    EXPECT_EQ(failureOf([this] { rows.AddNew(); }), errors::operationNotAllowed);
-    EXPECT_EQ(failureOf([this] { rows.Delete(1); }), errors::operationNotAllowed);
-}
 
 TEST_F(RecordsetTest, NewRowIsStoredInStepsUnderAKeyNeverGivenBefore) {
     open(u"SELECT * FROM tDVD WHERE DVDID=4;"_s);
@@ -114,7 +60,6 @@ TEST_F(RecordsetTest, NewRowIsStoredInStepsUnderAKeyNeverGivenBefore) {
     rows.Update();
     rows.Fields(u"KatCisl").setValue(5);
     rows.Update();
-    EXPECT_EQ(rows.Fields(u"KatCisl").Value(), DbValue(u"5"_s));
     EXPECT_EQ(rows.RecordCount(), 1);
     rows.MoveNext();
     EXPECT_TRUE(rows.Eof());
@@ -150,7 +95,14 @@ TEST_F(RecordsetTest, RowsAreFixedWhenTheRecordsetIsOpened) {
 }
 
 TEST_F(RecordsetTest, ColumnRefusesWhatItCannotHoldAndKeepsItsValue) {
-    open(openLoans + u" and tDVD.DVDID=2"_s);
+    open(
+        u"SELECT tDVD.DVDID, tPujcky.P_UID, tPujcky.P_DVDID, tPujcky.PDatPujcky,tPujcky.PDatVraceni, "
+        "tUser.USID, tUser.USNAME FROM tUser INNER JOIN (tDVD INNER JOIN tPujcky ON tDVD.DVDID = "
+        "tPujcky.P_DVDID) ON tUser.USID = tPujcky.P_UID WHERE (((tPujcky.PDatVraceni) Is Null)) and "
+        "tDVD.DVDID=2"_s);
+    EXPECT_EQ(rows.RecordCount(), 1);
+    EXPECT_EQ(failureOf([this] { rows.AddNew(); }), errors::operationNotAllowed);
+    EXPECT_EQ(failureOf([this] { rows.Delete(1); }), errors::operationNotAllowed);
     const std::tuple<QStringView, DbValue, qint32> cases[] = {
         {u"P_UID", u"dva"_s, errors::typeMismatch},
         {u"P_UID", u""_s, errors::typeMismatch},
@@ -186,22 +138,12 @@ TEST_F(RecordsetTest, CountingInTheMiddleOfAWalkLosesNeitherRowsNorChanges) {
     rows.Update();
     EXPECT_EQ(rows.RecordCount(), 4);
     EXPECT_EQ(rows.Fields(u"CZJm").Value(), DbValue(u"Žžž"_s));
+    for (const int following : {3, 1}) {
+        rows.MoveNext();
+        EXPECT_EQ(rows.Fields(u"DVDID").Value(), DbValue(following));
+    }
     rows.MoveNext();
-    EXPECT_EQ(column(u"DVDID"), QStringList({u"3"_s, u"1"_s}));
-}
-
-TEST_F(RecordsetTest, RecordsetOutlivesTheConnectionThatAnotherOperationReplaced) {
-    OpenDB();
-    OpenRS(u"SELECT * from tDVD Order by CZJM"_s, false);
-    const std::shared_ptr<ado::Recordset> outer = RsDB;
-    OpenDB();
-    OpenRS(u"SELECT * from tDVD WHERE DVDID=1"_s, false);
-    RsDB->Fields(u"Zanr").setValue(u"Jiný"_s);
-    outer->MoveNext();
-    CloseRS();
-    CloseDB();
-    outer->MoveNext();
-    EXPECT_EQ(outer->Fields(u"CZJm").Value(), DbValue(u"chata"_s));
+    EXPECT_TRUE(rows.Eof());
 }
 
 TEST_F(RecordsetTest, IndexInTheOrderOfAnotherLibraryIsRebuilt) {
@@ -263,31 +205,19 @@ TEST_F(RecordsetTest, WaitsForAnotherProgramAndKeepsAChangeThatIsHeldUp) {
     EXPECT_EQ(failureOf([&] { second.Open(connectionString(catalogue())); }), errors::database);
 }
 
-TEST_F(RecordsetTest, BytesComeBackWhateverThePieces) {
-    openPictures();
-    for (const qsizetype length : {1, 65536, 65537, 100000, 250003}) {
-        for (const qsizetype piece : {1000, 65536, 100001}) {
-            SCOPED_TRACE(testing::Message() << length << " bytes in pieces of " << piece);
-            const QByteArray bytes = noise(length);
-            rows.AddNew();
-            append(bytes, piece);
-            rows.Update();
-            EXPECT_TRUE(rows.Fields(u"PicDat").GetChunk(0).isEmpty());
-            EXPECT_TRUE(take(piece + 7) == bytes);
-            EXPECT_EQ(rows.Fields(u"PicDat").Value(), DbValue(bytes));
-        }
-    }
-}
-
-TEST_F(RecordsetTest, FirstPieceReplacesAndOnlyUpdateStores) {
-    openPictures();
+TEST_F(RecordsetTest, PiecesOfAnyLengthAddUpAndTheFirstOneReplaces) {
+    ado::Connection file;
+    file.Open(connectionString(pictures()));
+    rows.Open(u"SELECT * from tPicture"_s, file);
     rows.AddNew();
-    append("abc", 1);
-    EXPECT_EQ(rows.Fields(u"PicDat").Value(), DbValue(QByteArray("abc")));
-    rows.Update();
-    rows.Fields(u"PicSkup").setValue(u"O"_s);
-    rows.Update();
-    EXPECT_EQ(take(2), "abc");
+    for (const qsizetype piece : {1000, 65536, 100001}) {
+        const QByteArray bytes = noise(250003);
+        append(bytes, piece);
+        EXPECT_EQ(rows.Fields(u"PicDat").Value(), DbValue(bytes));
+        rows.Update();
+        EXPECT_TRUE(rows.Fields(u"PicDat").GetChunk(0).isEmpty());
+        EXPECT_TRUE(take(piece + 7) == bytes);
+    }
     append("XY", 1);
     EXPECT_EQ(take(2), "");  // the stored value has been read to its end
     rows.Update();

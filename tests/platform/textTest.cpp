@@ -7,8 +7,6 @@
 #include "support/TemporaryProgram.h"
 #include "support/conversions.h"
 
-using namespace Qt::StringLiterals;
-
 using Text = TemporaryProgram;
 
 TEST_F(Text, TrimmingCutsBlanksOnlyAndChangingCaseKeepsPositions) {

@@ -4,8 +4,6 @@
 #include "platform/dates.h"
 #include "support/TemporaryProgram.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// The Czech locale in the time zone of Prague.

@@ -3,8 +3,6 @@
 #include "support/TemporaryProgram.h"
 #include "support/conversions.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 const QString list = u"<select name=\"dvd\" align=\"center\" size=25"_s;

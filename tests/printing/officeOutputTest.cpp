@@ -2,7 +2,6 @@
 
 #include "support/TemporaryProgram.h"
 
-using namespace Qt::StringLiterals;
 using office::Arguments;
 using office::Object;
 using office::Value;

@@ -8,8 +8,6 @@
 #include "support/TemporaryProgram.h"
 #include "support/pictures.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 class PagePrinterTest : public TemporaryProgram {

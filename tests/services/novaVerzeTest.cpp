@@ -3,8 +3,6 @@
 #include "core/mVerze.h"
 #include "support/TemporaryProgram.h"
 
-using namespace Qt::StringLiterals;
-
 using NovaVerzeTest = TemporaryProgram;
 
 TEST(IsNewer, ComparesNumbersUpToTheOneThatDecides) {

@@ -14,8 +14,9 @@
 #include "platform/paths.h"
 #include "platform/sqlite.h"
 #include "support/ScriptedOutside.h"
-#include "support/printers.h"
+#include "support/conversions.h"
 
+// For all tests that use the fixture.
 using namespace Qt::StringLiterals;
 
 /// A temporary program folder with new data files, empty settings, the Czech locale, no pending failure and a
@@ -35,6 +36,7 @@ class TemporaryProgram : public testing::Test {
         Err.Clear();
     }
     ~TemporaryProgram() override {
+        EXPECT_EQ(outside.told(), u""_s);  // boxes that the test did not expect
         CloseDB();
         QLocale::setDefault(formerLocale_);
     }

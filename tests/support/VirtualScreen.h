@@ -74,7 +74,7 @@ class VirtualScreen final {
         QProcess tool;
         tool.setProcessEnvironment(environment);
         tool.start(u"xdotool"_s, arguments);
-        tool.waitForFinished();
+        expect([&tool] { return tool.state() == QProcess::NotRunning; }, u"xdotool"_s);  // web servers go on
         return QString::fromUtf8(tool.readAllStandardOutput()).trimmed();
     }
 

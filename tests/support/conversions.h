@@ -2,7 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include "support/printers.h"
+#include <QByteArray>
+#include <QString>
+#include <ostream>
+
+/// Readable values in the messages of failing tests.
+inline void PrintTo(const QString& text, std::ostream* out) {
+    *out << '"' << text.toStdString() << '"';
+}
+
+inline void PrintTo(const QByteArray& bytes, std::ostream* out) {
+    *out << bytes.toHex(' ').toStdString();
+}
 
 /// What a function makes of texts, each told as "from→to".
 template <typename Convert>

@@ -13,6 +13,8 @@
 #include <functional>
 #include <stdexcept>
 
+#include "toolkit/ListView.h"
+
 /// A control of a window by name.
 template <typename Control>
 Control& control(const QWidget& window, const char* name) {
@@ -41,6 +43,17 @@ inline void inModalWindow(const std::function<void()>& open, const std::function
     opening.start(0);
     open();
     EXPECT_TRUE(opened);
+}
+
+/// The rows of a list in order: key and cells, joined by "|".
+inline QStringList rowsOf(ListView& list) {
+    QStringList rows;
+    for (int row = 0; row < list.count(); ++row) {
+        rows += list.itemAt(row).key() + QLatin1Char('|') + list.itemAt(row).text();
+        for (int column = 1; column < list.columns(); ++column)
+            rows.last() += QLatin1Char('|') + list.itemAt(row).subItem(column);
+    }
+    return rows;
 }
 
 /// The visible window of a kind; null when there is none, and when there are several.

@@ -30,7 +30,7 @@ class RealProgram : public TemporaryProgram {
         if (key) screen.press(screen.waitForWindow(splash), u"space"_s);
     }
     void expectEnd(int exitCode) {
-        ASSERT_TRUE(program.waitForFinished(60000));
+        VirtualScreen::expect([this] { return program.state() == QProcess::NotRunning; }, u"the end"_s);
         EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
         EXPECT_EQ(program.exitCode(), exitCode);
     }

@@ -7,8 +7,6 @@
 #include "support/pictures.h"
 #include "system/RealProgram.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// The real program from start to end, with the check for a newer version.

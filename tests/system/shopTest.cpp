@@ -3,8 +3,6 @@
 #include "support/pictures.h"
 #include "system/RealProgram.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// The real program with the real browser engine.

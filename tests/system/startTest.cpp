@@ -1,7 +1,5 @@
 #include "system/RealProgram.h"
 
-using namespace Qt::StringLiterals;
-
 using StartTest = RealProgram;
 
 TEST_F(StartTest, TheProgramRunsUntilItsLastWindowIsClosed) {

@@ -8,15 +8,16 @@
 #include <QTest>
 
 #include "support/TemporaryProgram.h"
-#include "toolkit/twips.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
 class ListViewTest : public testing::Test {
  protected:
-    ListViewTest() { list.setColumns({{u"Číslo"_s, 900}, {u"Název"_s, 2500}, {u"Žánr"_s, 1000}}); }
+    ListViewTest() {
+        list.setColumns({{u"Číslo"_s, 900}, {u"Název"_s, 2500}, {u"Žánr"_s, 1000}});
+        list.resize(300, 200);
+        list.show();
+    }
 
     void fill(int rows) {
         const ListView::Fill filling(list);
@@ -54,37 +55,7 @@ TEST_F(ListViewTest, RowsAreFoundByTheirKeysHoweverAlike) {
     EXPECT_EQ(failureOf([this] { list.item(u"K1"_s).subItem(0); }), errors::invalidPropertyValue);
 }
 
-TEST_F(ListViewTest, ASortedListTakesRowsWhereTheyBelong) {
-    const std::pair<Qt::SortOrder, QString> orders[] = {{Qt::AscendingOrder, u"a b bb c d"_s},
-                                                        {Qt::DescendingOrder, u"d c bb b a"_s}};
-    for (const auto& [order, expected] : orders) {
-        list.setColumns({{u"Název"_s, 900}});
-        list.setSort(0, order);
-        list.setSorted(true);
-        for (const QString& text : {u"b"_s, u"d"_s, u"x"_s, u"a"_s, u"bb"_s})
-            list.add(text, text);
-        list.item(u"x"_s).setText(u"c"_s);
-        QStringList texts;
-        for (int row = 0; row < list.count(); ++row)
-            texts += list.itemAt(row).text();
-        EXPECT_EQ(texts.join(u' '), expected);
-    }
-}
-
-TEST_F(ListViewTest, CellsKeepTheirTextsWhenOthersGrowOrShrink) {
-    fill(3);
-    const QStringList texts = {u""_s, u"krátký"_s, u"mnohem delší text než předtím"_s, u"x"_s, u"střední"_s};
-    for (const QString& text : texts) {
-        list.itemAt(1).setSubItem(1, text);
-        list.itemAt(2).setSubItem(1, text + u'!');
-        EXPECT_EQ(list.itemAt(1).subItem(1), text);
-        EXPECT_EQ(list.itemAt(2).subItem(1), text + u'!');
-        EXPECT_EQ(list.itemAt(1).text() + list.itemAt(1).key() + list.itemAt(2).key(), u"1K1K2"_s);
-    }
-}
-
 TEST_F(ListViewTest, AFillCostsTheViewsOneSignalAndSelectsTheFirstRow) {
-    list.show();
     list.add(u"K5"_s, u"starý"_s);
     QSignalSpy inserted(list.model(), &QAbstractItemModel::rowsInserted);
     QSignalSpy changed(list.model(), &QAbstractItemModel::dataChanged);
@@ -117,8 +88,6 @@ TEST_F(ListViewTest, AFillCostsTheViewsOneSignalAndSelectsTheFirstRow) {
 }
 
 TEST_F(ListViewTest, ARowAddedLaterIsNeitherSelectedNorScrolledTo) {
-    list.resize(300, 120);
-    list.show();
     fill(200);
     list.select(list.itemAt(3));
     const ListItem last = list.add(u"K999"_s, u"poslední"_s);
@@ -144,8 +113,6 @@ TEST_F(ListViewTest, WidthsStayInTwipsUntilTheUserDragsAColumn) {
 }
 
 TEST_F(ListViewTest, NoClickOrKeyDeselectsTheCurrentRow) {
-    list.resize(300, 200);
-    list.show();
     fill(5);
     const QPoint third = list.visualRect(list.model()->index(2, 0)).center();
     for (int click = 0; click < 2; ++click)
@@ -159,8 +126,6 @@ TEST_F(ListViewTest, NoClickOrKeyDeselectsTheCurrentRow) {
 }
 
 TEST_F(ListViewTest, ReleasingTheRightButtonAsksForTheContextMenu) {
-    list.resize(300, 200);
-    list.show();
     fill(5);
     QSignalSpy asked(&list, &ListView::contextMenuAsked);
     const QPoint third = list.visualRect(list.model()->index(2, 0)).center();
@@ -173,11 +138,4 @@ TEST_F(ListViewTest, ReleasingTheRightButtonAsksForTheContextMenu) {
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, third);
     QTest::mouseClick(list.viewport(), Qt::MiddleButton, {}, third);
     EXPECT_EQ(asked.size(), 1);
-}
-
-TEST(Twips, ArePixelsAtFifteenEach) {
-    const std::pair<int, int> cases[] = {{0, 0},       {15, 1},   {50, 3},  {2500, 167},
-                                         {10770, 718}, {-30, -2}, {-50, -3}};
-    for (const auto& [twips, pixels] : cases)
-        EXPECT_EQ(twips::toPixels(twips), pixels);
 }

@@ -4,8 +4,6 @@
 
 #include "support/TemporaryProgram.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 class StatusBarTest : public TemporaryProgram {
@@ -23,12 +21,18 @@ class StatusBarTest : public TemporaryProgram {
 
 }  // namespace
 
-TEST_F(StatusBarTest, DateAndTimeFollowTheClock) {
+TEST_F(StatusBarTest, DateAndTimeFollowTheClockAndAPanelGrowsWithItsText) {
     EXPECT_EQ(bar.panelText(1), u"09.03.2026"_s);
     EXPECT_EQ(bar.panelText(2), u"8:05"_s);
     outside.moment = QDateTime(QDate(2026, 12, 31), QTime(23, 59, 59));
     EXPECT_TRUE(QTest::qWaitFor([this] { return bar.panelText(2) == u"23:59"_s; }));
     EXPECT_EQ(bar.panelText(1), u"31.12.2026"_s);
+    bar.resize(900, 24);
+    bar.show();
+    bar.setPanelText(5, u"  Vypůjčených záznamů : 1234567  "_s);
+    QCoreApplication::processEvents();
+    const auto* panel = bar.findChildren<QLabel*>().at(4);
+    EXPECT_GE(panel->width(), panel->sizeHint().width());
 }
 
 TEST_F(StatusBarTest, LockPanelsFollowTheKeys) {
@@ -44,13 +48,4 @@ TEST_F(StatusBarTest, LockPanelsFollowTheKeys) {
         EXPECT_EQ(isOn(3), caps);
         EXPECT_EQ(isOn(4), num);
     }
-}
-
-TEST_F(StatusBarTest, APanelGrowsWithItsText) {
-    bar.resize(900, 24);
-    bar.show();
-    bar.setPanelText(5, u"  Vypůjčených záznamů : 1234567  "_s);
-    QCoreApplication::processEvents();
-    const auto* panel = bar.findChildren<QLabel*>().at(4);
-    EXPECT_GE(panel->width(), panel->sizeHint().width());
 }

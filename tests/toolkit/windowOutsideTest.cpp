@@ -4,12 +4,10 @@
 #include <QMessageBox>
 #include <cstdio>
 
-#include "support/RawServer.h"
 #include "support/TemporaryProgram.h"
+#include "support/WebServer.h"
 #include "support/windows.h"
 #include "toolkit/Application.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -61,17 +59,12 @@ TEST(UnhandledFailureDeathTest, TheFirstOneEndsTheProgramWithABoxAndExitCodeOne)
                 "Brem DVD Kalv[^|]*\\|[^|]*91:\nObjekt nen[^|]*Program bude ukon[^|]*\\|3\n$");
 }
 
-TEST_F(WindowOutsideTest, BoxesShowPlainTextAndTellWhatWasAnswered) {
-    const struct {
-        int style;
-        QString title;
-        Qt::Key key;
-        BoxAnswer answer;
-        QMessageBox::Icon icon;
-    } cases[] = {
+TEST_F(WindowOutsideTest, BoxesShowPlainTextAndTheWholeTitleAndTellWhatWasAnswered) {
+    const std::tuple<int, QString, Qt::Key, BoxAnswer, QMessageBox::Icon> cases[] = {
         {0, u""_s, Qt::Key_Return, BoxAnswer::ok, QMessageBox::NoIcon},
         {boxStyle::critical, u"Chyba"_s, Qt::Key_Escape, BoxAnswer::ok, QMessageBox::Critical},
-        {boxStyle::exclamation, u"a"_s, Qt::Key_Return, BoxAnswer::ok, QMessageBox::Warning},
+        {boxStyle::exclamation, u"Vyhledávání výrazu: NEJNEOBHOSPODAŘOVÁVATELNĚJŠÍ"_s, Qt::Key_Return,
+         BoxAnswer::ok, QMessageBox::Warning},
         {boxStyle::question | boxStyle::yesNo, u"?"_s, Qt::Key_Return, BoxAnswer::yes, QMessageBox::Question},
         {boxStyle::information | boxStyle::yesNo, u"?"_s, Qt::Key_Escape, BoxAnswer::no,
          QMessageBox::Information}};
@@ -83,6 +76,7 @@ TEST_F(WindowOutsideTest, BoxesShowPlainTextAndTellWhatWasAnswered) {
                           const auto& box = dynamic_cast<QMessageBox&>(window);
                           EXPECT_EQ(control<QLabel>(box, "qt_msgbox_label").textFormat(), Qt::PlainText);
                           EXPECT_EQ(box.windowTitle(), title.isEmpty() ? u"Brem DVD Kalvéra"_s : title);
+                          EXPECT_GT(box.width(), box.fontMetrics().horizontalAdvance(title));
                           EXPECT_EQ(box.icon(), icon);
                           QTest::keyClick(&window, key);
                       });
@@ -127,7 +121,7 @@ TEST_F(WindowOutsideTest, WindowsArePaintedDuringADownload) {
 
     Qt::CursorShape shape = Qt::ArrowCursor;
     // The answer is sent by the painting of the window.
-    const RawServer server([&](QTcpSocket& socket) {
+    const WebServer server([&](QTcpSocket& socket) {
         shape = QGuiApplication::overrideCursor()->shape();
         QCursor::setPos(canvas.mapToGlobal(QPoint(120, 120)));
         canvas.painted = [&socket] { socket.write("HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nfilm"); };
