@@ -71,8 +71,9 @@ TEST_F(WindowOutsideTest, BoxesShowPlainTextAndTheWholeTitleAndTellWhatWasAnswer
     for (const auto& [style, title, key, answer, icon] : cases) {
         SCOPED_TRACE(style);
         BoxAnswer given{};
-        inModalWindow([&] { given = real.messageBox(u"<b>Film</b>"_s, style, title, nullptr); },
-                      [&](QWidget& window) {
+        inModalWindow([&, style = style,
+                       title = title] { given = real.messageBox(u"<b>Film</b>"_s, style, title, nullptr); },
+                      [&, title = title, icon = icon, key = key](QWidget& window) {
                           const auto& box = dynamic_cast<QMessageBox&>(window);
                           EXPECT_EQ(control<QLabel>(box, "qt_msgbox_label").textFormat(), Qt::PlainText);
                           EXPECT_EQ(box.windowTitle(), title.isEmpty() ? u"Brem DVD Kalvéra"_s : title);
