@@ -51,7 +51,8 @@ TEST_F(DatabaseFileTest, RefusesAForeignFileAndLeavesItAlone) {
     QByteArray foreign = whole_;
     foreign[68] = '\x11';  // the mark
     for (const QByteArray& bytes : {QByteArray(), QByteArray("Standard Jet DB"), QByteArray(5000, 'x'),
-                                    QByteArray("SQLite format 3\0", 16), foreign})
+                                    QByteArray("SQLite format 3\0", 16), foreign,
+                                    QByteArray(whole_).replace(18, 2, "\2\2")})  // a write-ahead log
         EXPECT_EQ(use(bytes), errors::database) << bytes.size();
     QFile::remove(catalogue());
     EXPECT_EQ(use(), errors::database);

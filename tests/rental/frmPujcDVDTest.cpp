@@ -1,6 +1,7 @@
 #include "rental/frmPujcDVD.h"
 
 #include <QFile>
+#include <QWindow>
 
 #include "rental/SharedUser.h"
 #include "rental/rentalFixture.h"
@@ -13,7 +14,7 @@ class FrmPujcDVDTest : public RentalTest {
         sql("INSERT INTO tUser (USID, USNAME, USREGNUM) VALUES"
             " (7, 'Novák', '7'), (12, 'Čermák', '120'), (3, 'Dvořák', '1')");
         dialog.emplace(std::make_shared<SharedUser>());
-        dialog->Init(5, u"Čáp & spol."_s);
+        dialog->Init(5, u"Čáp & [*]."_s);
         dialog->show();
         QObject::connect(&*dialog, &frmPujcDVD::answered, &*dialog, [this] {
             EXPECT_TRUE(dialog->Ukonceno);
@@ -42,7 +43,7 @@ class FrmPujcDVDTest : public RentalTest {
 }  // namespace
 
 TEST_F(FrmPujcDVDTest, TheFilmIsLentUnderTheKeyOfTheChosenCustomer) {
-    EXPECT_EQ(dialog->windowTitle(), u"Zapůjčit: Čáp & spol."_s);
+    EXPECT_EQ(dialog->windowHandle()->title(), u"Zapůjčit: Čáp & [*]."_s);
     EXPECT_EQ(offered(), u"Čermák Dvořák Novák "_s);
     click(*dialog, "Command2");
     EXPECT_EQ(loans(), u"12 5 2026-03-09 08:05:03"_s);

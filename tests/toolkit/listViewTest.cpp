@@ -4,6 +4,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -95,7 +96,9 @@ TEST_F(ListViewTest, ARowAddedLaterIsNeitherSelectedNorScrolledTo) {
     EXPECT_EQ(last.row(), 200);
     const auto place = [this] { return list.visualRect(list.model()->index(200, 0)).center(); };
     EXPECT_FALSE(list.viewport()->rect().contains(place()));
+    list.horizontalScrollBar()->setValue(9);
     list.ensureVisible(last);
+    EXPECT_EQ(list.horizontalScrollBar()->value(), 9);
     EXPECT_TRUE(list.viewport()->rect().contains(place()));
 }
 
