@@ -7,6 +7,7 @@
 #include "datatool/DataFiles.h"
 #include "datatool/Interruption.h"
 #include "datatool/outputFile.h"
+#include "platform/files.h"
 
 using namespace Qt::StringLiterals;
 
@@ -50,6 +51,6 @@ qint64 filmExport::write(const QString& folder, const QString& csv,
         file.write((fields.join(u',') + u"\r\n"_s).toUtf8());
         if (++films % filmsPerReport == 0) progress(films);
     }
-    if (!file.commit()) outputFile::fail(u"Soubor nelze zapsat, je možná plný disk"_s, csv);
+    if (!files::commit(file)) outputFile::fail(u"Soubor nelze zapsat, je možná plný disk"_s, csv);
     return films;
 }

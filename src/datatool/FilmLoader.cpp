@@ -15,6 +15,7 @@
 #include "datatool/TableColumns.h"
 #include "datatool/outputFile.h"
 #include "platform/errors.h"
+#include "platform/files.h"
 #include "platform/sqlite.h"
 #include "platform/text.h"
 
@@ -248,10 +249,10 @@ filmLoader::Report filmLoader::load(const QString& folder, const QString& csv,
     report.added = countFilms(database) - before;
     report.departments = writer.madeDepartments();
     QSaveFile told(QDir(folder).filePath(u"load.txt"_s));
-    if (!told.open(QFile::WriteOnly) || told.write(report.text().toUtf8()) < 0)
+    if (!told.open(QFile::WriteOnly) || told.write(report.text().toUtf8()) < 0 || !files::sync(told))
         outputFile::failWriting(told.fileName());
     transaction.commit();
-    if (!told.commit())
+    if (!files::commit(told))
         throw RuntimeError(errors::pathAccess, u"Filmy jsou přidané, ale zprávu load.txt nelze zapsat."_s);
     return report;
 }

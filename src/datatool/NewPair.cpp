@@ -4,15 +4,10 @@
 #include <QFile>
 #include <QFileInfo>
 
-#ifdef Q_OS_UNIX
-#include <unistd.h>
-#else
-#include <io.h>
-#endif
-
 #include "core/mDatabase.h"
 #include "datatool/DataFiles.h"
 #include "datatool/outputFile.h"
+#include "platform/files.h"
 #include "platform/password.h"
 
 using namespace Qt::StringLiterals;
@@ -30,20 +25,12 @@ std::unique_ptr<sqlite::Database> newDatabase(const QString& path, const QString
     return database;
 }
 
-void bringToDisk(QFile& file) {
-#ifdef Q_OS_UNIX
-    const int result = fsync(file.handle());
-#else
-    const int result = _commit(file.handle());
-#endif
-    if (result != 0) outputFile::failWriting(file.fileName());
-}
-
 void writeText(const QString& path, const QString& text) {
     QFile file(path);
     const QByteArray bytes = text.toUtf8();
-    if (!file.open(QFile::WriteOnly | QFile::NewOnly) || file.write(bytes) != bytes.size() || !file.flush())
-        outputFile::failWriting(path);
+    if (!file.open(QFile::WriteOnly | QFile::NewOnly)) outputFile::failWriting(path);
+    files::keepToOwner(file);  // it names films and customers
+    if (file.write(bytes) != bytes.size() || !files::sync(file)) outputFile::failWriting(path);
 }
 
 }  // namespace
@@ -103,8 +90,7 @@ void NewPair::keep(const QString& report) {
         }
         file.database.reset();
         QFile whole(file.made);
-        if (!whole.open(QFile::ReadWrite)) outputFile::failWriting(file.path);
-        bringToDisk(whole);
+        if (!whole.open(QFile::ReadWrite) || !files::sync(whole)) outputFile::failWriting(file.path);
     }
     QStringList renamed;
     for (const File& file : files_) {
@@ -116,5 +102,6 @@ void NewPair::keep(const QString& report) {
             QFile::remove(path);
         outputFile::failWriting(file.path);
     }
+    files::syncFolder(QFileInfo(files_.front().path).absolutePath());
     folder_.keep();
 }

@@ -5,6 +5,15 @@
 
 #include "platform/errors.h"
 
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#else
+#include <io.h>
+#endif
+
 namespace {
 
 void openForReading(QFile& file) {
@@ -26,11 +35,50 @@ void writeAll(QSaveFile& file, const QByteArray& bytes) {
     if (file.write(bytes) != bytes.size()) throw RuntimeError(errors::diskFull);
 }
 
-void commit(QSaveFile& file) {
-    if (!file.commit()) throw RuntimeError(errors::diskFull);
+void commitOrThrow(QSaveFile& file) {
+    if (!files::commit(file)) throw RuntimeError(errors::diskFull);
+}
+
+/// The system call for a handle. Some file systems have nothing of the kind; that is no failure.
+bool syncHandle(int handle) {
+#ifdef Q_OS_UNIX
+    return fsync(handle) == 0 || errno == EINVAL || errno == ENOTSUP || errno == EROFS;
+#else
+    return _commit(handle) == 0;
+#endif
 }
 
 }  // namespace
+
+void files::keepToOwner(QFileDevice& file) {
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+}
+
+bool files::sync(QFileDevice& file) {
+    return file.flush() && file.error() == QFileDevice::NoError && syncHandle(file.handle());
+}
+
+void files::syncFolder(const QString& folder) {
+#ifdef Q_OS_UNIX
+    const int handle = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (handle < 0) return;
+    syncHandle(handle);
+    ::close(handle);
+#else
+    Q_UNUSED(folder);  // the system itself brings a renamed file's folder to disk
+#endif
+}
+
+bool files::commit(QSaveFile& file) {
+    // Qt 6.4 ignores a failed write of the last buffer, so that a full disk would look like success.
+    if (!sync(file)) {
+        file.cancelWriting();
+        return false;
+    }
+    if (!file.commit()) return false;
+    syncFolder(QFileInfo(file.fileName()).absolutePath());
+    return true;
+}
 
 QByteArray files::readAll(const QString& path) {
     QFile file(path);
@@ -43,10 +91,10 @@ QByteArray files::readAll(const QString& path) {
 void files::write(const QString& path, const QByteArrayList& pieces) {
     QSaveFile file(path);
     openForWriting(file);
-    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    files::keepToOwner(file);
     for (const QByteArray& piece : pieces)
         writeAll(file, piece);
-    commit(file);
+    commitOrThrow(file);
 }
 
 void files::copy(const QString& from, const QString& to) {
@@ -58,5 +106,5 @@ void files::copy(const QString& from, const QString& to) {
     for (QByteArray piece = source.read(block); !piece.isEmpty(); piece = source.read(block))
         writeAll(target, piece);
     checkRead(source);
-    commit(target);
+    commitOrThrow(target);
 }

@@ -4,6 +4,9 @@
 #include <QByteArrayList>
 #include <QString>
 
+class QFileDevice;
+class QSaveFile;
+
 /// Reads and writes whole files, all or nothing.
 namespace files {
 
@@ -18,5 +21,20 @@ void write(const QString& path, const QByteArrayList& pieces);
 /// Copies a file over `to`, with default permissions. On failure `to` is unchanged.
 /// @throws RuntimeError as the two above do.
 void copy(const QString& from, const QString& to);
+
+/// Makes a file readable and writable for its owner only, where the file system knows owners; elsewhere it
+/// stays as it is.
+void keepToOwner(QFileDevice& file);
+
+/// Brings what was written to an open file to disk. @return false when that failed, as on a full disk.
+[[nodiscard]] bool sync(QFileDevice& file);
+
+/// Brings the names of a folder's files to disk, so that a file renamed or created there keeps its name
+/// through a power cut. A file system that cannot do it is left alone.
+void syncFolder(const QString& folder);
+
+/// Replaces the target of a QSaveFile by what was written, with both on disk when it returns.
+/// @return false when any write failed; the target is then as it was.
+[[nodiscard]] bool commit(QSaveFile& file);
 
 }  // namespace files

@@ -25,11 +25,16 @@ void seed(const QString& from, const QString& userFolder) {
     if (!copy.isValid()) throw failure;
     const QFileInfoList files = QDir(from).entryInfoList(QDir::Files);
     for (const QFileInfo& file : files) {
-        const QString target = copy.filePath(file.fileName());
-        if (!QFile::copy(file.filePath(), target)) throw failure;
-        if (!QFile::setPermissions(target, QFile::ReadOwner | QFile::WriteOwner)) throw failure;
+        QFile target(copy.filePath(file.fileName()));
+        try {
+            files::copy(file.filePath(), target.fileName());
+        } catch (const RuntimeError&) {
+            throw failure;
+        }
+        files::keepToOwner(target);
     }
     if (!QDir().rename(copy.path(), userFolder + u"/data"_s)) throw failure;
+    files::syncFolder(userFolder);
     copy.setAutoRemove(false);
 }
 
