@@ -23,6 +23,7 @@ sqlite::Database dataFiles::openCatalogue(const QString& folder) {
     try {
         sqlite::Database database(path, sqlite::Database::Mode::readWrite);
         password::checkHeader(database, databasePassword());
+        database.syncEveryCommit();
         return database;
     } catch (const RuntimeError& failure) {
         throw RuntimeError(failure.number(), u"%1 (%2)"_s.arg(failure.description(), path));

@@ -1,11 +1,13 @@
 #include "platform/RowSet.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "platform/collation.h"
 #include "platform/dates.h"
 #include "platform/errors.h"
 
+using namespace Qt::StringLiterals;
 using namespace ado;
 
 namespace {
@@ -48,6 +50,11 @@ void bindValue(const sqlite::Statement& statement, int parameter, const DbValue&
             }
         },
         value.content());
+}
+
+/// Keys are 32-bit numbers, and one that has been given out is never given again.
+RuntimeError keysExhausted() {
+    return {errors::database, u"Tabulka už vydala všechna čísla záznamů, další záznam nelze přidat."_s};
 }
 
 }  // namespace
@@ -316,6 +323,12 @@ void RowSet::update() {
     }
 }
 
+bool RowSet::lastKeyGivenOut() const {
+    const sqlite::Statement given(database(), "SELECT max(seq) FROM sqlite_sequence WHERE name=?1");
+    given.bindTextInPlace(1, shape_.tables[0].name);
+    return given.step() && given.number(0) == std::numeric_limits<qint64>::max();
+}
+
 qint64 RowSet::insertRow() {
     const std::vector<int> columns = pendingColumns(0);
     QByteArrayList names;
@@ -323,8 +336,15 @@ qint64 RowSet::insertRow() {
         names += tableOf(column).columns[static_cast<std::size_t>(columnAt(column).placeInTable)];
     const sqlite::Statement insert(database(), insertSql(shape_.tables[0].name, names));
     bindPending(insert, columns);
-    insert.step();
+    try {
+        insert.step();
+    } catch (const sqlite::Failure& failure) {
+        // The engine calls it a full disk when it has given out its last key.
+        if ((failure.resultCode() & 0xFF) == SQLITE_FULL && lastKeyGivenOut()) throw keysExhausted();
+        throw;
+    }
     const qint64 key = sqlite3_last_insert_rowid(database().handle());
+    if (key > std::numeric_limits<qint32>::max()) throw keysExhausted();
     writeSpools(0, {key});
     return key;
 }

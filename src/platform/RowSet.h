@@ -82,6 +82,8 @@ class RowSet final {
     /// Runs `work` in a transaction.
     template <typename Work>
     void change(Work&& work);
+    /// True when the engine has no key left for a new row.
+    bool lastKeyGivenOut() const;
     qint64 insertRow();
     void updateRow(int table);
     void writeSpools(int table, const RowKeys& keys);

@@ -38,6 +38,7 @@ void Connection::Open(const QString& connectionString, const QString&, const QSt
         auto session = std::make_shared<detail::Session>();
         session->database = std::make_unique<sqlite::Database>(parts.path, sqlite::Database::Mode::readWrite);
         password::checkHeader(*session->database, parts.password);
+        session->database->syncEveryCommit();
         // SQLite opens lazily; reading the schema reveals a truncated or locked file now.
         session->database->number("SELECT count(*) FROM sqlite_master");
         session_ = std::move(session);

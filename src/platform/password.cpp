@@ -5,9 +5,13 @@
 
 #include "platform/errors.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-constexpr qint32 mark = 0x4B764444;  // "KvDD"
+// "KvD" and the format number, counted from "D" for 1: the files of the first days hold "KvDD".
+constexpr qint32 markOfFormatZero = 0x4B764443;
+constexpr qint32 newestFormat = 0x4B7644FF - markOfFormatZero;
 
 // Offsets and values: the file format of SQLite 3, "The Database Header".
 constexpr qsizetype headerLength = 100;
@@ -43,10 +47,18 @@ bool holds(const QByteArray& header, qsizetype offset, const char (&bytes)[Lengt
     throw RuntimeError(errors::database, sqlite::description(resultCode));
 }
 
+[[noreturn]] void refuseNewer(qint32 format) {
+    throw RuntimeError(
+        errors::database,
+        u"Soubor databáze má novější formát (%1), než tato verze programu umí (%2). Nainstalujte novější verzi programu."_s
+            .arg(format)
+            .arg(password::dataFormat));
+}
+
 }  // namespace
 
 void password::stamp(const sqlite::Database& database, const QString& password) {
-    database.exec(("PRAGMA application_id=" + QByteArray::number(mark)).constData());
+    database.exec(("PRAGMA application_id=" + QByteArray::number(markOfFormatZero + dataFormat)).constData());
     database.exec(("PRAGMA user_version=" + QByteArray::number(verifier(password))).constData());
 }
 
@@ -61,7 +73,9 @@ void password::checkHeader(const sqlite::Database& database, const QString& pass
     if (read == SQLITE_IOERR_SHORT_READ) refuse(SQLITE_NOTADB);
     if (read != SQLITE_OK) refuse(read);
     if (!header.startsWith(QByteArray("SQLite format 3\0", 16))) refuse(SQLITE_NOTADB);
-    if (numberAt<qint32>(header, markOffset) != mark) refuse(SQLITE_NOTADB);
+    const qint32 format = numberAt<qint32>(header, markOffset) - markOfFormatZero;
+    if (format < 1 || format > newestFormat) refuse(SQLITE_NOTADB);
+    if (format > dataFormat) refuseNewer(format);
     const auto pageSize = numberAt<quint16>(header, pageSizeOffset);
     const bool powerOfTwo = pageSize != 0 && (pageSize & (pageSize - 1)) == 0;
     // SQLite would take some of these as a request to work differently, and change the file.

@@ -44,6 +44,14 @@ int compareCzech(void*, int leftLength, const void* left, int rightLength, const
     return collation::compare(decode(leftLength, left, leftBuffer), decode(rightLength, right, rightBuffer));
 }
 
+/// A data file is data: whatever a file from elsewhere brings along must not run.
+void distrustFile(sqlite3* handle) {
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+}
+
 qint32 number(int resultCode) {
     switch (resultCode & 0xFF) {
         case SQLITE_READONLY:
@@ -120,10 +128,16 @@ sqlite::Database::Database(const QString& path, Mode mode) {
     handle_.reset(opened);
     if (result != SQLITE_OK) throwFailure(opened, result);
     sqlite3_extended_result_codes(opened, 1);
+    distrustFile(opened);
     sqlite3_busy_handler(opened, waitForOthers, nullptr);
     const int registered =
         sqlite3_create_collation_v2(opened, collation::name, SQLITE_UTF8, nullptr, compareCzech, nullptr);
     if (registered != SQLITE_OK) throwFailure(opened, registered);
+}
+
+void sqlite::Database::syncEveryCommit() const {
+    // With FULL a power cut can bring a deleted journal back, and with it the state before the commit.
+    exec("PRAGMA synchronous=EXTRA");
 }
 
 void sqlite::Database::exec(const char* sql) const {

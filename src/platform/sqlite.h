@@ -31,7 +31,8 @@ class Failure final : public RuntimeError {
 /// @throws Failure always, for the last call on `handle`.
 [[noreturn]] void throwFailure(sqlite3* handle, int resultCode);
 
-/// An open database file with the collation CZECH and a busy timeout of 5 seconds.
+/// One open database file with the collation CZECH and a busy time-out of 5 seconds. Triggers and views of
+/// the file do not run.
 class Database final {
  public:
     enum class Mode { readWrite, create };
@@ -42,7 +43,11 @@ class Database final {
 
     sqlite3* handle() const noexcept { return handle_.get(); }
 
-    /// Runs statements without result rows, separated by semicolons.
+    /// From now on a commit that has returned survives a power cut. Reads the file, so its header must have
+    /// been checked before.
+    void syncEveryCommit() const;
+
+    /// Runs statements that give no rows, separated by semicolons.
     void exec(const char* sql) const;
     /// The first column of the first row of a query.
     /// @throws RuntimeError when there is no row.

@@ -95,7 +95,7 @@ TEST_F(PictureStoreTest, AStoreThatCannotBeUsedIsReported) {
     const QString path = pictureFile(10);
     EXPECT_EQ(ZobrazObal(99), u""_s);  // no such row
     EXPECT_TRUE(Err.pending());
-    sql(pictures(), "CREATE TRIGGER t BEFORE INSERT ON tPicture BEGIN SELECT RAISE(FAIL, 'full'); END");
+    refuse(pictures(), "tPicture", "1");
     EXPECT_EQ(UlozObal(1, path), 0);
     EXPECT_NE(failureOf([&] { UlozNahled(1, path); }), 0);
     EXPECT_EQ(rows(), u"0"_s);

@@ -148,8 +148,7 @@ TEST_F(FrmKlientiTest, ACodeThatIsNoNumberIsReportedAndLendingStopsAtAFailure) {
     EXPECT_TRUE(after("keyHVratit")
                     .endsWith(u"]Osobní kód \"7x\" není celé číslo, výpůjčky pod ním nelze vyhledat.|64|"
                               "Vrácení filmů"_s));
-    sql("CREATE TRIGGER refuse BEFORE INSERT ON tPujcky WHEN NEW.P_DVDID=4"
-        " BEGIN SELECT RAISE(ABORT, 'refused'); END");
+    refuse(catalogue(), "tPujcky", "P_DVDID=4");
     window().KVypujceni_Obnovit();
     in<ListBox>("lstPujcit").selectAll();
     for (const auto& [key, stored] :

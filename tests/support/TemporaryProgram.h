@@ -47,8 +47,15 @@ class TemporaryProgram : public testing::Test {
     QString pictures() const { return at(u"data/pictures.ddb"_s); }
 
     /// Runs statements on a data file directly.
-    static void sql(const QString& file, const char* statements) { open(file).exec(statements); }
+    static void sql(const QString& file, const QByteArray& statements) {
+        open(file).exec(statements.constData());
+    }
     void sql(const char* statements) const { sql(catalogue(), statements); }
+    /// Makes writes of rows fail for which `condition` holds.
+    static void refuse(const QString& file, const QByteArray& table, const QByteArray& condition) {
+        sql(file, "CREATE INDEX refuse_" + table + " ON " + table + " (CASE WHEN " + condition +
+                      " THEN abs(-9223372036854775807 - 1) END)");
+    }
     /// The first column of a query's first row.
     qint64 number(const char* query) const { return open(catalogue()).number(query); }
     static QString text(const QString& file, const char* query) {
