@@ -52,7 +52,7 @@ QString film::cleanLength(const QString& length) {
 }
 
 QString film::storedDirector(const QString& director) {
-    return director.left(longestDirector);
+    return text::cut(director, longestDirector);
 }
 
 QString film::genreText(const QStringList& chosen) {
@@ -66,5 +66,5 @@ QString film::shortCountry(const QString& country) {
     if (country.size() <= longestCountry) return country;
     QString shorter = country;
     shorter.replace(u"Spojené království"_s, u"Eng"_s);
-    return shorter.size() > longestCountry ? shorter.left(longestCountry - 1) : shorter;
+    return shorter.size() > longestCountry ? text::cut(shorter, longestCountry - 1) : shorter;
 }

@@ -125,6 +125,23 @@ QString text::mid(QStringView text, qsizetype start, qsizetype length) {
     return text.mid(start - 1, std::min(length, text.size() - start + 1)).toString();
 }
 
+QString text::cut(const QString& text, qsizetype length) {
+    QString first = text.left(length);
+    if (first.size() < text.size() && !first.isEmpty() && first.back().isHighSurrogate()) first.chop(1);
+    return first;
+}
+
+QString text::wholeLetters(QStringView text) {
+    QString whole;
+    whole.reserve(text.size());
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        const bool pair = text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate();
+        if (pair || !text[at].isSurrogate()) whole += text[at];
+        if (pair) whole += text[++at];
+    }
+    return whole;
+}
+
 QString text::fromFirst(QStringView text, QStringView marker) {
     return mid(text, inStr(text, marker));
 }

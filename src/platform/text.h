@@ -28,6 +28,12 @@ qsizetype inStrIgnoringCase(QStringView text, QStringView needle, qsizetype star
 QString mid(QStringView text, qsizetype start);
 QString mid(QStringView text, qsizetype start, qsizetype length);
 
+/// The first `length` characters. A letter of two code units that would be cut in half is left out.
+QString cut(const QString& text, qsizetype length);
+
+/// The text without halves of letters, which no file can hold.
+QString wholeLetters(QStringView text);
+
 /// The text from the first `marker` on. @throws RuntimeError 5 when it has none.
 QString fromFirst(QStringView text, QStringView marker);
 

@@ -45,6 +45,8 @@ frmUser::frmUser(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::fr
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     for (QPlainTextEdit* box : {ui_->txtUSADR, ui_->txtUSPOZN})
         textBox::limit(*box, longestText);
+    for (QLineEdit* box : findChildren<QLineEdit*>())
+        textBox::keepLettersWhole(*box);
     connect(ui_->cmdSave, &QPushButton::clicked, this, &frmUser::save);
     connect(ui_->cmdStorno, &QPushButton::clicked, this, &QDialog::reject);
     empty();

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "platform/index.h"
+#include "platform/text.h"
 
 using namespace Qt::StringLiterals;
 
@@ -59,7 +60,17 @@ void textBox::limit(QPlainTextEdit& box, int characters) {
                      });
     QObject::connect(&box, &QPlainTextEdit::textChanged, &box, [&box, entered, characters] {
         if (box.property(beingFilled).toBool()) return;
-        const int excess = countOf(text(box)) - characters;
+        const int excess = countOf(textBox::text(box)) - characters;
         if (excess > 0) dropEnd(box, entered->position, entered->position + entered->length, excess);
+    });
+}
+
+void textBox::keepLettersWhole(QLineEdit& box) {
+    QObject::connect(&box, &QLineEdit::textChanged, &box, [&box](const QString& text) {
+        const QString whole = text::wholeLetters(text);
+        if (whole == text) return;
+        const QString before = text::wholeLetters(QStringView(text).left(box.cursorPosition()));
+        box.setText(whole);
+        box.setCursorPosition(countOf(before));
     });
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QString>
 
@@ -16,5 +17,8 @@ void setText(QPlainTextEdit& box, const QString& stored);
 /// Limits the input to `characters` characters; a line break counts as two. Input beyond the limit is
 /// dropped. A longer text set by setText is kept and can only be shortened.
 void limit(QPlainTextEdit& box, int characters);
+
+/// Keeps a box of one line from holding half a letter when its limit cuts what is entered.
+void keepLettersWhole(QLineEdit& box);
 
 }  // namespace textBox
