@@ -1,13 +1,20 @@
 #include "core/CatalogueQuery.h"
 
+#include <QDir>
+
 #include "core/mDatabase.h"
+#include "platform/Outside.h"
+
+using namespace Qt::StringLiterals;
 
 CatalogueQuery::CatalogueQuery(const QString& sql, Failures failures, bool addNew) : failures_(failures) {
     if (failures_ == Failures::thrown) {
         OpenDB();
     } else {
         Err.Clear();
-        skipFailure([] { OpenDB(); });
+        opened_ = skipFailure([] { OpenDB(); });
+        if (!opened_ && failures_ == Failures::told)
+            MsgBox(Err.Description() + u"\n\n"_s + QDir::toNativeSeparators(ActDBPath));
     }
     open(sql, addNew);
 }
@@ -33,7 +40,7 @@ void CatalogueQuery::close() {
     skipFailure([] { CloseRS(); });
     CloseDB();
     // Nothing is left pending that a later OpenDB would show as its own.
-    if (failures_ == Failures::skipped) Err.Clear();
+    if (failures_ != Failures::thrown) Err.Clear();
 }
 
 bool atEnd(const ado::Recordset& rows, IfUnknown answer) {

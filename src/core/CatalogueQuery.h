@@ -14,6 +14,7 @@ class CatalogueQuery final {
     /// and shows at the first use of the rows.
     enum class Failures {
         skipped,  ///< `Err` is clear after opening and after closing
+        told,     ///< skipped as well, after a plain box with the reason and the file
         thrown    ///< a failure pending in `Err` is shown by OpenDB
     };
 
@@ -27,6 +28,9 @@ class CatalogueQuery final {
     ado::Recordset& operator*() const noexcept { return *rows_; }
     ado::Recordset* operator->() const noexcept { return rows_.get(); }
 
+    /// False when the catalogue could not be opened.
+    bool opened() const noexcept { return opened_; }
+
     /// Closes the rows and runs another query on the same connection.
     void reopen(const QString& sql);
 
@@ -38,6 +42,7 @@ class CatalogueQuery final {
     void open(const QString& sql, bool addNew);
 
     Failures failures_;
+    bool opened_ = true;
     std::shared_ptr<ado::Recordset> rows_;
 };
 

@@ -99,8 +99,9 @@ void frmDVD::Inicializuj(qint32 id) {
     IDFilmu = id;
     VycistiForm();
     if (id == 0) return;
-    const CatalogueQuery films(filmSql(id), CatalogueQuery::Failures::skipped);
-    if (atEnd(*films)) tellMissingFilm();
+    const CatalogueQuery films(filmSql(id), CatalogueQuery::Failures::told);
+    // A failed open has been told already.
+    if (films.opened() && atEnd(*films)) tellMissingFilm();
     readColumns(*films);
 }
 
@@ -147,10 +148,10 @@ void frmDVD::save() {
 }
 
 void frmDVD::store() {
-    const CatalogueQuery films(filmSql(IDFilmu), CatalogueQuery::Failures::skipped);
+    const CatalogueQuery films(filmSql(IDFilmu), CatalogueQuery::Failures::told);
     if (atEnd(*films)) {
         if (IDFilmu != 0) {
-            tellMissingFilm();
+            if (films.opened()) tellMissingFilm();
         } else {
             skipFailure([&] { films->AddNew(); });
         }
