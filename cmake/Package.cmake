@@ -38,6 +38,7 @@ include(${PROJECT_SOURCE_DIR}/cmake/PackageFiles.cmake)
 set(run_time_packages
     ca-certificates           # the authorities that a web site's certificate is checked against
     fonts-liberation          # letters of the width that the windows are laid out for
+    libcurl4                  # downloads; loaded with the first one
     libqt6svg6                # the icons
     qt6-image-formats-plugins # covers in WebP
     qt6-translations-l10n     # Czech texts of Qt's own dialogs

@@ -3,8 +3,11 @@
 
 #include "catalogue/frmMaster.h"
 #include "mMain.h"
+#include "platform/FolderLock.h"
+#include "platform/Outside.h"
 #include "platform/paths.h"
 #include "toolkit/Application.h"
+#include "toolkit/RunningProgram.h"
 
 using namespace Qt::StringLiterals;
 
@@ -18,13 +21,29 @@ void findProgramFolder() {
     paths::setProgramFolder(paths::chooseProgramFolder(executable, user, readyMade));
 }
 
+void tellHolder(const FolderLock& lock, const QString& folder) {
+    const QString holder = lock.holder().isEmpty() ? u"jiný uživatel"_s : lock.holder();
+    MsgBox(u"S daty ve složce\n%1\nuž program pracuje, spustil ho %2.\n\nOtevřít je bude možné, až skončí."_s
+               .arg(folder, holder),
+           boxStyle::information);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     Application application(argc, argv);
+    std::unique_ptr<FolderLock> lock;
+    std::unique_ptr<RunningProgram> running;
     std::unique_ptr<frmMaster> master;
-    Application::guarded([&master] {
+    Application::guarded([&] {
         findProgramFolder();
+        const QString folder = paths::inProgramFolder(u"\\data");
+        lock = std::make_unique<FolderLock>(folder);
+        if (lock->isTaken()) {
+            if (!RunningProgram::callToFront(folder)) tellHolder(*lock, folder);
+            return;
+        }
+        running = std::make_unique<RunningProgram>(folder);
         Main(master);
     });
     return master == nullptr ? 0 : QApplication::exec();

@@ -1,62 +1,17 @@
 #include "platform/download.h"
 
 #include <QEventLoop>
-#include <QNetworkAccessManager>
-#include <QNetworkProxyFactory>
-#include <QNetworkReply>
-#include <QSaveFile>
+#include <QThread>
 #include <QTimer>
-#include <memory>
 
+#include "platform/HttpTransfer.h"
 #include "platform/codepage.h"
-
-using namespace Qt::StringLiterals;
+#include "platform/files.h"
 
 namespace {
 
-/// The system's proxies, for this manager only: an application-wide factory would affect every socket.
-class SystemProxies final : public QNetworkProxyFactory {
- public:
-    QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery& query) override {
-        QList<QNetworkProxy> proxies = systemProxyForQuery(query);
-        // Without a proxy Qt reads from an unbuffered socket and may then take a broken connection for the
-        // end of the content. The application's default proxy, which is none, uses a buffered socket to the
-        // same server.
-        for (QNetworkProxy& proxy : proxies) {
-            if (proxy.type() == QNetworkProxy::NoProxy) proxy = QNetworkProxy(QNetworkProxy::DefaultProxy);
-        }
-        return proxies;
-    }
-};
-
 bool isHexDigit(char byte) {
     return (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'F') || (byte >= 'a' && byte <= 'f');
-}
-
-bool succeeded(const QNetworkReply& reply) {
-    const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    // Unfinished when the application is quitting, which ends all event loops.
-    return reply.isFinished() && reply.error() == QNetworkReply::NoError && status >= 200 && status < 300;
-}
-
-/// Writes the reply's content to `file` as it arrives.
-bool receive(QNetworkReply& reply, QFileDevice& file, const DownloadLimits& limits) {
-    QEventLoop loop;
-    bool stored = true;
-    const auto store = [&] {
-        const qint64 announced = reply.header(QNetworkRequest::ContentLengthHeader).toLongLong();
-        const QByteArray piece = reply.readAll();
-        stored = stored && announced <= limits.bytes && file.pos() + piece.size() <= limits.bytes &&
-                 file.write(piece) == piece.size();
-        if (!stored) loop.quit();
-    };
-    QObject::connect(&reply, &QNetworkReply::metaDataChanged, &loop, store);
-    QObject::connect(&reply, &QNetworkReply::readyRead, &loop, store);
-    QObject::connect(&reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
-    QTimer::singleShot(limits.whole, &loop, &QEventLoop::quit);
-    if (!reply.isFinished()) loop.exec(QEventLoop::ExcludeUserInputEvents);
-    if (reply.error() == QNetworkReply::NoError) store();
-    return stored && succeeded(reply);
 }
 
 }  // namespace
@@ -79,21 +34,51 @@ QUrl downloadAddress(const QString& url) {
     return QUrl::fromEncoded(encoded);
 }
 
+Download::Download(const QString& url, const QString& path, const DownloadLimits& limits) : file_(path) {
+    const QUrl address = downloadAddress(url);
+    host_ = address.host();
+    if (!address.isValid() || !file_.open(QIODevice::WriteOnly)) {
+        finished_ = true;
+        return;
+    }
+    files::keepToOwner(file_);
+    transfer_ = std::make_unique<HttpTransfer>(address, limits, [this](QByteArrayView piece) {
+        return file_.write(piece.data(), piece.size()) == piece.size();
+    });
+    thread_.reset(QThread::create([this] { succeeded_ = transfer_->run(); }));
+    connect(thread_.get(), &QThread::finished, this, [this] {
+        finished_ = true;
+        emit finished();
+    });
+    thread_->start();
+}
+
+Download::~Download() {
+    if (thread_ == nullptr) return;
+    transfer_->leave();
+    thread_->wait();
+}
+
+bool Download::wait(std::chrono::milliseconds longest) {
+    if (finished_) return true;
+    QEventLoop loop;
+    connect(this, &Download::finished, &loop, &QEventLoop::quit);
+    QTimer::singleShot(longest, &loop, &QEventLoop::quit);
+    loop.exec(QEventLoop::ExcludeUserInputEvents);
+    return finished_;
+}
+
+qint64 Download::received() const noexcept {
+    return transfer_ == nullptr ? 0 : transfer_->received();
+}
+
+bool Download::keep() {
+    return finished_ && succeeded_ && files::commit(file_);
+}
+
 bool download(const QString& url, const QString& path, const DownloadLimits& limits) {
-    QNetworkRequest request(downloadAddress(url));
-    const QString scheme = request.url().scheme();
-    if (scheme != u"http"_s && scheme != u"https"_s) return false;
-
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) return false;
-    if (!file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner)) return false;
-
-    request.setTransferTimeout(static_cast<int>(limits.quiet.count()));
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
-    // Qt drops the length of compressed content, so truncation would go unnoticed.
-    request.setRawHeader("Accept-Encoding", "identity");
-    QNetworkAccessManager manager;
-    manager.setProxyFactory(new SystemProxies);
-    const std::unique_ptr<QNetworkReply> reply(manager.get(request));
-    return receive(*reply, file, limits) && file.commit();
+    Download download(url, path, limits);
+    // A little longer than the transfer gives itself; the program's end stops every event loop before.
+    download.wait(limits.whole + limits.quiet);
+    return download.keep();
 }

@@ -45,11 +45,7 @@ frmFindObal::frmFindObal(const Sites& sites, QWidget* parent)
     connect(ui_->Command2, &QPushButton::clicked, this, &frmFindObal::save);
     connect(ui_->Command3, &QPushButton::clicked, this, &frmFindObal::choosePrinter);
     connect(ui_->Command5, &QPushButton::clicked, this, [this] { showPreview(false); });
-    connect(ui_->cmdSelectPrinterPrint, &QPushButton::clicked, this, [this] {
-        hidePrinters();
-        Outside::current().setPrinter(ui_->Combo1->currentText());
-        print();
-    });
+    connect(ui_->cmdSelectPrinterPrint, &QPushButton::clicked, this, &frmFindObal::printOnChosen);
 }
 
 frmFindObal::~frmFindObal() = default;
@@ -160,6 +156,19 @@ void frmFindObal::choosePrinter() {
 void frmFindObal::hidePrinters() {
     ui_->picPrinter->hide();
     ui_->Command3->setFocus();
+}
+
+void frmFindObal::printOnChosen() {
+    hidePrinters();
+    Outside::current().setPrinter(ui_->Combo1->currentText());
+    try {
+        print();
+    } catch (const RuntimeError& failure) {
+        // A printer that refuses is told; a cover that is none ends the program, as does printing without
+        // any.
+        if (failure.number() != errors::printer) throw;
+        MsgBox(failure.description(), boxStyle::exclamation, u"Tisk obalu"_s);
+    }
 }
 
 void frmFindObal::print() {

@@ -43,6 +43,7 @@ class frmFindObal final : public QDialog {
     /// Appends the printers to the list of those offered before; without any it prints at once.
     void choosePrinter();
     void hidePrinters();
+    void printOnChosen();
     void print();
 
     std::unique_ptr<Ui::frmFindObal> ui_;

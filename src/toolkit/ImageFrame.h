@@ -9,10 +9,12 @@ class ImageFrame final : public QLabel {
  public:
     explicit ImageFrame(QWidget* parent = nullptr);
 
-    /// Shows a picture file, whose format is detected from its content. An empty path clears the frame. The
-    /// pixmap is kept in the size of the frame.
-    /// @throws RuntimeError 53 when there is no such file, 481 when it is no picture or has more than
-    ///         50 million pixels. The frame is unchanged then.
+    /// Shows the picture of a file: what its bytes are, whatever its name says. An empty path empties the
+    /// frame. What is kept afterwards is as large as the frame.
+    /// A picture too large or too damaged to be decoded leaves the frame empty; see pictureFile::read.
+    /// @throws RuntimeError 53 when there is no such file, 481 when it is no raster picture. The frame keeps
+    /// what it
+    ///         shows then.
     void loadPicture(const QString& path);
 
     bool hasPicture() const { return !pixmap().isNull(); }

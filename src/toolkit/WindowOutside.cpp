@@ -15,10 +15,12 @@
 
 #include "platform/download.h"
 #include "platform/errors.h"
+#include "toolkit/DownloadWindow.h"
 #include "toolkit/WaitCursor.h"
 #include "toolkit/appTitle.h"
 #include "toolkit/icons.h"
 #include "toolkit/pagePrinter.h"
+#include "toolkit/printQueue.h"
 
 using namespace Qt::StringLiterals;
 
@@ -132,8 +134,15 @@ QString WindowOutside::saveFile(const FileDialogRequest& request, QObject* owner
 }
 
 bool WindowOutside::download(const QString& url, const QString& path) {
-    const WaitCursor wait;
-    return ::download(url, path);
+    constexpr std::chrono::milliseconds patience{1000};
+    Download download(url, path);
+    const auto arrived = [&download] {
+        const WaitCursor wait;
+        return download.wait(patience);
+    };
+    // Closed by the download's end; left by the user otherwise, and then nothing is kept.
+    if (!arrived()) DownloadWindow(download, windowOf(nullptr)).exec();
+    return download.keep();
 }
 
 bool WindowOutside::openWithDesktop(const QString& target) {
@@ -143,21 +152,43 @@ bool WindowOutside::openWithDesktop(const QString& target) {
 }
 
 QStringList WindowOutside::printers() {
-    return QPrinterInfo::availablePrinterNames();
+    listed_ = QPrinterInfo::availablePrinterNames();
+    return listed_;
 }
 
 void WindowOutside::setPrinter(const QString& name) {
-    if (!QPrinterInfo::printerInfo(name).isNull()) printer_ = name;
+    // One that has gone since it was offered must not be replaced by another without a word.
+    if (listed_.contains(name) || !QPrinterInfo::printerInfo(name).isNull()) printer_ = name;
+}
+
+QPrinterInfo WindowOutside::chosenPrinter() {
+    if (!printer_.isEmpty()) {
+        const QPrinterInfo chosen = QPrinterInfo::printerInfo(printer_);
+        if (chosen.isNull())
+            throw RuntimeError(errors::printer, u"Tiskárna %1 už není k dispozici."_s.arg(printer_));
+        return chosen;
+    }
+    const QPrinterInfo usual = QPrinterInfo::defaultPrinter();
+    // The system may have printers and no default one.
+    return usual.isNull() ? QPrinterInfo::printerInfo(QPrinterInfo::availablePrinterNames().value(0)) : usual;
 }
 
 void WindowOutside::printPicture(const PicturePage& page) {
-    const WaitCursor wait;
-    QPrinterInfo device = QPrinterInfo::printerInfo(printer_);
-    if (device.isNull()) device = QPrinterInfo::defaultPrinter();
-    // There may be printers but no default one.
-    if (device.isNull()) device = QPrinterInfo::printerInfo(printers().value(0));
+    const QPrinterInfo device = chosenPrinter();
     if (device.isNull()) throw RuntimeError(errors::printer);
+    const QString refusal = printQueue::refusal(device.printerName());
+    if (!refusal.isEmpty())
+        throw RuntimeError(errors::printer, u"%1 (%2)"_s.arg(refusal, device.printerName()));
     QPrinter printer(device, QPrinter::HighResolution);
+    // Qt takes A4 whatever paper the queue has.
+    if (const QPageSize paper = device.defaultPageSize(); paper.isValid()) printer.setPageSize(paper);
+    if (!pagePrinter::fits(page, printer) &&
+        messageBox(
+            u"Papír v tiskárně (%1) je menší než obrázek, který se na něj celý nevejde.\n\nVytisknout přesto?"_s
+                .arg(printer.pageLayout().pageSize().name()),
+            boxStyle::exclamation | boxStyle::yesNo, page.title, nullptr) != BoxAnswer::yes)
+        return;
+    const WaitCursor wait;
     pagePrinter::print(page, printer);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QPrinterInfo>
+
 #include "platform/Outside.h"
 
 /// The real implementation: Qt's message boxes and file dialogs, the web, the desktop's applications and
@@ -17,5 +19,9 @@ class WindowOutside final : public Outside {
     QDateTime now() override;
 
  private:
-    QString printer_;  // "" for the user's default
+    /// The printer in use; a null one when there is none at all.
+    QPrinterInfo chosenPrinter();
+
+    QStringList listed_;  // printers that the user was offered last
+    QString printer_;     // "" for the user's default
 };

@@ -2,26 +2,57 @@
 
 #include <QFileInfo>
 #include <QImageReader>
+#include <algorithm>
+#include <array>
 
 #include "platform/errors.h"
 #include "platform/paths.h"
 
 namespace {
-constexpr qint64 mostPixels = 50'000'000;
-}
 
-QImage pictureFile::read(const QString& path, QSize size) {
+constexpr std::array rasterFormats{"avif", "bmp",  "cur", "gif",  "heic", "heif", "icns", "ico",
+                                   "jp2",  "jpeg", "jpg", "jxl",  "mng",  "pbm",  "pgm",  "png",
+                                   "ppm",  "tga",  "tif", "tiff", "wbmp", "webp", "xbm",  "xpm"};
+constexpr qint64 bytesPerPixel = 4;
+
+/// Opens the file and looks at its header.
+void open(QImageReader& reader, const QString& path) {
     const QString file = paths::ignoringCase(path);
     if (!QFileInfo(file).isFile()) throw RuntimeError(errors::fileNotFound);
-    QImageReader reader(file);
+    QImageReader::setAllocationLimit(static_cast<int>(pictureFile::mostBytes >> 20));  // megabytes
+    reader.setFileName(file);
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
-    if (!reader.canRead()) throw RuntimeError(errors::invalidPicture);
-    // Decoding can take far more memory than the scaled result, so the picture's own size is limited.
-    if (qint64{reader.size().width()} * reader.size().height() > mostPixels)
-        throw RuntimeError(errors::invalidPicture);
-    if (reader.size().isValid() && !size.isEmpty()) reader.setScaledSize(size);
+    const bool known =
+        reader.canRead() && std::any_of(rasterFormats.begin(), rasterFormats.end(),
+                                        [&](const char* name) { return reader.format() == name; });
+    if (!known) throw RuntimeError(errors::invalidPicture);
+}
+
+QImage decode(QImageReader& reader, QSize size) {
+    const QSize own = reader.size();
+    if (qint64{own.width()} * own.height() * bytesPerPixel > pictureFile::mostBytes) return {};
+    // The size counts before the picture is turned the way up that it asks for.
+    if (reader.transformation() & QImageIOHandler::TransformationRotate90) size.transpose();
+    if (own.isValid() && !size.isEmpty()) reader.setScaledSize(size);
     QImage image = reader.read();
-    if (image.isNull()) throw RuntimeError(errors::invalidPicture);
+    // Some formats tell nothing in their header: then the pixels have to prove the picture.
+    if (image.isNull() && !own.isValid()) throw RuntimeError(errors::invalidPicture);
     return image;
+}
+
+}  // namespace
+
+QImage pictureFile::read(const QString& path, QSize size) {
+    QImageReader reader;
+    open(reader, path);
+    return decode(reader, size);
+}
+
+QImage pictureFile::readUpTo(const QString& path, QSize most) {
+    QImageReader reader;
+    open(reader, path);
+    const bool turned = reader.transformation() & QImageIOHandler::TransformationRotate90;
+    const QSize own = turned ? reader.size().transposed() : reader.size();
+    return decode(reader, own.boundedTo(most));
 }

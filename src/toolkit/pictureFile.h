@@ -4,13 +4,21 @@
 #include <QSize>
 #include <QString>
 
-/// Picture files from the user and from the web.
+/// Picture files of the user and of the web. Raster formats only: a drawing such as SVG can run for minutes
+/// and open other files.
 namespace pictureFile {
 
-/// Reads a picture file. The format is detected from the content, and the stored orientation is applied.
-/// @param size in pixels, to which the picture is scaled while it is decoded; empty for its own.
-/// @throws RuntimeError 53 when there is no such file, 481 when it is no picture or has more than 50 million
-///         pixels.
+/// The largest picture that is decoded, in bytes of its pixels: 1 GiB, some 268 million pixels.
+inline constexpr qint64 mostBytes = qint64{1} << 30;
+
+/// The picture of a file: what its bytes are, whatever its name says, and the way up that it tells itself.
+/// @param size stretched to that size in pixels while it is read; an empty size for its own.
+/// @return a null image for a picture with a sound header that is larger than `mostBytes` or damaged further
+/// on.
+/// @throws RuntimeError 53 when there is no such file, 481 when it is no raster picture.
 QImage read(const QString& path, QSize size = {});
+
+/// As above, but no larger than `most` in either direction: a picture that is smaller keeps its own size.
+QImage readUpTo(const QString& path, QSize most);
 
 }  // namespace pictureFile

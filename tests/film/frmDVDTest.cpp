@@ -161,9 +161,17 @@ TEST_F(FrmDVDTest, PicturesAreReadByTheirContent) {
         press("cmdOpenObalPic");
         EXPECT_FALSE(cover().hasPicture());
     }
-    QByteArray vast = jpeg;  // claims 40,000 by 40,000 pixels
+    QByteArray vast = jpeg;  // claims 40,000 by 40,000 pixels: kept, but not decoded
     vast.replace(jpeg.indexOf("\xFF\xC0") + 5, 4, QByteArray::fromHex("9c409c40"));
-    for (const QByteArray& file : {QByteArray("není obrázek"), jpeg.first(20), vast}) {
+    const QByteArray scan = pictureOf(Qt::red, "PNG", {8000, 8000});
+    for (const QByteArray& file : {vast, scan}) {
+        write(u"a.jpg"_s, file);
+        cover().loadPicture(at(u"a.jpg"_s));
+        EXPECT_EQ(cover().hasPicture(), file == scan);
+    }
+    cover().loadPicture(QString());
+    const QByteArray drawing = "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>";
+    for (const QByteArray& file : {QByteArray("není obrázek"), jpeg.first(20), drawing}) {
         write(u"a.jpg"_s, file);
         EXPECT_EQ(failureOf([this] { cover().loadPicture(at(u"a.jpg"_s)); }), errors::invalidPicture);
     }
@@ -239,8 +247,13 @@ TEST_F(FrmDVDTest, AMissingFilmIsReportedOnceAndEndsAsSaved) {
     EXPECT_EQ(editor().IDFilmu, 6);
     EXPECT_EQ(number("SELECT count(*) FROM tDVD"), 0);
     ASSERT_TRUE(QFile::remove(catalogue()));
-    open(1);
-    EXPECT_EQ(outside.told(), told);
+    for (const qint32 film : {1, 0}) {
+        open(film);
+        editor().IDFilmu = film;
+        save();
+        const QString reason = u"Soubor databáze nelze otevřít.\n\n"_s + catalogue() + u"|0|"_s;
+        EXPECT_EQ(outside.told(), film == 0 ? reason : reason + u'\n' + reason);
+    }
     EXPECT_EQ(ConnDB, nullptr);
 }
 
@@ -276,11 +289,12 @@ TEST_F(FrmDVDTest, PicturesAreStoredAndKeepTheirKeys) {
 }
 
 TEST_F(FrmDVDTest, ASaveSurvivesAFullDisk) {
-    sql("CREATE TRIGGER t BEFORE INSERT ON tDVD BEGIN SELECT RAISE(FAIL, 'full'); END");
+    refuse(catalogue(), "tDVD", "1");
     open(0);
     save();
     EXPECT_EQ(number("SELECT count(*) FROM tDVD"), 0);
-    sql("DROP TRIGGER t; CREATE TRIGGER t BEFORE UPDATE ON tDVD BEGIN SELECT RAISE(FAIL, 'full'); END");
+    sql("DROP INDEX refuse_tDVD");
+    refuse(catalogue(), "tDVD", "DiskPocet NOT NULL");
     open(0);
     save();
     EXPECT_EQ(number("SELECT count(*) FROM tDVD WHERE DiskPocet IS NULL"), 1);

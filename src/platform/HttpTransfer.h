@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QUrl>
+#include <atomic>
+#include <chrono>
+#include <functional>
+#include <optional>
+
+#include "platform/download.h"
+
+/// One request for the content of an address, with its redirects. Runs on a thread of its own and holds no
+/// more than a few hundred kilobytes in memory, whatever the server sends.
+class HttpTransfer final {
+ public:
+    /// @param store takes the content piece by piece; false ends the transfer as failed.
+    HttpTransfer(QUrl address, const DownloadLimits& limits, std::function<bool(QByteArrayView)> store);
+
+    /// Fetches everything, on the calling thread.
+    /// @return true when the whole content of an answer with a status of 2xx has been stored.
+    bool run();
+
+    /// Ends a running transfer as failed, from any thread.
+    void leave() noexcept { left_ = true; }
+    /// Bytes of content received so far; from any thread.
+    qint64 received() const noexcept { return received_; }
+
+ private:
+    struct Session;
+
+    /// Fetches one address. @return its status; nothing on failure.
+    std::optional<long> fetch(Session& session);
+    /// Waits for the transfer of `session` to end. @return true when it ended well.
+    bool drive(Session& session);
+    bool takeHeader(QByteArrayView line);
+    bool takeContent(QByteArrayView piece);
+    bool inTime() const;
+
+    static size_t onHeader(char* bytes, size_t size, size_t count, void* transfer);
+    static size_t onContent(char* bytes, size_t size, size_t count, void* transfer);
+
+    using Clock = std::chrono::steady_clock;
+
+    QUrl address_;
+    const DownloadLimits limits_;
+    const std::function<bool(QByteArrayView)> store_;
+    std::atomic<bool> left_ = false;
+    std::atomic<qint64> received_ = 0;
+    Clock::time_point begun_ = Clock::now();
+    Clock::time_point lastProgress_ = begun_;
+    qint64 headerBytes_ = 0;
+    bool headersComplete_ = false;
+    bool success_ = false;  // status of 2xx, so that content is to be stored
+};

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QDialog>
+#include <QTimer>
+
+#include "platform/download.h"
+
+class QLabel;
+
+/// Watches a download that takes a while: names the host, shows what has come, and offers to leave. It closes
+/// by itself when the download ends.
+class DownloadWindow final : public QDialog {
+    Q_OBJECT
+
+ public:
+    /// @param owner the window that asked for the download; may be null.
+    DownloadWindow(const Download& download, QWidget* owner);
+
+ private:
+    void showReceived();
+
+    const Download& download_;
+    QLabel* received_;
+    QTimer tick_;
+};
