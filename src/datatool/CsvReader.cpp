@@ -18,7 +18,7 @@ void CsvReader::refuse(const QString& what) const {
 }
 
 QString CsvReader::quotedField() {
-    QString field;
+    QString field = u""_s;
     const qint64 firstLine = line_;
     for (++at_; at_ < text_.size(); ++at_) {
         if (text_[at_] == u'\n') ++line_;

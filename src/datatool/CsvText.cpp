@@ -4,6 +4,9 @@
 #include <QFile>
 #include <QStringDecoder>
 #include <algorithm>
+#include <array>
+#include <tuple>
+#include <utility>
 
 #include "platform/codepage.h"
 #include "platform/errors.h"
@@ -13,6 +16,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QByteArrayView byteOrderMark = "\xEF\xBB\xBF";
+constexpr QByteArrayView unassigned = "\x81\x83\x88\x90\x98";  // in Windows-1250
 constexpr auto nullField = u"\\N";
 
 /// The length of the valid UTF-8 character at the beginning of `bytes`; 0 if there is none.
@@ -27,36 +31,91 @@ qsizetype characterLength(QByteArrayView bytes) {
     return bytes.first(length).isValidUtf8() ? length : 0;
 }
 
+/// True for a European letter or a typographic mark. As Windows-1250, these begin with letters that hardly
+/// ever stand before the bytes that follow (Ă, Ĺ, â€), unlike sequences that are valid by accident (ÍŠ, ĚŽ).
+bool isTypical(QByteArrayView character) {
+    const auto lead = static_cast<unsigned char>(character.front());
+    return (lead >= 0xC2 && lead <= 0xC5) || character.startsWith("\xE2\x80");
+}
+
 struct Utf8Look {
     qsizetype characters = 0;  // valid ones of two or more bytes
     qsizetype faults = 0;      // bytes outside valid characters
     qsizetype firstFault = 0;
+    qsizetype firstTypical = -1;
 
     explicit Utf8Look(QByteArrayView bytes) {
         for (qsizetype at = 0; at < bytes.size();) {
             const qsizetype length = characterLength(bytes.sliced(at));
             if (length == 0 && faults++ == 0) firstFault = at;
             if (length > 1) ++characters;
+            if (length > 1 && firstTypical < 0 && isTypical(bytes.sliced(at))) firstTypical = at;
             at += std::max(length, qsizetype{1});
         }
     }
 
-    /// In Windows-1250 such sequences occur only by accident (ÍŠ, ĚŽ).
     bool isMeant() const { return characters > faults; }
 };
 
+[[noreturn]] void refuse(qsizetype line, const QString& what) {
+    throw RuntimeError(errors::invalidCall, u"Řádek %1: %2"_s.arg(line).arg(what));
+}
+
+QString decodeWindows1250(const QByteArray& bytes, qsizetype firstUtf8) {
+    const auto lineAt = [&bytes](qsizetype at) { return bytes.first(at).count('\n') + 1; };
+    if (firstUtf8 >= 0)
+        refuse(lineAt(firstUtf8), u"znak je v kódování UTF-8, zbytek souboru ve Windows-1250."_s);
+    const auto strange =
+        std::find_if(bytes.begin(), bytes.end(), [](char byte) { return unassigned.contains(byte); });
+    if (strange != bytes.end()) {
+        refuse(lineAt(strange - bytes.begin()),
+               u"bajt %1 není znakem kódování Windows-1250 a soubor není ani v UTF-8."_s.arg(
+                   QString::number(static_cast<unsigned char>(*strange), 16).toUpper()));
+    }
+    return codepage::fromWindows1250(bytes);
+}
+
+QString decodeUtf8(const QByteArray& bytes) {
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    return decoder(bytes);
+}
+
+QString decodeUtf16(const QByteArray& bytes) {
+    const auto encoding = bytes.startsWith("\xFF\xFE") ? QStringDecoder::Utf16LE : QStringDecoder::Utf16BE;
+    QStringDecoder decoder(encoding);
+    QString text = decoder(bytes);
+    const bool isCutOff = bytes.size() % 2 != 0;
+    if (isCutOff || !text.isValidUtf16())
+        refuse(text.count(u'\n') + 1,
+               u"soubor v kódování UTF-16 je poškozený na tomto řádku nebo před ním."_s);
+    return text;
+}
+
+/// @return the text and the name of its encoding.
+std::pair<QString, QString> decode(const QByteArray& bytes) {
+    if (bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF"))
+        return {decodeUtf16(bytes), u"UTF-16"_s};
+    if (bytes.isValidUtf8()) return {decodeUtf8(bytes), u"UTF-8"_s};
+    const Utf8Look look(bytes);
+    if (bytes.startsWith(byteOrderMark) || look.isMeant()) {
+        refuse(bytes.first(look.firstFault).count('\n') + 1,
+               u"znak není správně v kódování UTF-8, v němž je zbytek souboru."_s);
+    }
+    return {decodeWindows1250(bytes, look.firstTypical), u"Windows-1250"_s};
+}
+
 QChar separatorOf(QStringView text) {
-    qsizetype commas = 0;
-    qsizetype semicolons = 0;
+    std::array<qsizetype, 3> counts{};
+    constexpr QStringView separators = u",;\t";
     bool quoted = false;
     for (const QChar character : text) {
         if (character == u'"') quoted = !quoted;
         if (quoted) continue;
-        if (character == u'\n' && commas + semicolons > 0) break;
-        commas += character == u',' ? 1 : 0;
-        semicolons += character == u';' ? 1 : 0;
+        if (character == u'\n' && std::any_of(counts.begin(), counts.end(), [](auto n) { return n > 0; }))
+            break;
+        if (const auto at = separators.indexOf(character); at >= 0) ++counts.at(static_cast<std::size_t>(at));
     }
-    return semicolons > commas ? u';' : u',';
+    return separators[std::max_element(counts.begin(), counts.end()) - counts.begin()];
 }
 
 /// True for `\N` behind at least `more` further backslashes and nothing else.
@@ -74,19 +133,16 @@ CsvText CsvText::read(const QString& path) {
                            u"Soubor nelze číst: %1"_s.arg(QDir::toNativeSeparators(path)));
     }
     const QByteArray bytes = file.readAll();
+    if (file.error() != QFile::NoError) {
+        throw RuntimeError(errors::pathAccess,
+                           u"Soubor nelze číst: %1"_s.arg(QDir::toNativeSeparators(path)));
+    }
     CsvText result;
-    if (bytes.isValidUtf8()) {
-        QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-        result.text = decoder(bytes);
-        result.encoding = u"UTF-8"_s;
-    } else if (const Utf8Look look(bytes); bytes.startsWith(byteOrderMark) || look.isMeant()) {
-        const auto line = bytes.first(look.firstFault).count('\n') + 1;
-        throw RuntimeError(
-            errors::invalidCall,
-            u"Řádek %1: znak není správně v kódování UTF-8, v němž je zbytek souboru."_s.arg(line));
-    } else {
-        result.text = codepage::fromWindows1250(bytes);
-        result.encoding = u"Windows-1250"_s;
+    std::tie(result.text, result.encoding) = decode(bytes);
+    if (const qsizetype nul = result.text.indexOf(QChar::Null); nul >= 0) {
+        refuse(
+            result.text.first(nul).count(u'\n') + 1,
+            u"je tu nulový znak, soubor tedy není text v některém z kódování UTF-8, UTF-16 a Windows-1250."_s);
     }
     result.separator = separatorOf(result.text);
     return result;

@@ -6,11 +6,12 @@
 /// The decoded text of a CSV file.
 struct CsvText {
     QString text;
-    QString encoding;  // named for the user: "UTF-8" or "Windows-1250"
-    QChar separator;   // comma or semicolon, whichever the first line has more of
+    QString encoding;  // named for the user: "UTF-8", "UTF-16" or "Windows-1250"
+    QChar separator;   // comma, semicolon or tab, whichever the first line has most of
 
-    /// Reads a file in UTF-8, with or without a byte order mark, or in Windows-1250.
-    /// @throws RuntimeError when it cannot be read and for invalid UTF-8, with the line in its description.
+    /// Reads a file in UTF-8, with or without a byte order mark, in UTF-16 with one or in Windows-1250.
+    /// @throws RuntimeError when it cannot be read and, with the line in its description, for a mixture of
+    ///         encodings, for bytes that its encoding does not have and for NUL.
     static CsvText read(const QString& path);
 };
 

@@ -12,6 +12,7 @@ class Departments final {
     explicit Departments(const sqlite::Database& database);
 
     /// The key of the department with that name, ignoring case; it is created if missing.
+    /// @param name a null string stands for Null.
     /// @param wish the preferred key if several departments have the name, and the key of a new one if it is
     ///         free.
     qint64 keyOf(const QString& name, std::optional<qint64> wish);

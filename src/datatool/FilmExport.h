@@ -7,7 +7,7 @@
 namespace filmExport {
 
 /// Writes all films of the catalogue in `folder` to the new file `csv` in UTF-8: all columns of `tDVD` and,
-/// as `Oddeleni`, the name of the department; separated by commas, lines ended by CR LF, texts quoted, Null
+/// as `Oddeleni`, the name of the department, blank if a film has the key of none that exists; separated by commas, lines ended by CR LF, texts quoted, Null
 /// as `\N`.
 /// @param progress called from time to time with the number of films written so far.
 /// @return the number of films.

@@ -143,9 +143,9 @@ class FilmWriter final {
  private:
     void bindColumn(int parameter, const FilmColumn& column, const Record& record) {
         const qint64 line = record.reader.line();
-        if (column.name == u"Oddel_ID"_s && !record.isBlank(layout_.department, true) &&
-            !csvField::isNull(record.fields[layout_.department])) {
-            return insert_.bind(parameter, departmentOf(column, record));
+        if (column.name == u"Oddel_ID"_s) {
+            if (const auto department = departmentOf(column, record))
+                return insert_.bind(parameter, *department);
         }
         if (record.isBlank(column.field, column.number)) return bindDefault(insert_, parameter, column.name);
         const QString& field = record.fields[column.field];
@@ -154,11 +154,17 @@ class FilmWriter final {
         insert_.bind(parameter, qint64{wholeNumber(column, field, line)});
     }
 
-    qint64 departmentOf(const FilmColumn& column, const Record& record) {
+    /// The key of the department that is named; nothing if none is. One without a name is meant only where
+    /// its key stands beside it.
+    std::optional<qint64> departmentOf(const FilmColumn& column, const Record& record) {
+        if (record.isBlank(layout_.department, false)) return std::nullopt;
+        const QString& field = record.fields[layout_.department];
         std::optional<qint64> wish;
         if (!record.isBlank(column.field, true) && !csvField::isNull(record.fields[column.field]))
             wish = wholeNumber(column, record.fields[column.field], record.reader.line());
-        return departments_.keyOf(csvField::textOf(record.fields[layout_.department]), wish);
+        if (csvField::isNull(field)) return wish ? std::optional(departments_.keyOf({}, wish)) : std::nullopt;
+        if (!wish && text::trim(field).isEmpty()) return std::nullopt;
+        return departments_.keyOf(csvField::textOf(field), wish);
     }
 
     static QByteArray insertSql(const std::vector<FilmColumn>& columns) {
@@ -201,7 +207,9 @@ qint64 countFilms(const sqlite::Database& database) {
 }  // namespace
 
 QString filmLoader::Report::text() const {
-    const QString separatorName = separator == u';' ? u"středník"_s : u"čárka"_s;
+    const QString separatorName = separator == u';'   ? u"středník"_s
+                                  : separator == u',' ? u"čárka"_s
+                                                      : u"tabulátor"_s;
     QString text =
         u"Přidání filmů ze souboru\n\nZe souboru: %1 (kódování %2, oddělovač %3)\nDo složky: %4\n\n"
         "Filmů v souboru: %5\nPřidáno filmů: %6\nOdmítnuto: 0\n"_s.arg(

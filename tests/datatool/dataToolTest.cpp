@@ -77,7 +77,12 @@ TEST_F(DataFiles, FilmsAreLoadedWithTheUsualContentWhereTheFileSaysNothing) {
          u"'1'''1'''' ''''1NULLNULL NULL'\\N'NULL' ''x'"_s},
         {"CZJm,Oddel_ID,oddeleni\nA,,dětské FILMY\nB,2,Sklep\nC,70,Sklep\nD,70,Půda\nE,77,\nF,\\N,\\N\n",
          u"UTF-8,"_s, "CZJm||IFNULL(Oddel_ID,'-')||IFNULL(OdJm,'-')",
-         u"A2Dětské filmy B6Sklep C6Sklep D70Půda E77- F--"_s}};
+         u"A2Dětské filmy B6Sklep C6Sklep D70Půda E77- F--"_s},
+        {"CZJm,Oddel_ID,Oddeleni\nA,2,\\N\nB,3,\"\"\nC,\\N,\"\"\nD,3,\"\"\n", u"UTF-8,"_s,
+         "CZJm||IFNULL(Oddel_ID,'-')||quote(OdJm)", u"A71NULL B72'' C-NULL D72''"_s},
+        {"\xFF\xFE" + utf16(u"CZJm\tRok\nPelíšky\t1999"), u"UTF-16\t"_s, "CZJm||Rok", u"Pelíšky1999"_s},
+        {QByteArray("\xFE\xFF\0C\0Z\0J\0m\0\n\1\x7D", 14), u"UTF-16,"_s, "CZJm", u"Ž"_s},
+        {"CZJm\nK\xD8\xCD\x8E\nP\xF8\xED\x9AT\xCC\x8E\n", u"Windows-1250,"_s, "CZJm", u"KŘÍŽ PříšTĚŽ"_s}};
     for (const auto& [csv, written, columns, films] : cases) {
         SCOPED_TRACE(csv.toStdString());
         const filmLoader::Report report = load(csv);
@@ -106,7 +111,12 @@ TEST_F(DataFiles, FileWithAnyFaultAddsNoFilm) {
         {"CZJm\nKolja\n\"Lahve\n", u"Řádek 3"_s},
         {"CZJm,DiskPocet\nA,x\nB,1\nC,y\n", u"\nŘádek 4: sloupec DiskPocet"_s},
         {"CZJm\nPel\xC3\xAD\xC5\xA1ky\nPel\xED", u"Řádek 3: znak"_s},
-        {"\xEF\xBB\xBF\x43ZJm\nPel\xED\x9A\x6By\n", u"Řádek 2: znak"_s}};
+        {"\xEF\xBB\xBF\x43ZJm\nPel\xED\x9A\x6By\n", u"Řádek 2: znak"_s},
+        {"CZJm\nKolja\nPel\xC3\xAD\xC5\xA1ky\nP\xF8\xED\x9A\x65ra\n", u"Řádek 3: znak je v kódování UTF-8"_s},
+        {"CZJm\nPel\xED\x9Aky\nA\x98\n", u"Řádek 3: bajt 98"_s},
+        {QByteArray("CZJm\nA\0\n", 8), u"Řádek 2: je tu nulový znak"_s},
+        {"\xFF\xFE" + utf16(u"CZJm\nA") + '\n', u"Řádek 2: soubor v kódování UTF-16"_s},
+        {"\xFF\xFE" + utf16(u"CZJm\nA") + "\x01\xD8\x41", u"Řádek 2: soubor v kódování UTF-16"_s}};
     for (const auto& [csv, told] : cases) {
         const QString description = descriptionOf([&, &csv = csv] { load(csv); });
         EXPECT_TRUE(description.contains(told)) << csv.toStdString() << description.toStdString();

@@ -150,7 +150,10 @@ TEST_F(Import, RowThatCannotBeImportedIsNamedAndTheRestComesOver) {
 
 TEST_F(Import, ExportedFilmsAreLoadedBack) {
     ASSERT_EQ(runImport().exitCode, 0);
-    sql(newFile(u"tDVD"_s), "UPDATE tOddeleni SET OdJm='Stejné' WHERE ODID<3");
+    sql(newFile(u"tDVD"_s),
+        "UPDATE tDVD SET PuvJm=char(65279,65279)||'x' WHERE DVDID=1;"
+        "UPDATE tDVD SET Oddel_ID=77 WHERE DVDID=2; UPDATE tOddeleni SET OdJm='Stejné' WHERE ODID IN (1,4);"
+        "UPDATE tOddeleni SET OdJm=NULL WHERE ODID=2; UPDATE tOddeleni SET OdJm='' WHERE ODID=3");
     const QJsonArray films = rows(u"tDVD"_s);
     const QStringList exported{u"export"_s, at(u"new"_s), at(u"films.csv"_s)};
     EXPECT_EQ(run(exported).exitCode, 0);
@@ -161,7 +164,8 @@ TEST_F(Import, ExportedFilmsAreLoadedBack) {
     // A fresh catalogue has other departments: the names count there.
     EXPECT_EQ(run({u"load"_s, at(u"data"_s), at(u"films.csv"_s)}).exitCode, 0);
     const char* departments =
-        "SELECT group_concat(DVDID||IFNULL(OdJm,Oddel_ID)) FROM (SELECT * FROM tDVD LEFT JOIN tOddeleni ON "
+        "SELECT group_concat(DVDID||iif(ODID,quote(OdJm),Oddel_ID)) FROM (SELECT * FROM tDVD LEFT JOIN "
+        "tOddeleni ON "
         "ODID=Oddel_ID ORDER BY DVDID)";
     EXPECT_EQ(text(departments), text(newFile(u"tDVD"_s), departments));
 }
