@@ -1,6 +1,6 @@
 #include "datatool/CsvReader.h"
 
-#include "platform/errors.h"
+#include "datatool/BadLine.h"
 
 using namespace Qt::StringLiterals;
 
@@ -14,7 +14,7 @@ void CsvReader::skipLineEnd() {
 }
 
 void CsvReader::refuse(const QString& what) const {
-    throw RuntimeError(errors::invalidCall, u"Řádek %1: %2"_s.arg(line_).arg(what));
+    throw BadLine(line_, what);
 }
 
 QString CsvReader::quotedField() {

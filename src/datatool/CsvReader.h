@@ -20,6 +20,9 @@ class CsvReader final {
     /// True if that field (from 0) of the record read last was quoted.
     bool isQuoted(qsizetype field) const { return quoted_[field]; }
 
+    /// How much of the text has been read, in characters.
+    qsizetype position() const noexcept { return at_; }
+
     /// The line (from 1) on which the record read last begins.
     qint64 line() const noexcept { return recordLine_; }
 

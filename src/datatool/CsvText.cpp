@@ -8,6 +8,7 @@
 #include <tuple>
 #include <utility>
 
+#include "datatool/BadLine.h"
 #include "platform/codepage.h"
 #include "platform/errors.h"
 
@@ -57,20 +58,16 @@ struct Utf8Look {
     bool isMeant() const { return characters > faults; }
 };
 
-[[noreturn]] void refuse(qsizetype line, const QString& what) {
-    throw RuntimeError(errors::invalidCall, u"Řádek %1: %2"_s.arg(line).arg(what));
-}
-
 QString decodeWindows1250(const QByteArray& bytes, qsizetype firstUtf8) {
     const auto lineAt = [&bytes](qsizetype at) { return bytes.first(at).count('\n') + 1; };
     if (firstUtf8 >= 0)
-        refuse(lineAt(firstUtf8), u"znak je v kódování UTF-8, zbytek souboru ve Windows-1250."_s);
+        throw BadLine(lineAt(firstUtf8), u"znak je v kódování UTF-8, zbytek souboru ve Windows-1250."_s);
     const auto strange =
         std::find_if(bytes.begin(), bytes.end(), [](char byte) { return unassigned.contains(byte); });
     if (strange != bytes.end()) {
-        refuse(lineAt(strange - bytes.begin()),
-               u"bajt %1 není znakem kódování Windows-1250 a soubor není ani v UTF-8."_s.arg(
-                   QString::number(static_cast<unsigned char>(*strange), 16).toUpper()));
+        throw BadLine(lineAt(strange - bytes.begin()),
+                      u"bajt %1 není znakem kódování Windows-1250 a soubor není ani v UTF-8."_s.arg(
+                          QString::number(static_cast<unsigned char>(*strange), 16).toUpper()));
     }
     return codepage::fromWindows1250(bytes);
 }
@@ -86,8 +83,8 @@ QString decodeUtf16(const QByteArray& bytes) {
     QString text = decoder(bytes);
     const bool isCutOff = bytes.size() % 2 != 0;
     if (isCutOff || !text.isValidUtf16())
-        refuse(text.count(u'\n') + 1,
-               u"soubor v kódování UTF-16 je poškozený na tomto řádku nebo před ním."_s);
+        throw BadLine(text.count(u'\n') + 1,
+                      u"soubor v kódování UTF-16 je poškozený na tomto řádku nebo před ním."_s);
     return text;
 }
 
@@ -98,8 +95,8 @@ std::pair<QString, QString> decode(const QByteArray& bytes) {
     if (bytes.isValidUtf8()) return {decodeUtf8(bytes), u"UTF-8"_s};
     const Utf8Look look(bytes);
     if (bytes.startsWith(byteOrderMark) || look.isMeant()) {
-        refuse(bytes.first(look.firstFault).count('\n') + 1,
-               u"znak není správně v kódování UTF-8, v němž je zbytek souboru."_s);
+        throw BadLine(bytes.first(look.firstFault).count('\n') + 1,
+                      u"znak není správně v kódování UTF-8, v němž je zbytek souboru."_s);
     }
     return {decodeWindows1250(bytes, look.firstTypical), u"Windows-1250"_s};
 }
@@ -140,7 +137,7 @@ CsvText CsvText::read(const QString& path) {
     CsvText result;
     std::tie(result.text, result.encoding) = decode(bytes);
     if (const qsizetype nul = result.text.indexOf(QChar::Null); nul >= 0) {
-        refuse(
+        throw BadLine(
             result.text.first(nul).count(u'\n') + 1,
             u"je tu nulový znak, soubor tedy není text v některém z kódování UTF-8, UTF-16 a Windows-1250."_s);
     }

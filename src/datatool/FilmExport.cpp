@@ -1,20 +1,24 @@
 #include "datatool/FilmExport.h"
 
-#include <QFile>
+#include <QDir>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <QStringDecoder>
+#include <QTemporaryDir>
 
 #include "datatool/CsvText.h"
 #include "datatool/DataFiles.h"
 #include "datatool/Interruption.h"
+#include "datatool/PictureFiles.h"
 #include "datatool/outputFile.h"
+#include "datatool/tableHeadings.h"
 #include "platform/files.h"
 
 using namespace Qt::StringLiterals;
 
-namespace {
+using blob::Group;
 
-constexpr qint64 filmsPerReport = 500;
+namespace {
 
 /// Unlike QString::fromUtf8, keeps a byte order mark with which a text begins.
 QString textOf(const sqlite::Statement& films, int column) {
@@ -31,38 +35,100 @@ QString fieldOf(const sqlite::Statement& films, int column) {
     return isNumber ? QString::number(films.number(column)) : csvField::ofText(textOf(films, column));
 }
 
-QByteArray header(const sqlite::Statement& films, int columns) {
-    QByteArray line;
-    for (int column = 0; column < columns; ++column)
-        line += QByteArray(column == 0 ? "" : ",") + sqlite3_column_name(films.handle(), column);
-    return line + "\r\n";
-}
+/// The films with their departments; the last column tells that a film has the key of none that exists.
+constexpr auto allFilms =
+    "SELECT tDVD.*, OdJm AS Oddeleni, Oddel_ID IS NOT NULL AND ODID IS NULL "
+    "FROM tDVD LEFT JOIN tOddeleni ON ODID=Oddel_ID ORDER BY DVDID";
+
+class Writer final {
+ public:
+    /// @param pictures null to export none.
+    Writer(const sqlite::Database& database, PictureFiles* pictures)
+        : database_(database),
+          pictures_(pictures),
+          films_(database, allFilms),
+          columns_(sqlite3_column_count(films_.handle()) - 1) {}
+
+    filmExport::Report write(const QString& csv, const Progress& progress) {
+        QSaveFile file(csv);
+        if (!file.open(QFile::WriteOnly)) outputFile::failWriting(csv);
+        file.write(line(header()));
+        const qint64 all = database_.number("SELECT COUNT(*) FROM tDVD");
+        filmExport::Report report;
+        while (films_.step()) {
+            interruption::check();
+            file.write(line(fields()));
+            progress(u"Zápis filmů"_s, ++report.films, all);
+        }
+        if (!files::commit(file)) outputFile::fail(u"Soubor nelze zapsat, je možná plný disk"_s, csv);
+        if (pictures_ == nullptr) return report;
+        report.pictures = pictures_->written();
+        report.missing = pictures_->missing();
+        return report;
+    }
+
+ private:
+    static QByteArray line(const QStringList& fields) { return (fields.join(u',') + u"\r\n"_s).toUtf8(); }
+
+    QStringList header() const {
+        QStringList names;
+        for (int column = 0; column < columns_; ++column)
+            names += QString::fromUtf8(sqlite3_column_name(films_.handle(), column));
+        if (pictures_ != nullptr)
+            names << tableHeadings::cover.toString() << tableHeadings::preview.toString();
+        return names;
+    }
+
+    QStringList fields() const {
+        QStringList fields;
+        for (int column = 0; column < columns_; ++column)
+            fields += fieldOf(films_, column);
+        // A key without its department must not look like a department without a name.
+        if (films_.number(columns_) != 0) fields.back().clear();
+        if (pictures_ != nullptr)
+            fields << picture("Obal_ID", Group::cover) << picture("Nahled_ID", Group::preview);
+        return fields;
+    }
+
+    /// The field that names the file of a picture, which is written; blank without a picture.
+    QString picture(const char* key, Group group) const {
+        const QString name = pictures_->write(number("DVDID"), number(key), group);
+        return name.isEmpty() ? name : csvField::ofText(name);
+    }
+
+    qint64 number(const char* name) const {
+        for (int column = 0; column < columns_; ++column) {
+            if (qstrcmp(sqlite3_column_name(films_.handle(), column), name) == 0)
+                return films_.number(column);
+        }
+        throw RuntimeError(errors::itemNotFound);
+    }
+
+    const sqlite::Database& database_;
+    PictureFiles* pictures_;
+    sqlite::Statement films_;
+    int columns_;
+};
 
 }  // namespace
 
-qint64 filmExport::write(const QString& folder, const QString& csv,
-                         const std::function<void(qint64)>& progress) {
+filmExport::Report filmExport::write(const QString& folder, const QString& csv, const Progress& progress) {
     const sqlite::Database database = dataFiles::openCatalogue(folder);
     outputFile::refuseExisting(csv);
-    QSaveFile file(csv);
-    if (!file.open(QFile::WriteOnly)) outputFile::failWriting(csv);
+    return Writer(database, nullptr).write(csv, progress);
+}
 
-    const sqlite::Statement rows(database,
-                                 "SELECT tDVD.*, OdJm AS Oddeleni, Oddel_ID IS NOT NULL AND ODID IS NULL "
-                                 "FROM tDVD LEFT JOIN tOddeleni ON ODID=Oddel_ID ORDER BY DVDID");
-    const int columns = sqlite3_column_count(rows.handle()) - 1;
-    file.write(header(rows, columns));
-    qint64 films = 0;
-    while (rows.step()) {
-        interruption::check();
-        QStringList fields;
-        for (int column = 0; column < columns; ++column)
-            fields += fieldOf(rows, column);
-        // A key without its department must not look like a department without a name.
-        if (rows.number(columns) != 0) fields.back().clear();
-        file.write((fields.join(u',') + u"\r\n"_s).toUtf8());
-        if (++films % filmsPerReport == 0) progress(films);
-    }
-    if (!files::commit(file)) outputFile::fail(u"Soubor nelze zapsat, je možná plný disk"_s, csv);
-    return films;
+filmExport::Report filmExport::writeWithPictures(const QString& folder, const QString& target,
+                                                 const Progress& progress) {
+    const sqlite::Database database = dataFiles::openCatalogue(folder);
+    const QString path = QDir::cleanPath(QFileInfo(target).absoluteFilePath());
+    outputFile::refuseExisting(path);
+    QTemporaryDir made(path + u".XXXXXX"_s);
+    if (!made.isValid()) outputFile::fail(u"Složku nelze vytvořit"_s, path);
+    PictureFiles pictures(folder, made.path());
+    Report report = Writer(database, &pictures).write(made.filePath(u"films.csv"_s), progress);
+    if (!QDir().rename(made.path(), path)) outputFile::fail(u"Složku nelze vytvořit"_s, path);
+    made.setAutoRemove(false);
+    files::syncFolder(QFileInfo(path).path());
+    return report;
 }

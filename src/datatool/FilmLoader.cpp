@@ -3,182 +3,25 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QSaveFile>
-#include <algorithm>
 #include <optional>
-#include <vector>
 
-#include "datatool/CsvReader.h"
+#include "datatool/BadLine.h"
 #include "datatool/CsvText.h"
 #include "datatool/DataFiles.h"
-#include "datatool/Departments.h"
+#include "datatool/FilmWriter.h"
+#include "datatool/Genres.h"
 #include "datatool/Interruption.h"
-#include "datatool/TableColumns.h"
+#include "datatool/KnownFilms.h"
+#include "datatool/TablePictures.h"
 #include "datatool/outputFile.h"
-#include "platform/errors.h"
 #include "platform/files.h"
-#include "platform/sqlite.h"
 #include "platform/text.h"
 
 using namespace Qt::StringLiterals;
 
-using dataFiles::highestKey;
+using blob::Group;
 
 namespace {
-
-constexpr qint64 filmsPerReport = 500;
-
-struct FilmColumn {
-    QString name;
-    bool number = false;
-    int field = -1;  // in the file; -1 if missing
-};
-
-/// Where the columns are in the file.
-struct Layout {
-    std::vector<FilmColumn> columns;
-    int department = -1;  // field with the name of the department; -1 if missing
-};
-
-/// A record of the file.
-struct Record {
-    const QStringList& fields;
-    const CsvReader& reader;
-
-    /// True if the file says nothing here, so that the default applies.
-    bool isBlank(int field, bool number) const {
-        if (field < 0) return true;
-        return (number || !reader.isQuoted(field)) && text::trim(fields[field]).isEmpty();
-    }
-};
-
-/// A faulty line; those after it can be checked all the same.
-class BadLine final : public RuntimeError {
-    using RuntimeError::RuntimeError;
-};
-
-[[noreturn]] void refuse(qint64 line, const QString& what) {
-    throw BadLine(errors::invalidCall, u"Řádek %1: %2"_s.arg(line).arg(what));
-}
-
-std::vector<FilmColumn> filmColumns(const sqlite::Database& database) {
-    std::vector<FilmColumn> columns;
-    for (const TableColumn& column : columnsOf(database, u"tDVD"_s))
-        columns.push_back({column.name, column.kind == ado::ColumnKind::number});
-    return columns;
-}
-
-bool isDepartment(const QString& name) {
-    return name.compare(u"Oddeleni"_s, Qt::CaseInsensitive) == 0 ||
-           name.compare(u"Oddělení"_s, Qt::CaseInsensitive) == 0;
-}
-
-void placeFields(Layout& layout, const QStringList& header, qint64 line) {
-    auto& columns = layout.columns;
-    for (int field = 0; field < header.size(); ++field) {
-        const QString name = text::trim(header[field]);
-        if (isDepartment(name)) {
-            if (layout.department >= 0) refuse(line, u"sloupec \"%1\" je uveden dvakrát."_s.arg(name));
-            layout.department = field;
-            continue;
-        }
-        const auto column =
-            std::find_if(columns.begin(), columns.end(), [&name](const FilmColumn& candidate) {
-                return candidate.name.compare(name, Qt::CaseInsensitive) == 0;
-            });
-        if (column == columns.end()) refuse(line, u"neznámý sloupec \"%1\"."_s.arg(name));
-        if (column->field >= 0) refuse(line, u"sloupec \"%1\" je uveden dvakrát."_s.arg(name));
-        column->field = field;
-    }
-}
-
-/// The default for a field that the file leaves out.
-void bindDefault(const sqlite::Statement& insert, int parameter, const QString& column) {
-    if (column == u"DVDID"_s || column == u"Oddel_ID"_s) return insert.bindNull(parameter);
-    if (column == u"DiskPocet"_s) return insert.bind(parameter, qint64{1});
-    if (column == u"Jazyk"_s) return insert.bind(parameter, qint64{2});
-    if (column == u"Obal_ID"_s || column == u"Nahled_ID"_s) return insert.bind(parameter, qint64{0});
-    insert.bind(parameter, QString(u""_s));
-}
-
-int wholeNumber(const FilmColumn& column, const QString& field, qint64 line) {
-    bool ok = false;
-    const int number = text::trim(field).toInt(&ok);
-    if (!ok) refuse(line, u"sloupec %1 má být celé číslo a je \"%2\"."_s.arg(column.name, field));
-    if (column.name == u"DVDID"_s && (number < 1 || number > highestKey)) {
-        refuse(line, u"DVDID má být od 1 do %1 a je %2."_s.arg(highestKey).arg(number));
-    }
-    return number;
-}
-
-class FilmWriter final {
- public:
-    FilmWriter(const sqlite::Database& database, Layout layout)
-        : layout_(std::move(layout)),
-          insert_(database, insertSql(layout_.columns)),
-          number_(database, "UPDATE tDVD SET KatCisl=DVDID WHERE DVDID=last_insert_rowid()"),
-          departments_(database) {}
-
-    void write(const Record& record) {
-        const qint64 line = record.reader.line();
-        bool isNumbered = true;
-        int parameter = 0;
-        for (const FilmColumn& column : layout_.columns) {
-            bindColumn(++parameter, column, record);
-            if (column.name == u"KatCisl"_s) isNumbered = !record.isBlank(column.field, false);
-        }
-        try {
-            insert_.step();
-        } catch (const RuntimeError& failure) {
-            if (failure.number() != errors::databaseConstraint) throw;
-            refuse(line, failure.description());
-        }
-        insert_.reset();
-        if (isNumbered) return;
-        number_.step();
-        number_.reset();
-    }
-
-    const QStringList& madeDepartments() const noexcept { return departments_.made(); }
-
- private:
-    void bindColumn(int parameter, const FilmColumn& column, const Record& record) {
-        const qint64 line = record.reader.line();
-        if (column.name == u"Oddel_ID"_s) {
-            if (const auto department = departmentOf(column, record))
-                return insert_.bind(parameter, *department);
-        }
-        if (record.isBlank(column.field, column.number)) return bindDefault(insert_, parameter, column.name);
-        const QString& field = record.fields[column.field];
-        if (csvField::isNull(field)) return insert_.bindNull(parameter);
-        if (!column.number) return insert_.bind(parameter, csvField::textOf(field));
-        insert_.bind(parameter, qint64{wholeNumber(column, field, line)});
-    }
-
-    /// The key of the department that is named; nothing if none is. One without a name is meant only where
-    /// its key stands beside it.
-    std::optional<qint64> departmentOf(const FilmColumn& column, const Record& record) {
-        if (record.isBlank(layout_.department, false)) return std::nullopt;
-        const QString& field = record.fields[layout_.department];
-        std::optional<qint64> wish;
-        if (!record.isBlank(column.field, true) && !csvField::isNull(record.fields[column.field]))
-            wish = wholeNumber(column, record.fields[column.field], record.reader.line());
-        if (csvField::isNull(field)) return wish ? std::optional(departments_.keyOf({}, wish)) : std::nullopt;
-        if (!wish && text::trim(field).isEmpty()) return std::nullopt;
-        return departments_.keyOf(csvField::textOf(field), wish);
-    }
-
-    static QByteArray insertSql(const std::vector<FilmColumn>& columns) {
-        QByteArrayList names;
-        for (const FilmColumn& column : columns)
-            names += column.name.toUtf8();
-        return ado::insertSql("tDVD", names);
-    }
-
-    Layout layout_;
-    sqlite::Statement insert_;
-    sqlite::Statement number_;
-    Departments departments_;
-};
 
 /// Collects the bad lines of a file, so that all can be fixed at once.
 class BadLines final {
@@ -200,67 +43,127 @@ class BadLines final {
     qint64 count_ = 0;
 };
 
+/// Loads the films of a table one by one.
+class TableLoad final {
+ public:
+    /// @param pictures null when the table names none.
+    TableLoad(const sqlite::Database& database, const TableLayout& layout, TablePictures* pictures,
+              const filmLoader::Options& options, LoadReport& report)
+        : database_(database),
+          layout_(layout),
+          pictures_(pictures),
+          options_(options),
+          report_(report),
+          known_(database),
+          genres_(database),
+          writer_(database, layout) {}
+
+    void add(const TableRecord& record) {
+        const QString title = writer_.text(u"CZJm", record);
+        const QString year = writer_.text(u"Rok", record);
+        if (const auto reason = known_.find(title, year, writer_.text(u"KatCisl", record))) {
+            report_.known += u"řádek %1, %2 (%3): %4"_s.arg(record.reader.line()).arg(title, year, *reason);
+            if (options_.skipKnown) {
+                ++report_.skipped;
+                return;
+            }
+        }
+        const qint64 film = writer_.write(record);
+        genres_.use(writer_.text(u"Zanr", record));
+        storePicture(film, record, layout_.cover, Group::cover, "UPDATE tDVD SET Obal_ID=? WHERE DVDID=?");
+        storePicture(film, record, layout_.preview, Group::preview,
+                     "UPDATE tDVD SET Nahled_ID=? WHERE DVDID=?");
+    }
+
+    /// Call after the last film.
+    void finish() {
+        report_.departments = writer_.madeDepartments();
+        report_.genres = genres_.missing();
+        if (options_.addGenres) genres_.addMissing();
+        if (pictures_ != nullptr) report_.pictures = pictures_->stored();
+    }
+
+ private:
+    void storePicture(qint64 film, const TableRecord& record, int field, Group group, const char* setKey) {
+        if (record.isBlank(field, true) || record.isNull(field)) return;
+        const qint64 key =
+            pictures_->store(film, csvField::textOf(record.fields[field]), group, record.reader.line());
+        const sqlite::Statement update(database_, setKey);
+        update.bind(1, key);
+        update.bind(2, film);
+        update.step();
+    }
+
+    const sqlite::Database& database_;
+    const TableLayout& layout_;
+    TablePictures* pictures_;
+    const filmLoader::Options& options_;
+    LoadReport& report_;
+    KnownFilms known_;
+    Genres genres_;
+    FilmWriter writer_;
+};
+
 qint64 countFilms(const sqlite::Database& database) {
     return database.number("SELECT COUNT(*) FROM tDVD");
 }
 
-}  // namespace
-
-QString filmLoader::Report::text() const {
-    const QString separatorName = separator == u';'   ? u"středník"_s
-                                  : separator == u',' ? u"čárka"_s
-                                                      : u"tabulátor"_s;
-    QString text =
-        u"Přidání filmů ze souboru\n\nZe souboru: %1 (kódování %2, oddělovač %3)\nDo složky: %4\n\n"
-        "Filmů v souboru: %5\nPřidáno filmů: %6\nOdmítnuto: 0\n"_s.arg(
-            QDir::toNativeSeparators(csv), encoding, separatorName, QDir::toNativeSeparators(folder),
-            QString::number(read), QString::number(added));
-    if (!departments.isEmpty()) text += u"Nová oddělení: %1\n"_s.arg(departments.join(u", "_s));
-    return text +
-           (agrees() ? u"\nVše souhlasí: v katalogu přibyly všechny filmy ze souboru.\n"_s
-                     : u"\nPOZOR, nesouhlasí to: v katalogu nepřibylo tolik filmů, kolik je v souboru.\n"_s);
-}
-
-filmLoader::Report filmLoader::load(const QString& folder, const QString& csv,
-                                    const std::function<void(qint64)>& progress) {
-    const sqlite::Database database = dataFiles::openCatalogue(folder);
-    const CsvText file = CsvText::read(csv);
-    CsvReader reader(file.text, file.separator);
-    const std::optional<QStringList> header = reader.next();
-    if (!header) throw RuntimeError(errors::invalidCall, u"Soubor je prázdný: %1"_s.arg(csv));
-
-    sqlite::Transaction transaction(database);
-    const qint64 before = countFilms(database);
-    Layout layout{filmColumns(database)};
-    placeFields(layout, *header, reader.line());
-    FilmWriter writer(database, std::move(layout));
-    BadLines bad;
-    Report report{QFileInfo(csv).absoluteFilePath(),
-                  QDir(folder).absolutePath(),
-                  file.encoding,
-                  file.separator,
-                  0,
-                  0,
-                  {}};
-    while (const std::optional<QStringList> fields = reader.next()) {
-        interruption::check();
-        try {
-            if (fields->size() != header->size())
-                refuse(reader.line(), u"má %1 polí, hlavička %2."_s.arg(fields->size()).arg(header->size()));
-            writer.write({*fields, reader});
-        } catch (const BadLine& failure) {
-            bad.add(failure.description());
-        }
-        if (++report.read % filmsPerReport == 0) progress(report.read);
-    }
-    bad.refuse();
-    report.added = countFilms(database) - before;
-    report.departments = writer.madeDepartments();
-    QSaveFile told(QDir(folder).filePath(u"load.txt"_s));
-    if (!told.open(QFile::WriteOnly) || told.write(report.text().toUtf8()) < 0 || !files::sync(told))
+void commit(sqlite::Transaction& transaction, const LoadReport& report) {
+    QSaveFile told(QDir(report.folder).filePath(u"load.txt"_s));
+    if (!told.open(QFile::WriteOnly)) outputFile::failWriting(told.fileName());
+    files::keepToOwner(told);
+    if (told.write(report.text().toUtf8()) < 0 || !files::sync(told))
         outputFile::failWriting(told.fileName());
     transaction.commit();
     if (!files::commit(told))
         throw RuntimeError(errors::pathAccess, u"Filmy jsou přidané, ale zprávu load.txt nelze zapsat."_s);
+}
+
+}  // namespace
+
+LoadReport filmLoader::load(const QString& folder, const QString& csv, const Options& options,
+                            const Progress& progress) {
+    const sqlite::Database database = dataFiles::openCatalogue(folder);
+    const QString path = QFileInfo(csv).isDir() ? QDir(csv).filePath(u"films.csv"_s) : csv;
+    const CsvText file = CsvText::read(path);
+    CsvReader reader(file.text, file.separator);
+    const std::optional<QStringList> header = reader.next();
+    if (!header) throw RuntimeError(errors::invalidCall, u"Soubor je prázdný: %1"_s.arg(path));
+
+    LoadReport report{QFileInfo(path).absoluteFilePath(),
+                      QDir(folder).absolutePath(),
+                      file.encoding,
+                      file.separator,
+                      options.dryRun,
+                      options.addGenres};
+    const TableLayout layout(database, *header, reader.line(), options.ignoreUnknown);
+    report.ignored = layout.unknown;
+    // Spilled pages would be written to the file before it is decided that they stay.
+    if (options.dryRun) database.exec("PRAGMA cache_spill=OFF");
+    std::optional<TablePictures> pictures;
+    if (layout.hasPictures())
+        pictures.emplace(database, report.folder, QFileInfo(report.csv).path(), options.dryRun);
+    sqlite::Transaction transaction(database);
+    TableLoad films(database, layout, pictures ? &*pictures : nullptr, options, report);
+    const qint64 before = countFilms(database);
+    BadLines bad;
+    while (const std::optional<QStringList> fields = reader.next()) {
+        interruption::check();
+        ++report.read;
+        try {
+            if (fields->size() != header->size()) {
+                throw BadLine(reader.line(),
+                              u"má %1 polí, hlavička %2."_s.arg(fields->size()).arg(header->size()));
+            }
+            films.add({*fields, reader});
+        } catch (const BadLine& failure) {
+            bad.add(failure.description());
+        }
+        progress(u"Přidávání filmů"_s, reader.position(), file.text.size());
+    }
+    bad.refuse();
+    films.finish();
+    report.added = countFilms(database) - before;
+    if (!options.dryRun) commit(transaction, report);
     return report;
 }

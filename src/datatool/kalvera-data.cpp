@@ -1,129 +1,91 @@
 // kalvera-data: creates pairs of data files, imports old ones, and loads and exports films as CSV.
 
 #include <QCoreApplication>
-#include <QTextStream>
 #include <cstdio>
 
-#ifdef Q_OS_WIN
-#include <io.h>
-#else
-#include <unistd.h>
-#endif
-
+#include "datatool/CommandLine.h"
 #include "datatool/DataFiles.h"
 #include "datatool/FilmExport.h"
 #include "datatool/FilmLoader.h"
 #include "datatool/Importer.h"
 #include "datatool/Interruption.h"
-#include "platform/errors.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-// 1 is a failure that changed nothing.
-constexpr int exitUsage = 2;
-constexpr int exitDifference = 3;
-
-/// A terminal line that is overwritten; nothing if standard error is no terminal.
-class Progress final {
- public:
-    explicit Progress(QTextStream& errors) : errors_(errors), shown_(onTerminal()) {}
-    ~Progress() { clear(); }
-    Progress(const Progress&) = delete;
-    Progress& operator=(const Progress&) = delete;
-
-    void show(const QString& text) const { put(text); }
-    void clear() const { put({}); }
-
- private:
-    static bool onTerminal() {
-#ifdef Q_OS_WIN
-        return _isatty(_fileno(stderr)) != 0;
-#else
-        return isatty(STDERR_FILENO) != 0;
-#endif
-    }
-    void put(const QString& text) const {
-        if (!shown_) return;
-        errors_ << u'\r' << text.leftJustified(width) << u'\r';
-        errors_.flush();
-    }
-
-    static constexpr int width = 60;
-    QTextStream& errors_;
-    bool shown_;
-};
-
-int usage(QTextStream& errors) {
-    errors
-        << u"Použití:\n"
-           "  kalvera-data create SLOŽKA             vytvoří prázdné soubory data.ddb a pictures.ddb\n"
-           "  kalvera-data load SLOŽKA FILMY.csv     přidá do katalogu filmy ze souboru\n"
-           "  kalvera-data export SLOŽKA FILMY.csv   zapíše filmy z katalogu do nového souboru\n"
-           "  kalvera-data import STARÁ NOVÁ         převede starou dvojici souborů ze složky STARÁ do složky NOVÁ\n"_s;
-    return exitUsage;
-}
-
-void create(const QString& folder, QTextStream& output) {
+int create(const CommandCall& call) {
+    const QString& folder = call.operands[0];
     dataFiles::create(folder);
-    output << u"Vytvořeno: %1, %2\n"_s.arg(dataFiles::cataloguePath(folder), dataFiles::picturesPath(folder));
-}
-
-/// @return the exit code, as in the next functions.
-int load(const QString& folder, const QString& csv, QTextStream& output, QTextStream& errors) {
-    const Progress progress(errors);
-    const filmLoader::Report report = filmLoader::load(
-        folder, csv, [&progress](qint64 done) { progress.show(u"Načteno filmů: %1"_s.arg(done)); });
-    progress.clear();
-    output << report.text();
-    return report.agrees() ? 0 : exitDifference;
-}
-
-int exportFilms(const QString& folder, const QString& csv, QTextStream& output, QTextStream& errors) {
-    const Progress progress(errors);
-    const qint64 films = filmExport::write(
-        folder, csv, [&progress](qint64 done) { progress.show(u"Zapsáno filmů: %1"_s.arg(done)); });
-    progress.clear();
-    output << u"Zapsáno filmů: %1\n"_s.arg(films);
+    call.output << u"Vytvořeno: %1, %2\n"_s.arg(dataFiles::cataloguePath(folder),
+                                                dataFiles::picturesPath(folder));
     return 0;
 }
 
-int importPair(const QString& oldFolder, const QString& newFolder, QTextStream& output, QTextStream& errors) {
-    const Progress progress(errors);
-    const ImportReport report =
-        importer::run(oldFolder, newFolder, OldPrograms::find(),
-                      [&progress](const QString& title, qint64 done, qint64 all) {
-                          progress.show(u"%1: %2 z %3"_s.arg(title).arg(done).arg(all));
-                      });
-    progress.clear();
-    output << report.text();
+int load(const CommandCall& call) {
+    const filmLoader::Options options{.ignoreUnknown = call.has(u"--ignore-unknown"_s),
+                                      .addGenres = call.has(u"--add-genres"_s),
+                                      .skipKnown = call.has(u"--skip-known"_s),
+                                      .dryRun = call.has(u"--dry-run"_s)};
+    ProgressBar bar(call.errors);
+    const LoadReport report = filmLoader::load(call.operands[0], call.operands[1], options, bar.function());
+    bar.clear();
+    call.output << report.text();
     return report.agrees() ? 0 : exitDifference;
 }
+
+int exportFilms(const CommandCall& call) {
+    ProgressBar bar(call.errors);
+    const auto write = call.has(u"--pictures"_s) ? &filmExport::writeWithPictures : &filmExport::write;
+    const filmExport::Report report = write(call.operands[0], call.operands[1], bar.function());
+    bar.clear();
+    call.output << u"Zapsáno filmů: %1\n"_s.arg(report.films);
+    if (report.pictures > 0) call.output << u"Zapsáno obrázků: %1\n"_s.arg(report.pictures);
+    if (report.missing.isEmpty()) return 0;
+    call.output << u"\nPOZOR, chybí obrázky:\n- "_s << report.missing.join(u"\n- "_s) << u'\n';
+    return exitDifference;
+}
+
+int importPair(const CommandCall& call) {
+    ProgressBar bar(call.errors);
+    const ImportReport report =
+        importer::run(call.operands[0], call.operands[1], OldPrograms::find(), bar.function());
+    bar.clear();
+    call.output << report.text();
+    return report.agrees() ? 0 : exitDifference;
+}
+
+const Command commands[] = {
+    {u"create"_s, u"SLOŽKA"_s, u"vytvoří prázdné soubory data.ddb a pictures.ddb"_s, {}, create},
+    {u"load"_s,
+     u"SLOŽKA FILMY.csv"_s,
+     u"přidá do katalogu filmy z tabulky nebo ze složky, kterou zapsal export --pictures"_s,
+     {{u"--ignore-unknown"_s, {}, u"vynechá sloupce, které program nezná"_s},
+      {u"--add-genres"_s, {}, u"přidá do číselníku žánry, které v něm chybějí"_s},
+      {u"--skip-known"_s, {}, u"vynechá filmy, které už v katalogu jsou"_s},
+      {u"--dry-run"_s, {}, u"jen ukáže, co by se stalo, a nic nezapíše"_s}},
+     load},
+    {u"export"_s,
+     u"SLOŽKA CÍL"_s,
+     u"zapíše filmy z katalogu do nového souboru CSV"_s,
+     {{u"--pictures"_s, {}, u"CÍL bude nová složka s tabulkou films.csv a s obrázky"_s}},
+     exportFilms},
+    {u"import"_s,
+     u"STARÁ NOVÁ"_s,
+     u"převede starou dvojici souborů ze složky STARÁ do složky NOVÁ"_s,
+     {},
+     importPair}};
 
 }  // namespace
 
 int main(int argc, char** argv) {
+    // What the engine says in English is told in Czech by the failure that follows.
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& message) {
+        if (type == QtFatalMsg) std::fprintf(stderr, "%s\n", qPrintable(message));
+    });
     const QCoreApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
     QTextStream output(stdout);
     QTextStream errors(stderr);
     interruption::watch();
-    try {
-        if (arguments.size() == 3 && arguments[1] == u"create"_s) {
-            create(arguments[2], output);
-        } else if (arguments.size() == 4 && arguments[1] == u"load"_s) {
-            return load(arguments[2], arguments[3], output, errors);
-        } else if (arguments.size() == 4 && arguments[1] == u"export"_s) {
-            return exportFilms(arguments[2], arguments[3], output, errors);
-        } else if (arguments.size() == 4 && arguments[1] == u"import"_s) {
-            return importPair(arguments[2], arguments[3], output, errors);
-        } else {
-            return usage(errors);
-        }
-        return 0;
-    } catch (const RuntimeError& failure) {
-        errors << u"Chyba: "_s << failure.description() << Qt::endl;
-        return 1;
-    }
+    return runCommand(commands, QCoreApplication::arguments().mid(1), output, errors);
 }

@@ -1,3 +1,4 @@
+#include "core/mVerze.h"
 #include "datatool/DataFiles.h"
 #include "datatool/FilmLoader.h"
 #include "datatool/NewPair.h"
@@ -9,11 +10,13 @@ constexpr auto usual =
     "DiskPocet||Jazyk||Obal_ID||Nahled_ID||IFNULL(Oddel_ID,'-')||(KatCisl=DVDID)||CZJm||PuvJm||Zanr||Obsah||"
     "Stat||Rezie||Delka||Rok||Herci||Poznamka||Nabidka||JazykDetail||Titulky";
 
+void noProgress(const QString&, qint64, qint64) {}
+
 class DataFiles : public OldPair {
  protected:
-    filmLoader::Report load(const QByteArray& csv) const {
+    LoadReport load(const QByteArray& csv) const {
         write(u"films.csv"_s, csv);
-        return filmLoader::load(at(u"data"_s), at(u"films.csv"_s), [](qint64) {});
+        return filmLoader::load(at(u"data"_s), at(u"films.csv"_s), {}, noProgress);
     }
 };
 
@@ -85,7 +88,7 @@ TEST_F(DataFiles, FilmsAreLoadedWithTheUsualContentWhereTheFileSaysNothing) {
         {"CZJm\nK\xD8\xCD\x8E\nP\xF8\xED\x9AT\xCC\x8E\n", u"Windows-1250,"_s, "CZJm", u"KŘÍŽ PříšTĚŽ"_s}};
     for (const auto& [csv, written, columns, films] : cases) {
         SCOPED_TRACE(csv.toStdString());
-        const filmLoader::Report report = load(csv);
+        const LoadReport report = load(csv);
         EXPECT_EQ(report.encoding + report.separator, written);
         EXPECT_EQ(report.added, number("SELECT COUNT(*) FROM tDVD"));
         EXPECT_EQ(text("SELECT group_concat(" + columns +
@@ -99,8 +102,9 @@ TEST_F(DataFiles, FilmsAreLoadedWithTheUsualContentWhereTheFileSaysNothing) {
 TEST_F(DataFiles, FileWithAnyFaultAddsNoFilm) {
     const std::pair<QByteArray, QString> cases[] = {
         {"", u"prázdný"_s},
-        {"CZJm,Cena\nKolja,5\n", u"Řádek 1: neznámý sloupec \"Cena\""_s},
-        {"\nCZJm,Rok,czjm\nKolja,1996,Kolja\n", u"Řádek 2: sloupec \"czjm\""_s},
+        {"CZJm,Cena\nKolja,5\n", u"Řádek 1: neznámé sloupce: \"Cena\""_s},
+        {"Titul,Rok,Name\nKolja,1996,Kolja\n", u"Řádek 1: sloupce \"Titul\" a \"Name\" jsou oba CZJm."_s},
+        {"\nCZJm,Rok,czjm\nKolja,1996,Kolja\n", u"Řádek 2: sloupce \"CZJm\" a \"czjm\" jsou oba CZJm."_s},
         {"CZJm,Rok\nKolja,1996\nVratné lahve\n", u"Řádek 3"_s},
         {"CZJm,Rok\nKolja,1996\nVratné lahve,2007,\n", u"Řádek 3"_s},
         {"CZJm,DiskPocet\nKolja,1\nLahve,dva\n", u"Řádek 3: sloupec DiskPocet"_s},
@@ -123,8 +127,8 @@ TEST_F(DataFiles, FileWithAnyFaultAddsNoFilm) {
         EXPECT_EQ(number("SELECT COUNT(*) FROM tDVD"), 0);
         sql("DELETE FROM tDVD");
     }
-    EXPECT_EQ(failureOf([&] { filmLoader::load(at(u"data"_s), at(u"none.csv"_s), [](qint64) {}); }), 53);
-    EXPECT_NE(failureOf([&] { filmLoader::load(at(u"none"_s), at(u"films.csv"_s), [](qint64) {}); }), 0);
+    EXPECT_EQ(failureOf([&] { filmLoader::load(at(u"data"_s), at(u"none.csv"_s), {}, noProgress); }), 53);
+    EXPECT_NE(failureOf([&] { filmLoader::load(at(u"none"_s), at(u"films.csv"_s), {}, noProgress); }), 0);
     EXPECT_FALSE(QFile::exists(at(u"none"_s)));
 }
 
@@ -137,8 +141,25 @@ TEST_F(DataFiles, ProgramTellsWhatItDid) {
     EXPECT_EQ(loaded.exitCode, 0);
     EXPECT_EQ(loaded.output.toUtf8(), content(u"new/load.txt"_s));
     EXPECT_TRUE(loaded.output.contains(u"Přidáno filmů: 2\n"_s));
-    const Result refused = run({u"load"_s, at(u"new"_s), at(u"bad.csv"_s)});
-    EXPECT_EQ(refused.exitCode, 1);
-    EXPECT_TRUE(refused.errors.startsWith(u"Chyba: Řádek 2: "_s)) << refused.errors.toStdString();
-    EXPECT_EQ(run({u"create"_s}).exitCode, 2);
+    EXPECT_TRUE(run(create).errors.startsWith(u"Chyba: Soubor již existuje a nebude přepsán: "_s));
+    // Arguments, exit code, beginnings of standard output and standard error.
+    const std::tuple<QStringList, int, QString, QString> calls[] = {
+        {{u"load"_s, at(u"new"_s), at(u"bad.csv"_s)}, 1, {}, u"Chyba: Řádek 2: "_s},
+        {{u"load"_s, at(u"none"_s), at(u"bad.csv"_s)}, 1, {}, u"Chyba: Soubor databáze nelze otevřít."_s},
+        {{}, 2, {}, u"Chyba: Chybí příkaz.\nPoužití: "_s},
+        {{u"help"_s}, 2, {}, u"Chyba: Neznámý příkaz: help\nPoužití: "_s},
+        {{u"create"_s}, 2, {}, u"Chyba: Příkazu něco chybí.\nPoužití: kalvera-data create SLOŽKA\n"_s},
+        {{u"create"_s, u"--"_s, u"-a"_s, u"b"_s}, 2, {}, u"Chyba: Příkaz má víc údajů"_s},
+        {{u"load"_s, u"--pictures"_s, u"a"_s, u"b"_s}, 2, {}, u"Chyba: Neznámá volba: --pictures\n"_s},
+        {{u"load"_s, u"--dry-run=1"_s, u"a"_s, u"b"_s}, 2, {}, u"Chyba: Volba --dry-run nemá hodnotu.\n"_s},
+        {{u"--help"_s}, 0, u"Použití: kalvera-data PŘÍKAZ"_s, {}},
+        {{u"load"_s, u"--help"_s}, 0, u"Použití: kalvera-data load SLOŽKA FILMY.csv ["_s, {}},
+        {{u"--version"_s}, 0, u"kalvera-data "_s + verze::text(), {}}};
+    for (const auto& [arguments, exitCode, output, errors] : calls) {
+        const Result result = run(arguments);
+        SCOPED_TRACE(result.errors.toStdString());
+        EXPECT_EQ(result.exitCode, exitCode);
+        EXPECT_TRUE(result.output.startsWith(output) && result.output.isEmpty() == output.isEmpty());
+        EXPECT_TRUE(result.errors.startsWith(errors) && result.errors.isEmpty() == errors.isEmpty());
+    }
 }

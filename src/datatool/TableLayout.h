@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QStringList>
+#include <vector>
+
+#include "datatool/CsvReader.h"
+#include "platform/sqlite.h"
+
+/// A column of `tDVD`.
+struct FilmColumn {
+    QString name;
+    bool isNumber = false;
+    int field = -1;     // in the table; -1 if missing
+    bool isOwn = true;  // headed by its own name, so that its values are taken literally
+};
+
+/// A record of a table.
+struct TableRecord {
+    const QStringList& fields;
+    const CsvReader& reader;
+
+    /// True if the table says nothing here, so that the default applies.
+    bool isBlank(int field, bool isNumber) const;
+    bool isBlank(const FilmColumn& column) const { return isBlank(column.field, column.isNumber); }
+    bool isNull(int field) const;
+};
+
+/// Where the columns are in a table.
+struct TableLayout {
+    std::vector<FilmColumn> columns;
+    // Fields; -1 if missing.
+    int department = -1;
+    int cover = -1;
+    int preview = -1;
+    QStringList unknown;  // headings
+
+    /// Finds the columns by the table's first record.
+    /// @throws BadLine when two headings stand for the same column, and for unknown ones.
+    TableLayout(const sqlite::Database& database, const QStringList& header, qint64 line, bool ignoreUnknown);
+
+    const FilmColumn& column(QStringView name) const;
+    bool hasPictures() const { return cover >= 0 || preview >= 0; }
+
+ private:
+    void place(const QStringList& header, int field, qint64 line);
+};

@@ -1,0 +1,150 @@
+// Tables as people and other programs write them.
+
+#include "datatool/FilmLoader.h"
+#include "datatool/importFixture.h"
+#include "film/mObrazky.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class Tables : public OldPair {
+ protected:
+    Tables() { sql("INSERT INTO tDVD (KatCisl,CZJm,Rok) VALUES ('7','Kolja','1996')"); }
+
+    LoadReport load(const QByteArray& csv, const filmLoader::Options& options = {}) const {
+        write(u"films.csv"_s, csv);
+        return filmLoader::load(at(u"data"_s), at(u"films.csv"_s), options,
+                                [](const QString&, qint64, qint64) {});
+    }
+    QString titles() const {
+        return text("SELECT group_concat(CZJm) FROM (SELECT CZJm FROM tDVD ORDER BY DVDID)");
+    }
+    /// The picture that a film's column names: group, type, size and bytes.
+    QString picture(const QString& folder, const char* column, int film) const {
+        const qint64 id =
+            text(at(folder + u"/data.ddb"_s),
+                 QByteArray("SELECT ") + column + " FROM tDVD WHERE DVDID=" + QByteArray::number(film))
+                .toLongLong();
+        return text(
+            at(folder + u"/pictures.ddb"_s),
+            "SELECT PicDVDID||PicSkup||PicTyp||PicSize||hex(substr(PicDat,1,PicSize))||length(PicDat) "
+            "FROM tPicture WHERE PicID=" +
+                QByteArray::number(id));
+    }
+};
+
+}  // namespace
+
+TEST_F(Tables, HeadingsAndValuesOfPeopleAndOtherProgramsAreUnderstood) {
+    // A table of one film, columns, and what they hold.
+    const std::tuple<QByteArray, QByteArray, QString> cases[] = {
+        {"NÁZEV; Původní název ;Rok;Režisér;Hrají;Žánr;Země;Délka;Popis;Poznámka;Počet disků;Ev. "
+         "číslo;Oddělení;"
+         "Jazyk\nA;B;1999;C;D, E: F;Drama / Komedie;Česko;116 min.;\"a; b|c\";x;2;K 5;Sklep;České titulky\n",
+         "CZJm||PuvJm||Rok||Rezie||Herci||Zanr||Stat||Delka||Obsah||Poznamka||DiskPocet||KatCisl||"
+         "(SELECT OdJm FROM tOddeleni WHERE ODID=Oddel_ID)||Jazyk",
+         u"AB1999CD, E: FDrama, KomedieČesko116a; b|cx2K 5Sklep1"_s},
+        {"nazev filmu,puvodni nazev,rezie,obsazeni,stat,poznamky\nA,B,C,D,E,F\n",
+         "CZJm||PuvJm||Rezie||Herci||Stat||Poznamka", u"ABCDEF"_s},
+        {"Title,Production Year,Genre,Nationality,Cast,Director,Language Tracks,Running Time,Plot "
+         "Summary,Comments\n"
+         "A,1964,Komedie; Muzikál,Itálie; USA,Karel Fiala:Joe|Rufus:|Eva,X; Y,Czech; English,99,a; "
+         "b,c<br/>d\n",
+         "CZJm||Rok||Zanr||Stat||Herci||Rezie||Jazyk||Delka||Obsah||replace(Poznamka,char(13,10),'/')",
+         u"A1964Komedie, MuzikálItálie, USAKarel Fiala, Rufus, EvaX, Y099a; bc/d"_s},
+        {"Title,Cast,Language\nA,B b::C;D::,English\n", "Herci||Jazyk", u"B b, D2"_s},
+        {"Title,Original Title,Runtime (mins),Year,Genres,Directors\n,Die Hard,132,1988,\"Action, "
+         "Thriller\",J\n",
+         "CZJm||PuvJm||Delka||Rok||Zanr||Rezie", u"Die HardDie Hard1321988Action, ThrillerJ"_s},
+        {"Name,Year,Jazyk\nA,2001,\"cz dabing, titulky\"\n", "CZJm||Rok||Jazyk", u"A20010"_s},
+        {"CZJm,PuvJm,Herci,Zanr\nA,B,C:D|E:,F; G\n", "CZJm||PuvJm||Herci||Zanr", u"ABC:D|E:F; G"_s}};
+    for (const auto& [csv, columns, film] : cases) {
+        SCOPED_TRACE(csv.toStdString());
+        load(csv);
+        EXPECT_EQ(text("SELECT " + columns + " FROM tDVD WHERE DVDID>1"), film);
+        sql("DELETE FROM tDVD WHERE DVDID>1");
+    }
+}
+
+TEST_F(Tables, OptionsTellWhatBecomesOfUnknownColumnsGenresAndFilms) {
+    const QByteArray csv =
+        "Title,Year,Genre,KatCisl,Cover\nKOLJA,1996,Drama,,a\nA,,Sci-fi; Nový,7,b\nB,1996,nový,8,c\n";
+    EXPECT_NE(failureOf([&] { load(csv); }), 0);
+    const std::tuple<filmLoader::Options, QString, qint64, QStringList> cases[] = {
+        {{.ignoreUnknown = true, .addGenres = true, .skipKnown = true, .dryRun = true},
+         u"Kolja"_s,
+         0,
+         {u"Přidalo by se filmů: 1\n"_s, u"nic se nezapsalo"_s}},
+        {{.ignoreUnknown = true, .skipKnown = true},
+         u"Kolja,B"_s,
+         0,
+         {u"Přidáno filmů: 1\n"_s, u"už jsou: 2\n"_s, u"Vynechané sloupce: Cover\n"_s,
+          u"--add-genres): nový\n"_s,
+          u"- řádek 2, KOLJA (1996): stejný název a rok\n- řádek 3, A (): stejné katalogové číslo 7\n"_s,
+          u"Vše souhlasí"_s}},
+        {{.ignoreUnknown = true, .addGenres = true},
+         u"Kolja,B,KOLJA,A,B"_s,
+         1,
+         {u"Přidáno filmů: 3\n"_s, u"Nové žánry v číselníku: Nový\n"_s, u"- řádek 4, B (1996): stejný"_s}}};
+    for (const auto& [options, films, genres, told] : cases) {
+        const QByteArray before = content(catalogue());
+        const QString report = load(csv, options).text();
+        for (const QString& each : told)
+            EXPECT_TRUE(report.contains(each)) << each.toStdString() << report.toStdString();
+        EXPECT_EQ(titles(), films);
+        EXPECT_EQ(number("SELECT COUNT(*) FROM tZanr WHERE ZNAME='Nový'"), genres);
+        const bool isUnchanged = content(catalogue()) == before && !QFile::exists(at(u"data/load.txt"_s));
+        EXPECT_EQ(isUnchanged, options.dryRun);
+    }
+}
+
+TEST_F(Tables, PicturesAreStoredAsTheEditorDoesAndComeBackWhole) {
+    write(u"big.JPG"_s, noise(250001));
+    write(u"small.png"_s, noise(10));
+    // The picture of a deleted film, whose key is given again.
+    UlozObal(3, at(u"small.png"_s));
+    load("DVDID,CZJm,Oddeleni,Obal,Nahled\n3,A,Sklep,BIG.jpg,small.png\n4,B,,,\\N\n5,C,Sklep,,./big.JPG\n");
+    EXPECT_EQ(text(pictures(), "SELECT COUNT(*)||max(length(PicDat)) FROM tPicture"), u"3250004"_s);
+    EXPECT_TRUE(picture(u"data"_s, "Nahled_ID", 3).startsWith(u"3Npng10"_s));
+    EXPECT_EQ(number("SELECT Obal_ID||Nahled_ID FROM tDVD WHERE DVDID=4"), 0);
+
+    EXPECT_EQ(run({u"export"_s, at(u"data"_s), at(u"out"_s), u"--pictures"_s}).output,
+              u"Zapsáno filmů: 4\nZapsáno obrázků: 3\n"_s);
+    EXPECT_EQ(names(u"out"_s),
+              QStringList({u"films.csv"_s, u"nahled-3.png"_s, u"nahled-5.JPG"_s, u"obal-3.jpg"_s}));
+    EXPECT_EQ(run({u"export"_s, u"--pictures"_s, at(u"data"_s), at(u"out"_s)}).exitCode, 1);
+    dataFiles::create(at(u"other"_s));
+    EXPECT_EQ(run({u"load"_s, at(u"other"_s), at(u"out"_s)}).exitCode, 0);
+    for (const auto& [column, film] : {std::pair{"Obal_ID", 3}, {"Nahled_ID", 3}, {"Nahled_ID", 5}})
+        EXPECT_EQ(picture(u"other"_s, column, film), picture(u"data"_s, column, film));
+    const char* films =
+        "SELECT group_concat(CZJm||IFNULL(OdJm,'-')||KatCisl||IFNULL(Obal_ID>0,'-')) FROM (SELECT * FROM "
+        "tDVD "
+        "LEFT JOIN tOddeleni ON ODID=Oddel_ID ORDER BY DVDID)";
+    EXPECT_EQ(text(at(u"other/data.ddb"_s), films), text(films));
+
+    sql(pictures(), "DELETE FROM tPicture WHERE PicDVDID=5");
+    const Result partial = run({u"export"_s, at(u"data"_s), at(u"partial"_s), u"--pictures"_s});
+    EXPECT_EQ(partial.exitCode, 3);
+    EXPECT_TRUE(partial.output.contains(u"film 5, nahled číslo 3: obrázek chybí"_s))
+        << partial.output.toStdString();
+}
+
+TEST_F(Tables, FaultLeavesNeitherFilmsNorPictures) {
+    write(u"a.jpg"_s, noise(10));
+    write(u"empty.jpg"_s, {});
+    const std::pair<QByteArray, QString> cases[] = {
+        {"CZJm,Obal\nA,a.jpg\nB,b.jpg\n", u"Řádek 3: obrázek \"b.jpg\" chybí."_s},
+        {"CZJm,Nahled\nA,a.jpg\nB,empty.jpg\n", u"Řádek 3: obrázek \"empty.jpg\" je prázdný."_s},
+        {"CZJm,Obal,Rok\nA,a.jpg,1\nB,a.jpg\n", u"Řádek 3: má 2 polí"_s},
+        // The report cannot be written.
+        {"CZJm,Obal\nA,a.jpg\n", u"load.txt"_s}};
+    for (const auto& [csv, told] : cases) {
+        if (told == u"load.txt"_s) QDir().mkpath(at(u"data/load.txt/x"_s));
+        const QString description = descriptionOf([&, &csv = csv] { load(csv); });
+        EXPECT_TRUE(description.contains(told)) << description.toStdString();
+        EXPECT_EQ(titles(), u"Kolja"_s);
+        EXPECT_EQ(text(pictures(), "SELECT COUNT(*) FROM tPicture"), u"0"_s);
+    }
+}
