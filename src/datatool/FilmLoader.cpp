@@ -59,14 +59,9 @@ class TableLoad final {
           writer_(database, layout) {}
 
     void add(const TableRecord& record) {
-        const QString title = writer_.text(u"CZJm", record);
-        const QString year = writer_.text(u"Rok", record);
-        if (const auto reason = known_.find(title, year, writer_.text(u"KatCisl", record))) {
-            report_.known += u"řádek %1, %2 (%3): %4"_s.arg(record.reader.line()).arg(title, year, *reason);
-            if (options_.skipKnown) {
-                ++report_.skipped;
-                return;
-            }
+        if (!known_.isEmpty() && isKnown(record) && options_.skipKnown) {
+            ++report_.skipped;
+            return;
         }
         const qint64 film = writer_.write(record);
         genres_.use(writer_.text(u"Zanr", record));
@@ -84,6 +79,15 @@ class TableLoad final {
     }
 
  private:
+    bool isKnown(const TableRecord& record) {
+        const QString title = writer_.text(u"CZJm", record);
+        const QString year = writer_.text(u"Rok", record);
+        const auto reason = known_.find(title, year, writer_.text(u"KatCisl", record));
+        if (!reason) return false;
+        report_.known += u"řádek %1, %2 (%3): %4"_s.arg(record.reader.line()).arg(title, year, *reason);
+        return true;
+    }
+
     void storePicture(qint64 film, const TableRecord& record, int field, Group group, const char* setKey) {
         if (record.isBlank(field, true) || record.isNull(field)) return;
         const qint64 key =

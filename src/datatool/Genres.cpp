@@ -7,6 +7,8 @@ Genres::Genres(const sqlite::Database& database) : database_(database) {
 }
 
 void Genres::use(const QString& genres) {
+    if (seen_.contains(genres)) return;
+    seen_ += genres;
     for (const QString& part : genres.split(u',')) {
         const QString genre = part.trimmed();
         const QString folded = genre.toCaseFolded();

@@ -21,5 +21,6 @@ class Genres final {
  private:
     const sqlite::Database& database_;
     QSet<QString> known_;
+    QSet<QString> seen_;  // as films have them
     QStringList missing_;
 };
