@@ -113,15 +113,15 @@ TEST_F(Tables, PicturesAreStoredAsTheEditorDoesAndComeBackWhole) {
               u"Zapsáno filmů: 4\nZapsáno obrázků: 3\n"_s);
     EXPECT_EQ(names(u"out"_s),
               QStringList({u"films.csv"_s, u"nahled-3.png"_s, u"nahled-5.JPG"_s, u"obal-3.jpg"_s}));
+    EXPECT_EQ(content(u"out/nahled-5.JPG"_s), noise(250001));
     EXPECT_EQ(run({u"export"_s, u"--pictures"_s, at(u"data"_s), at(u"out"_s)}).exitCode, 1);
     dataFiles::create(at(u"other"_s));
     EXPECT_EQ(run({u"load"_s, at(u"other"_s), at(u"out"_s)}).exitCode, 0);
     for (const auto& [column, film] : {std::pair{"Obal_ID", 3}, {"Nahled_ID", 3}, {"Nahled_ID", 5}})
         EXPECT_EQ(picture(u"other"_s, column, film), picture(u"data"_s, column, film));
     const char* films =
-        "SELECT group_concat(CZJm||IFNULL(OdJm,'-')||KatCisl||IFNULL(Obal_ID>0,'-')) FROM (SELECT * FROM "
-        "tDVD "
-        "LEFT JOIN tOddeleni ON ODID=Oddel_ID ORDER BY DVDID)";
+        "SELECT group_concat(CZJm||IFNULL(OdJm,'-')||KatCisl||IFNULL(Obal_ID>0,'-')) FROM "
+        "(SELECT * FROM tDVD LEFT JOIN tOddeleni ON ODID=Oddel_ID ORDER BY DVDID)";
     EXPECT_EQ(text(at(u"other/data.ddb"_s), films), text(films));
 
     sql(pictures(), "DELETE FROM tPicture WHERE PicDVDID=5");
