@@ -141,7 +141,8 @@ TEST_F(DataFiles, ProgramTellsWhatItDid) {
     EXPECT_EQ(loaded.exitCode, 0);
     EXPECT_EQ(loaded.output.toUtf8(), content(u"new/load.txt"_s));
     EXPECT_TRUE(loaded.output.contains(u"Přidáno filmů: 2\n"_s));
-    EXPECT_TRUE(run(create).errors.startsWith(u"Chyba: Soubor již existuje a nebude přepsán: "_s));
+    EXPECT_TRUE(run({u"create"_s, at(u"new"_s)})
+                    .errors.startsWith(u"Chyba: Soubor již existuje a nebude přepsán: "_s));
     // Arguments, exit code, beginnings of standard output and standard error.
     const std::tuple<QStringList, int, QString, QString> calls[] = {
         {{u"load"_s, at(u"new"_s), at(u"bad.csv"_s)}, 1, {}, u"Chyba: Řádek 2: "_s},
