@@ -46,6 +46,7 @@ set(run_time_packages
     xdg-utils)                # hands lists and web addresses to the desktop's programs
 set(useful_packages
     cups                      # printing
+    libnotify-bin             # tells of a backup that was started from the menu
     mdbtools)                 # reads old database files
 
 set(CPACK_GENERATOR DEB)

@@ -2,6 +2,7 @@
 #include <QStandardPaths>
 
 #include "catalogue/frmMaster.h"
+#include "core/pairReplacement.h"
 #include "mMain.h"
 #include "platform/FolderLock.h"
 #include "platform/Outside.h"
@@ -43,6 +44,7 @@ int main(int argc, char** argv) {
             if (!RunningProgram::callToFront(folder)) tellHolder(*lock, folder);
             return;
         }
+        pairReplacement::finish(folder);
         running = std::make_unique<RunningProgram>(folder);
         Main(master);
     });

@@ -48,8 +48,8 @@ QString help(std::span<const Command> commands) {
         text += row(command.name + u' ' + command.operands, command.summary);
     return text + u"\nVolby:\n"_s + row(u"PŘÍKAZ --help"_s, u"popíše příkaz a jeho volby"_s) +
            row(u"--version"_s, u"vypíše verzi"_s) +
-           u"\nNávratový kód: 0 hotovo, 1 chyba a nic se nezměnilo, 2 chybné volání, 3 něco chybí a zpráva "
-           "říká co.\n"_s;
+           u"\nNávratový kód: 0 hotovo, 1 chyba a nic se nezměnilo, 2 chybné volání, 3 něco chybí nebo "
+           "nesouhlasí a zpráva říká co.\n"_s;
 }
 
 const Command& find(std::span<const Command> commands, const QString& name) {

@@ -1,14 +1,32 @@
 #include "datatool/DataFiles.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QStandardPaths>
 
 #include "core/mDatabase.h"
 #include "datatool/NewPair.h"
 #include "platform/errors.h"
 #include "platform/password.h"
+#include "platform/paths.h"
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+sqlite::Database open(const QString& path) {
+    try {
+        sqlite::Database database(path, sqlite::Database::Mode::readWrite);
+        password::checkHeader(database, databasePassword());
+        database.syncEveryCommit();
+        return database;
+    } catch (const RuntimeError& failure) {
+        throw RuntimeError(failure.number(), u"%1 (%2)"_s.arg(failure.description(), path));
+    }
+}
+
+}  // namespace
 
 QString dataFiles::cataloguePath(const QString& folder) {
     return QDir(folder).filePath(u"data.ddb"_s);
@@ -18,16 +36,18 @@ QString dataFiles::picturesPath(const QString& folder) {
     return QDir(folder).filePath(u"pictures.ddb"_s);
 }
 
+QString dataFiles::ownFolder() {
+    const QString user =
+        QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/BremDVDKalvera"_s;
+    return paths::chooseProgramFolder(QCoreApplication::applicationDirPath(), user, {}) + u"/data"_s;
+}
+
 sqlite::Database dataFiles::openCatalogue(const QString& folder) {
-    const QString path = cataloguePath(folder);
-    try {
-        sqlite::Database database(path, sqlite::Database::Mode::readWrite);
-        password::checkHeader(database, databasePassword());
-        database.syncEveryCommit();
-        return database;
-    } catch (const RuntimeError& failure) {
-        throw RuntimeError(failure.number(), u"%1 (%2)"_s.arg(failure.description(), path));
-    }
+    return open(cataloguePath(folder));
+}
+
+sqlite::Database dataFiles::openPictures(const QString& folder) {
+    return open(picturesPath(folder));
 }
 
 QByteArray dataFiles::script(const QString& name) {

@@ -19,6 +19,12 @@ QString picturesPath(const QString& folder);
 /// @throws RuntimeError when it is missing, damaged or not one of the program's own files.
 sqlite::Database openCatalogue(const QString& folder);
 
+/// The same for the pictures.
+sqlite::Database openPictures(const QString& folder);
+
+/// The folder of the pair that the program itself would open.
+QString ownFolder();
+
 /// One of the SQL scripts that the pair is created with, such as `catalogue.sql`.
 QByteArray script(const QString& name);
 

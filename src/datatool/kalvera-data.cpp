@@ -1,4 +1,4 @@
-// kalvera-data: creates pairs of data files, imports old ones, and loads and exports films as CSV.
+// kalvera-data: creates pairs of data files, imports old ones, looks after them, and loads and exports films.
 
 #include <QCoreApplication>
 #include <cstdio>
@@ -9,6 +9,7 @@
 #include "datatool/FilmLoader.h"
 #include "datatool/Importer.h"
 #include "datatool/Interruption.h"
+#include "datatool/careCommands.h"
 
 using namespace Qt::StringLiterals;
 
@@ -74,7 +75,20 @@ const Command commands[] = {
      u"STARÁ NOVÁ"_s,
      u"převede starou dvojici souborů ze složky STARÁ do složky NOVÁ"_s,
      {},
-     importPair}};
+     importPair},
+    {u"check"_s, u"[SLOŽKA]"_s, u"zkontroluje katalog a nic nemění"_s, {}, checkPair},
+    {u"repair"_s, u"[SLOŽKA]"_s, u"zálohuje katalog a opraví, co lze bez dohadů"_s, {}, repairPair},
+    {u"backup"_s,
+     u"[SLOŽKA] [KAM]"_s,
+     u"zálohuje katalog, i když s ním program právě pracuje"_s,
+     {{u"--keep"_s, u"N"_s, u"nechá jen N nejnovějších záloh"_s},
+      {u"--desktop"_s, {}, u"výsledek oznámí na ploše"_s}},
+     backUpPair},
+    {u"restore"_s,
+     u"ZÁLOHA [SLOŽKA]"_s,
+     u"vrátí katalog ze zálohy, nynější odloží stranou"_s,
+     {},
+     restorePair}};
 
 }  // namespace
 

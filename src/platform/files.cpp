@@ -58,6 +58,17 @@ bool files::sync(QFileDevice& file) {
     return file.flush() && file.error() == QFileDevice::NoError && syncHandle(file.handle());
 }
 
+void files::startSync(const QString& path) {
+#ifdef Q_OS_LINUX
+    const int handle = ::open(QFile::encodeName(path).constData(), O_RDWR | O_CLOEXEC);
+    if (handle < 0) return;
+    sync_file_range(handle, 0, 0, SYNC_FILE_RANGE_WRITE);
+    ::close(handle);
+#else
+    Q_UNUSED(path);
+#endif
+}
+
 void files::syncFolder(const QString& folder) {
 #ifdef Q_OS_UNIX
     const int handle = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);

@@ -29,6 +29,10 @@ void keepToOwner(QFileDevice& file);
 /// Brings what was written to an open file to disk. @return false when that failed, as on a full disk.
 [[nodiscard]] bool sync(QFileDevice& file);
 
+/// Begins to bring what was written to a file to disk, so that a later `sync` has less to wait for. Where the
+/// system has nothing of the kind, `sync` does it all.
+void startSync(const QString& path);
+
 /// Brings the names of a folder's files to disk, so that a file renamed or created there keeps its name
 /// through a power cut. A file system that cannot do it is left alone.
 void syncFolder(const QString& folder);

@@ -123,8 +123,9 @@ sqlite::Database::Database(const QString& path, Mode mode) {
         file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
     }
     sqlite3* opened = nullptr;
-    const int result = sqlite3_open_v2(absolute.toUtf8().constData(), &opened,
-                                       SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+    const int access = mode == Mode::readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+    const int result =
+        sqlite3_open_v2(absolute.toUtf8().constData(), &opened, access | SQLITE_OPEN_NOMUTEX, nullptr);
     handle_.reset(opened);
     if (result != SQLITE_OK) throwFailure(opened, result);
     sqlite3_extended_result_codes(opened, 1);
@@ -149,6 +150,36 @@ qint64 sqlite::Database::number(const char* sql) const {
     const Statement statement(*this, sql);
     if (!statement.step()) throw RuntimeError(errors::noCurrentRecord);
     return statement.number(0);
+}
+
+void sqlite::Database::attach(const QString& path, const QString& schema) const {
+    const Statement attaching(*this, "ATTACH ? AS ?");
+    attaching.bind(1, QFileInfo(path).absoluteFilePath());
+    attaching.bind(2, schema);
+    attaching.step();
+}
+
+void sqlite::Database::copyInto(const Database& target, const std::function<void()>& step) const {
+    struct Finish {
+        void operator()(sqlite3_backup* backup) const noexcept { sqlite3_backup_finish(backup); }
+    };
+    const std::unique_ptr<sqlite3_backup, Finish> backup(
+        sqlite3_backup_init(target.handle(), "main", handle(), "main"));
+    if (backup == nullptr) throwFailure(target.handle(), sqlite3_extended_errcode(target.handle()));
+    // The lock is given back between the pieces. Each time somebody has written, copying starts anew; in the
+    // end the writers wait.
+    constexpr int pages = 2000;
+    constexpr int patience = 3;
+    int passes = 0;
+    int left = 0;
+    int result = SQLITE_OK;
+    while (result == SQLITE_OK) {
+        step();
+        result = sqlite3_backup_step(backup.get(), passes < patience ? pages : -1);
+        if (sqlite3_backup_remaining(backup.get()) >= left) ++passes;
+        left = sqlite3_backup_remaining(backup.get());
+    }
+    if (result != SQLITE_DONE) throwFailure(nullptr, result);
 }
 
 sqlite::Statement::Statement(const Database& database, const QByteArray& sql) {

@@ -4,6 +4,7 @@
 
 #include <QByteArrayView>
 #include <QString>
+#include <functional>
 #include <memory>
 
 #include "platform/errors.h"
@@ -35,9 +36,11 @@ class Failure final : public RuntimeError {
 /// the file do not run.
 class Database final {
  public:
-    enum class Mode { readWrite, create };
+    enum class Mode { readOnly, readWrite, create };
 
-    /// Opens the file. Mode `create` creates it, for the owner only, and refuses an existing one.
+    /// Opens the file. Mode `create` creates it, for the owner only, and refuses an existing one. With
+    /// `readOnly` nothing is written, so that a file whose last writer was killed within a transaction cannot
+    /// be read: the failure has the code SQLITE_READONLY_ROLLBACK.
     /// @throws RuntimeError when it cannot be opened. SQLite reads nothing yet, so damage shows later.
     Database(const QString& path, Mode mode);
 
@@ -52,6 +55,14 @@ class Database final {
     /// The first column of the first row of a query.
     /// @throws RuntimeError when there is no row.
     qint64 number(const char* sql) const;
+
+    /// Makes another file readable under the name `schema`, in the mode of this one.
+    void attach(const QString& path, const QString& schema) const;
+
+    /// Replaces the content of `target` by that of this file as it stands at one moment. Others can read and
+    /// write this file meanwhile.
+    /// @param step runs between the pages; what it throws ends the copying.
+    void copyInto(const Database& target, const std::function<void()>& step) const;
 
  private:
     struct Close {

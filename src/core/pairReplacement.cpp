@@ -1,0 +1,134 @@
+#include "core/pairReplacement.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <filesystem>
+
+#include "platform/errors.h"
+#include "platform/files.h"
+#include "platform/sqlite.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QStringView catalogueName = u"data.ddb";
+const QStringView picturesName = u"pictures.ddb";
+const QStringView journal = u"-journal";
+
+QString newPair(const QString& folder) {
+    return QDir(folder).filePath(u".nova-dvojice"_s);
+}
+
+QString in(const QString& folder, QStringView name, QStringView ending = {}) {
+    return QDir(folder).filePath(name.toString() + ending.toString());
+}
+
+std::filesystem::path native(const QString& path) {
+    return QDir(path).absolutePath().toStdU16String();
+}
+
+[[noreturn]] void fail(const QString& what, const QString& path) {
+    throw RuntimeError(errors::pathAccess, u"%1: %2"_s.arg(what, QDir::toNativeSeparators(path)));
+}
+
+/// Rolls back what a killed writer left. A file that is too damaged for that keeps its journal.
+void rollBack(const QString& path) {
+    skipFailure([&] {
+        sqlite::Database(path, sqlite::Database::Mode::readWrite)
+            .number("SELECT COUNT(*) FROM sqlite_schema");
+    });
+}
+
+void keepUnder(const QString& path, const QString& other) {
+    std::error_code failure;
+    std::filesystem::create_hard_link(native(path), native(other), failure);
+    if (!failure) return;
+    files::copy(path, other);
+    QFile copy(other);
+    files::keepToOwner(copy);
+}
+
+/// Unlike QFile::rename, this replaces an existing file.
+void rename(const QString& from, const QString& to) {
+    std::error_code failure;
+    std::filesystem::rename(native(from), native(to), failure);
+    if (failure) fail(u"Soubor nelze nahradit"_s, to);
+}
+
+/// After a kill between putting aside and renaming, the files aside are still those in place.
+void removeSecondNames(const QString& folder) {
+    const QStringList subfolders = QDir(folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    for (const QString& name : subfolders) {
+        const QString aside = QDir(folder).filePath(name);
+        std::error_code failure;
+        if (!std::filesystem::equivalent(native(in(aside, catalogueName)), native(in(folder, catalogueName)),
+                                         failure))
+            continue;
+        for (const QStringView file : {picturesName, catalogueName}) {
+            QFile::remove(in(aside, file, journal));
+            QFile::remove(in(aside, file));
+        }
+        QDir().rmdir(aside);
+    }
+}
+
+bool putAside(const QString& folder, const QString& aside) {
+    bool any = false;
+    for (const QStringView name : {catalogueName, picturesName}) {
+        const QString path = in(folder, name);
+        if (!QFileInfo::exists(path)) continue;
+        if (!any && !QDir().mkpath(aside)) fail(u"Složku nelze vytvořit"_s, aside);
+        any = true;
+        const QString itsJournal = in(folder, name, journal);
+        if (QFileInfo::exists(itsJournal)) rollBack(path);
+        if (QFileInfo::exists(itsJournal)) keepUnder(itsJournal, in(aside, name, journal));
+        keepUnder(path, in(aside, name));
+    }
+    if (any) files::syncFolder(aside);
+    return any;
+}
+
+}  // namespace
+
+QString pairReplacement::makeRoom(const QString& folder) {
+    finish(folder);
+    // The pictures must never stand there alone.
+    QString room = newPair(folder);
+    QFile::remove(in(room, picturesName));
+    QDir(room).removeRecursively();
+    return room;
+}
+
+bool pairReplacement::replace(const QString& folder, const QString& aside) {
+    const QString from = newPair(folder);
+    const bool any = putAside(folder, aside);
+    // A journal that stayed would be played into the new file.
+    for (const QStringView name : {catalogueName, picturesName})
+        QFile::remove(in(folder, name, journal));
+    files::syncFolder(folder);
+    rename(in(from, catalogueName), in(folder, catalogueName));
+    rename(in(from, picturesName), in(folder, picturesName));
+    files::syncFolder(folder);
+    QDir(from).removeRecursively();
+    return any;
+}
+
+bool pairReplacement::isHalf(const QString& folder) {
+    return QFileInfo::exists(in(newPair(folder), picturesName)) &&
+           !QFileInfo::exists(in(newPair(folder), catalogueName));
+}
+
+QString pairReplacement::currentPictures(const QString& folder) {
+    return in(isHalf(folder) ? newPair(folder) : folder, picturesName);
+}
+
+void pairReplacement::finish(const QString& folder) {
+    removeSecondNames(folder);
+    if (!isHalf(folder)) return;
+    QFile::remove(in(folder, picturesName, journal));
+    rename(in(newPair(folder), picturesName), in(folder, picturesName));
+    files::syncFolder(folder);
+    QDir(newPair(folder)).removeRecursively();
+}

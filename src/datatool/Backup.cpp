@@ -1,0 +1,148 @@
+#include "datatool/Backup.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QScopeGuard>
+#include <QStandardPaths>
+#include <algorithm>
+#include <utility>
+
+#include "datatool/Check.h"
+#include "datatool/DataFiles.h"
+#include "datatool/Interruption.h"
+#include "datatool/PairView.h"
+#include "datatool/outputFile.h"
+#include "platform/FolderLock.h"
+#include "platform/files.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A backup that is not complete, or one about to be removed.
+QString unfinished(const QString& target) {
+    return QDir(target).filePath(u".kalvera-nedokonceno"_s);
+}
+
+/// Orders names of the same minute by their counter.
+std::pair<QString, int> orderOf(const QString& name) {
+    static const QRegularExpression form(u"^(\\d{4}-\\d{2}-\\d{2} \\d{4})(?: \\((\\d+)\\))?$"_s);
+    const QRegularExpressionMatch match = form.match(name);
+    return {match.captured(1), match.captured(2).toInt()};
+}
+
+bool isBackup(const QFileInfo& folder) {
+    if (orderOf(folder.fileName()).first.isEmpty() || folder.isSymLink()) return false;
+    const QStringList content =
+        QDir(folder.filePath())
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+    return content == QStringList{u"data.ddb"_s, u"pictures.ddb"_s};
+}
+
+QStringList removeOldest(const QString& target, int keep) {
+    QStringList names;
+    const QFileInfoList folders = QDir(target).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot);
+    for (const QFileInfo& folder : folders) {
+        if (isBackup(folder)) names += folder.fileName();
+    }
+    std::sort(names.begin(), names.end(),
+              [](const QString& left, const QString& right) { return orderOf(left) < orderOf(right); });
+    QStringList removed;
+    while (names.size() > keep) {
+        const QString name = names.takeFirst();
+        // Renamed first, so that half of it is never taken for a backup.
+        if (!QDir(target).rename(name, unfinished(target)) || !QDir(unfinished(target)).removeRecursively())
+            outputFile::fail(u"Starší zálohu nelze odstranit"_s, QDir(target).filePath(name));
+        removed += name;
+    }
+    return removed;
+}
+
+void syncFile(const QString& path) {
+    QFile file(path);
+    if (!file.open(QFile::ReadWrite) || !files::sync(file)) outputFile::failWriting(path);
+}
+
+void copyFile(const sqlite::Database& source, const QString& path) {
+    const sqlite::Database copy(path, sqlite::Database::Mode::create);
+    // A copy that fails is removed as a whole, and a complete one is synced once.
+    copy.exec("PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF; PRAGMA cache_size=-500");
+    try {
+        source.copyInto(copy, [&path] {
+            interruption::check();
+            files::startSync(path);
+        });
+    } catch (const sqlite::Failure& failure) {
+        throw RuntimeError(failure.number(), u"%1 (při kopírování do %2)"_s.arg(failure.description(), path));
+    }
+}
+
+}  // namespace
+
+QString backup::Report::text() const {
+    QStringList lines = notes;
+    lines += u"Záloha je hotová a zkontrolovaná: %1"_s.arg(QDir::toNativeSeparators(folder));
+    for (const QString& name : removed)
+        lines += u"Odstraněna starší záloha %1"_s.arg(name);
+    return lines.join(u'\n') + u'\n';
+}
+
+QString backup::defaultTarget() {
+    return QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation))
+        .filePath(u"Zálohy Kalvéra"_s);
+}
+
+QString backup::freeName(const QString& parent, const QString& prefix, const QDateTime& now) {
+    const QString first = prefix + now.toString(u"yyyy-MM-dd HHmm"_s);
+    QString name = first;
+    for (int counter = 2; QFileInfo::exists(QDir(parent).filePath(name)); ++counter)
+        name = u"%1 (%2)"_s.arg(first).arg(counter);
+    return name;
+}
+
+QStringList backup::copyPair(const QString& from, const QString& to,
+                             const std::function<void(const QString&)>& tell) {
+    if (!QDir().mkpath(to)) outputFile::fail(u"Složku nelze vytvořit"_s, to);
+    QFile::setPermissions(to, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    const PairView source(from);
+    source.forEach([&](const sqlite::Database& database, const QString& name) {
+        tell(u"Kopíruje se soubor %1"_s.arg(name));
+        copyFile(database, QDir(to).filePath(name));
+    });
+    const PairView copy(to);
+    // Just written and nobody else's: reading it in place of copying its pages cannot fail.
+    copy.forEach([](const sqlite::Database& database, const QString& /*name*/) {
+        database.exec("PRAGMA mmap_size=2147418112");
+    });
+    const QStringList damaged = check::damaged(copy, tell);
+    if (!damaged.isEmpty()) {
+        throw RuntimeError(errors::database,
+                           u"%1 Zdroj kopie: %2"_s.arg(damaged.join(u' '), QDir::toNativeSeparators(from)));
+    }
+    for (const QString& path : {dataFiles::cataloguePath(to), dataFiles::picturesPath(to)})
+        syncFile(path);
+    files::syncFolder(to);
+    return source.notes();
+}
+
+backup::Report backup::run(const QString& folder, const QString& parent, int keep, const QDateTime& now,
+                           const std::function<void(const QString&)>& tell) {
+    const QString target = QDir(parent).absolutePath();
+    if (!QDir().mkpath(target)) outputFile::fail(u"Složku nelze vytvořit"_s, target);
+    const FolderLock lock(target);
+    if (lock.isTaken()) outputFile::fail(u"Do složky právě zálohuje někdo jiný"_s, target);
+    const QString making = unfinished(target);
+    const auto clear = qScopeGuard([&making] { QDir(making).removeRecursively(); });
+    if (!QDir(making).removeRecursively()) outputFile::fail(u"Složku nelze odstranit"_s, making);
+    Report report;
+    report.notes = copyPair(folder, making, tell);
+    const QString name = freeName(target, {}, now);
+    report.folder = QDir(target).filePath(name);
+    if (!QDir(target).rename(making, report.folder))
+        outputFile::fail(u"Složku nelze vytvořit"_s, report.folder);
+    files::syncFolder(target);
+    if (keep > 0) report.removed = removeOldest(target, keep);
+    return report;
+}

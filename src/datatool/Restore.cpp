@@ -1,0 +1,47 @@
+#include "datatool/Restore.h"
+
+#include <QDir>
+#include <QScopeGuard>
+
+#include "core/pairReplacement.h"
+#include "datatool/Backup.h"
+#include "datatool/Interruption.h"
+#include "datatool/outputFile.h"
+
+using namespace Qt::StringLiterals;
+
+QString restore::Report::text() const {
+    QStringList lines = notes;
+    lines += u"Katalog ze zálohy je na místě: %1"_s.arg(QDir::toNativeSeparators(folder));
+    if (!aside.isEmpty())
+        lines += u"Dosavadní soubory jsou odložené ve složce %1"_s.arg(QDir::toNativeSeparators(aside));
+    return lines.join(u'\n') + u'\n';
+}
+
+void restore::refuseTaken(const FolderLock& lock, const QString& folder) {
+    if (!lock.isTaken()) return;
+    const QString holder = lock.holder().isEmpty() ? u"jiný uživatel"_s : lock.holder();
+    outputFile::fail(u"S daty právě pracuje program (spustil ho %1), nejdřív ho zavřete"_s.arg(holder),
+                     folder);
+}
+
+QString restore::asideFolder(const QString& folder, const QDateTime& now) {
+    return QDir(folder).filePath(backup::freeName(folder, u"Odloženo "_s, now));
+}
+
+restore::Report restore::run(const QString& backup, const QString& folder, const QDateTime& now,
+                             const std::function<void(const QString&)>& tell) {
+    if (!QDir().mkpath(folder)) outputFile::fail(u"Složku nelze vytvořit"_s, folder);
+    const FolderLock lock(folder);
+    refuseTaken(lock, folder);
+    Report report{QDir(folder).absolutePath(), {}, {}};
+    {
+        auto undo = qScopeGuard([&folder] { pairReplacement::makeRoom(folder); });
+        report.notes = backup::copyPair(backup, pairReplacement::makeRoom(folder), tell);
+        interruption::check();
+        undo.dismiss();
+    }
+    const QString aside = asideFolder(report.folder, now);
+    if (pairReplacement::replace(report.folder, aside)) report.aside = aside;
+    return report;
+}

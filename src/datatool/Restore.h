@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+#include <QStringList>
+#include <functional>
+
+#include "platform/FolderLock.h"
+
+/// Puts a backup into the place of a pair.
+namespace restore {
+
+/// What was done.
+struct Report {
+    QString folder;
+    QString aside;  // folder of the former pair; "" when there was none
+    QStringList notes;
+
+    QString text() const;
+};
+
+/// Checks the backup and puts a copy of it in place. The former pair goes into a folder named by date and
+/// time within `folder`. A kill at any moment leaves a whole pair: see core/pairReplacement.
+/// @param tell is told what is being done, in Czech.
+/// @throws RuntimeError when the program holds `folder`, the backup is damaged, or files cannot be written;
+/// the
+///         former pair then stays.
+Report run(const QString& backup, const QString& folder, const QDateTime& now,
+           const std::function<void(const QString&)>& tell);
+
+/// Refuses a folder that is in use.
+/// @throws RuntimeError when another program holds the lock.
+void refuseTaken(const FolderLock& lock, const QString& folder);
+
+/// A new folder within `folder` for a pair that is put aside.
+QString asideFolder(const QString& folder, const QDateTime& now);
+
+}  // namespace restore

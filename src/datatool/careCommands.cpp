@@ -1,0 +1,92 @@
+#include "datatool/careCommands.h"
+
+#include <QDateTime>
+#include <QProcess>
+
+#include "datatool/Backup.h"
+#include "datatool/Check.h"
+#include "datatool/DataFiles.h"
+#include "datatool/Progress.h"
+#include "datatool/Repair.h"
+#include "datatool/Restore.h"
+#include "platform/errors.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Runs `work` with a bar that shows what is being done.
+template <typename Work>
+auto withBar(const CommandCall& call, Work&& work) {
+    ProgressBar bar(call.errors);
+    return work([show = bar.function()](const QString& what) { show(what, 0, 0); });
+}
+
+QString folderOf(const CommandCall& call, qsizetype operand) {
+    return call.operands.size() > operand ? call.operands[operand] : dataFiles::ownFolder();
+}
+
+/// Tells the result of a command that was started from the desktop's menu, by the first program that can.
+void notify(const QString& heading, const QString& text) {
+    const std::pair<QString, QStringList> programs[] = {
+        {u"notify-send"_s, {u"--icon=kalvera"_s, heading, text}},
+        {u"kdialog"_s, {u"--title"_s, heading, u"--msgbox"_s, text}},
+        {u"zenity"_s, {u"--info"_s, u"--no-markup"_s, u"--title"_s, heading, u"--text"_s, text}},
+        {u"xmessage"_s, {text}}};
+    for (const auto& [program, arguments] : programs) {
+        if (QProcess::execute(program, arguments) == 0) return;
+    }
+}
+
+int backUp(const CommandCall& call) {
+    int keep = 0;
+    if (call.has(u"--keep"_s)) {
+        keep = call.options[u"--keep"_s].toInt();
+        if (keep < 1) {
+            call.errors << u"Chyba: Volba --keep potřebuje počet záloh, nejméně 1.\n"_s;
+            return exitUsage;
+        }
+    }
+    const QString target = call.operands.size() > 1 ? call.operands[1] : backup::defaultTarget();
+    const backup::Report report = withBar(call, [&](const auto& show) {
+        return backup::run(folderOf(call, 0), target, keep, QDateTime::currentDateTime(), show);
+    });
+    call.output << report.text();
+    if (call.has(u"--desktop"_s)) notify(u"Zálohování katalogu"_s, report.text());
+    return 0;
+}
+
+}  // namespace
+
+int checkPair(const CommandCall& call) {
+    const check::Report report =
+        withBar(call, [&](const auto& show) { return check::run(folderOf(call, 0), show); });
+    call.output << report.text();
+    return report.isClean() ? 0 : exitDifference;
+}
+
+int repairPair(const CommandCall& call) {
+    const repair::Report report = withBar(call, [&](const auto& show) {
+        return repair::run(folderOf(call, 0), QDateTime::currentDateTime(), show);
+    });
+    call.output << report.text();
+    return report.isWhole() ? 0 : exitDifference;
+}
+
+int backUpPair(const CommandCall& call) {
+    try {
+        return backUp(call);
+    } catch (const RuntimeError& failure) {
+        if (call.has(u"--desktop"_s))
+            notify(u"Zálohování katalogu"_s, u"Záloha nevznikla. "_s + failure.description());
+        throw;
+    }
+}
+
+int restorePair(const CommandCall& call) {
+    const restore::Report report = withBar(call, [&](const auto& show) {
+        return restore::run(call.operands[0], folderOf(call, 1), QDateTime::currentDateTime(), show);
+    });
+    call.output << report.text();
+    return 0;
+}
