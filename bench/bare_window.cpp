@@ -1,4 +1,4 @@
-// The yardstick of start.cpp: the least that a program with a main window of this kind does.
+// The yardstick of start.cpp: a program that does nothing but show a main window of this kind.
 
 #include <QApplication>
 #include <QMainWindow>

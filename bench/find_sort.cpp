@@ -10,6 +10,7 @@
 #include "catalogue/frmMaster.h"
 #include "catalogue/modSortLvw.h"
 #include "platform/collation.h"
+#include "platform/index.h"
 #include "platform/sqlite.h"
 #include "ratios.h"
 #include "support/ScriptedOutside.h"
@@ -25,7 +26,7 @@ constexpr int numberColumn = 0;
 constexpr int titleColumn = 1;
 constexpr int dateColumn = 4;
 
-std::unique_ptr<frmMaster> master;  // goes before the application does
+std::unique_ptr<frmMaster> master;  // destroyed before the application
 
 frmMaster& window() {
     static const BenchCatalogue catalogue(films, loans);
@@ -40,7 +41,7 @@ ListView& list() {
 
 std::vector<QString> texts(int column) {
     std::vector<QString> all;
-    all.reserve(static_cast<std::size_t>(list().count()));
+    all.reserve(toSize(list().count()));
     for (int row = 0; row < list().count(); ++row)
         all.push_back(list().cell(row, column).toString());
     return all;
@@ -65,9 +66,8 @@ void search(benchmark::State& state) {
 
 void bareSort(const std::vector<double>& keys, std::vector<int>& order) {
     std::iota(order.begin(), order.end(), 0);
-    std::stable_sort(order.begin(), order.end(), [&keys](int left, int right) {
-        return keys[static_cast<std::size_t>(left)] < keys[static_cast<std::size_t>(right)];
-    });
+    std::stable_sort(order.begin(), order.end(),
+                     [&keys](int left, int right) { return elementAt(keys, left) < elementAt(keys, right); });
 }
 
 void bareSortByKeys(benchmark::State& state, int column, double (*value)(QStringView)) {
@@ -100,13 +100,13 @@ void bareTexts(benchmark::State& state) {
         std::vector<int> order(cells.size());
         std::iota(order.begin(), order.end(), 0);
         std::stable_sort(order.begin(), order.end(), [&keys](int left, int right) {
-            return keys[static_cast<std::size_t>(left)] < keys[static_cast<std::size_t>(right)];
+            return elementAt(keys, left) < elementAt(keys, right);
         });
         benchmark::DoNotOptimize(order.data());
     }
 }
 
-/// Clicks on a column, each time from the order that filling the list gives.
+/// Clicks on a column, each time from the order of a freshly filled list.
 void clicks(benchmark::State& state, int column) {
     frmMaster& window = ::window();
     for (auto _ : state) {

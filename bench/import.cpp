@@ -1,7 +1,7 @@
-// An old pair taken over, in time and memory, beside what mdbtools alone needs to export the same tables and
-// a plain write of as many bytes as the new pair has, brought to disk. The first argument names the folder of
-// the old pair; the small one of the tests serves without it, where starting the programs takes most of the
-// time.
+// Time and memory to import an old pair, beside what mdbtools alone needs to export the same tables and a
+// plain, synced write of as many bytes as the new pair has. The first argument names the folder of the old
+// pair; the small one of the tests serves without it, but there most of the time goes into starting the
+// programs.
 
 #include <sys/resource.h>
 #include <sys/wait.h>

@@ -4,7 +4,6 @@
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
-#include <QDir>
 #include <QTemporaryDir>
 #include <QTextStream>
 #include <algorithm>

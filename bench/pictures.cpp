@@ -1,5 +1,5 @@
-// A picture of 50 MB stored and taken out again, in time and memory, beside two copies of the same file with
-// a sync to disk; and the editor opened on a film with two pictures, in a small and a large catalogue.
+// Time and memory to store a picture of 50 MB and take it out again, beside two copies of the same file
+// with a sync to disk; and the editor opened on a film with two pictures, in a small and a large catalogue.
 
 #include <fcntl.h>
 #include <unistd.h>

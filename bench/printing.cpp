@@ -11,7 +11,6 @@
 #include <memory>
 
 #include "benchCatalogue.h"
-#include "core/mDatabase.h"
 #include "platform/files.h"
 #include "platform/sqlite.h"
 #include "printing/filmLists.h"
@@ -99,8 +98,8 @@ void bareSimple(benchmark::State& state) {
     }
 }
 
-/// Puts pictures of an earlier run away, so that all are new in each run. They are not deleted: some file
-/// systems are slow for a while in giving out the places of deleted files again.
+/// Moves the pictures of an earlier run aside, so that each run writes new ones. They are not deleted, as
+/// some file systems are slow to reuse the space of deleted files.
 void putPicturesAway(benchmark::State& state, const BenchCatalogue& catalogue) {
     static int runs = 0;
     state.PauseTiming();

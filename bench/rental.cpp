@@ -201,8 +201,8 @@ BENCHMARK(bulk)->Arg(50)->Arg(500)->Unit(benchmark::kMillisecond)->UseRealTime()
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    // A window that comes and goes gives its memory back to the system each time, and getting it anew would
-    // cost more than what is measured, on both sides.
+    // A window that is opened and closed returns its memory to the system each time; allocating it again
+    // would cost more than what is measured, on both sides.
     constexpr int keep = 500'000'000;
     mallopt(M_TRIM_THRESHOLD, keep);
     mallopt(M_MMAP_THRESHOLD, keep);

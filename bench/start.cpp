@@ -82,7 +82,7 @@ class Screen {
         }
     }
 
-    /// Sends the key of a blank to a window, and looks at what is drawn into it no longer.
+    /// Sends the key of a blank to a window, and ignores what is drawn into it from then on.
     void press(Window window) {
         XEvent event = {};
         event.xkey.type = KeyPress;
@@ -113,7 +113,7 @@ void start(benchmark::State& state, const std::string& program, Until until) {
         const Window first = screen.waitForPaint();
         if (until == Until::secondWindow) {
             screen.press(first);
-            // The first one can be drawn anew before it goes.
+            // The first one can be redrawn before it closes.
             while (screen.waitForPaint() == first) {
             }
         }
@@ -147,7 +147,7 @@ class Medians final : public benchmark::ConsoleReporter {
 }  // namespace
 
 int main(int argc, char** argv) {
-    // Starts of both are mixed, so that both meet the same machine.
+    // Starts of both alternate, so that both run under the same conditions.
     std::vector<char*> arguments(argv, argv + argc);
     std::string mixed = "--benchmark_enable_random_interleaving=true";
     arguments.push_back(mixed.data());

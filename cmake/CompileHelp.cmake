@@ -1,12 +1,12 @@
-# Compiles the help file napoveda.chm in the folder OUT from the pages in SOURCE, with CHMCMD, ICONV and PYTHON. The pages
-# are kept in UTF-8; in the file they are in Windows-1250, as the usual viewers take contents and index to be.
+# Compiles the help file napoveda.chm in the folder OUT from the pages in SOURCE, with CHMCMD, ICONV and PYTHON. The
+# pages are kept in UTF-8 and compiled in Windows-1250, which the usual viewers expect of contents and index.
 file(REMOVE_RECURSE ${OUT})
 file(MAKE_DIRECTORY ${OUT})
 file(GLOB pictures ${SOURCE}/*.png)
 file(GLOB pages ${SOURCE}/*.html ${SOURCE}/napoveda.*)
 file(COPY ${pictures} DESTINATION ${OUT})
 
-# A window of which there is no picture yet is told of without one.
+# Leaves out pictures that have not been taken yet.
 function(leave_out_missing_pictures page)
     string(REGEX MATCHALL "src=\"obr-[a-z-]+\\.png\"" names "${${page}}")
     foreach(name IN LISTS names)
@@ -30,7 +30,7 @@ foreach(path IN LISTS pages)
 endforeach()
 file(REMOVE ${OUT}/unicode.tmp)
 
-# It looks for all files in the folder that it is run in, and tells of failures in words alone.
+# chmcmd looks for all files in its working directory and reports failures only in its output.
 execute_process(COMMAND ${CHMCMD} napoveda.hhp WORKING_DIRECTORY ${OUT}
                 OUTPUT_VARIABLE told ERROR_VARIABLE told RESULT_VARIABLE result)
 if(NOT result EQUAL 0 OR NOT EXISTS ${OUT}/napoveda.chm OR told MATCHES "[Ee]rror|[Ww]arning|not found|does not exist")

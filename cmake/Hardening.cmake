@@ -1,4 +1,4 @@
-# Hardening of optimised builds, and binaries that do not tell where they were built.
+# Hardening of optimised builds, and binaries without paths of the build.
 include(CheckPIESupported)
 check_pie_supported(OUTPUT_VARIABLE pie_trouble LANGUAGES CXX)
 if(NOT CMAKE_CXX_LINK_PIE_SUPPORTED)

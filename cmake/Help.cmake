@@ -1,4 +1,4 @@
-# The help file, made by the target `help_file` from the pages in data/help. It lies in KALVERA_HELP.
+# The help file, made by the target `help_file` from the pages in data/help. KALVERA_HELP is its path.
 find_program(KALVERA_CHMCMD NAMES chmcmd REQUIRED)
 find_program(KALVERA_ICONV NAMES iconv REQUIRED)
 find_package(Python3 REQUIRED COMPONENTS Interpreter)

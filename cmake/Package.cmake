@@ -2,7 +2,7 @@
 include(GNUInstallDirs)
 set(KALVERA_MAINTAINER "Brem <kalvera@brem.example>")
 
-# A pair of its own: the one of the program folder may have films in it by now. Every user copies it.
+# A separate pair, which every user's copy is made from: the one in the program folder may contain films by now.
 set(fresh ${CMAKE_BINARY_DIR}/fresh/data)
 add_custom_target(fresh_files ALL
     COMMAND ${CMAKE_COMMAND} -E rm -rf ${fresh}
@@ -12,7 +12,7 @@ add_custom_target(fresh_files ALL
     VERBATIM)
 add_dependencies(fresh_files ready_made_files)
 
-# Where the programs look for what is theirs alone: see toolkit/Browser and datatool/OldFile.
+# Where the programs look for their private files: see toolkit/Browser and datatool/OldFile.
 set(own_libraries lib/kalvera)
 install(TARGETS kalvera kalvera-data RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(TARGETS kalvera_browser LIBRARY DESTINATION ${own_libraries})
@@ -21,7 +21,7 @@ if(TARGET kalvera-nulls)
 endif()
 install(CODE "
     if(CMAKE_INSTALL_DO_STRIP)
-        # What the compilers note about themselves stays behind a plain strip.
+        # A plain strip keeps the compiler's own notes.
         set(root \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}\")
         file(GLOB binaries \${root}/${CMAKE_INSTALL_BINDIR}/kalvera* \${root}/${own_libraries}/*)
         execute_process(COMMAND ${CMAKE_STRIP} --remove-section=.comment --remove-section=.note \${binaries}
@@ -34,7 +34,7 @@ install(FILES packaging/example.brem.kalvera.metainfo.xml DESTINATION ${CMAKE_IN
 install(FILES packaging/copyright packaging/third-party-notices DESTINATION ${CMAKE_INSTALL_DOCDIR})
 include(${PROJECT_SOURCE_DIR}/cmake/PackageFiles.cmake)
 
-# What is loaded or called at run time and linked by nothing, so that no one else notices it.
+# Packages that are loaded or called at run time but not linked, so that they cannot be detected.
 set(run_time_packages
     ca-certificates           # the authorities that a web site's certificate is checked against
     fonts-liberation          # letters of the width that the windows are laid out for

@@ -1,5 +1,5 @@
-# What the package has beside the program: icons as PNG, and texts as Debian wants them compressed, all made by the
-# target `package_files`. Icons are left out where rsvg-convert is missing; cpack then refuses to make the package.
+# The package's icons as PNG and its compressed texts, made by the target `package_files`. Icons are left out where
+# rsvg-convert is missing; cpack then refuses to make the package.
 find_program(KALVERA_RSVG_CONVERT NAMES rsvg-convert)
 find_program(KALVERA_GZIP NAMES gzip REQUIRED)
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
@@ -7,7 +7,7 @@ set(package_folder ${CMAKE_BINARY_DIR}/package)
 file(MAKE_DIRECTORY ${package_folder})
 set(package_files "")
 
-# SOURCE compressed without its name and time, installed as NAME.gz in each of the folders behind it.
+# Compresses SOURCE without its name and time and installs it as NAME.gz into each of the folders that follow.
 function(install_compressed source name)
     set(compressed ${package_folder}/${name}.gz)
     add_custom_command(OUTPUT ${compressed}
@@ -20,7 +20,7 @@ function(install_compressed source name)
     endforeach()
 endfunction()
 
-# There are Czech pages alone: they serve every language.
+# The pages exist in Czech only and serve every language.
 foreach(page IN ITEMS kalvera.1 kalvera-data.1)
     install_compressed(${PROJECT_SOURCE_DIR}/data/man/${page} ${page}
         ${CMAKE_INSTALL_MANDIR}/man1 ${CMAKE_INSTALL_MANDIR}/cs/man1)

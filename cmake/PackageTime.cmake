@@ -1,5 +1,5 @@
-# Read by cpack before it packs. Every file of the package gets the time of the commit, so that two builds of it are the
-# same byte for byte. Who builds from a tree without git sets SOURCE_DATE_EPOCH.
+# Run by cpack before packing. Every file of the package gets the time of the commit, so that two builds of it are
+# identical byte for byte. A tree without git needs SOURCE_DATE_EPOCH set.
 if(CPACK_KALVERA_MISSING)
     message(FATAL_ERROR "Missing when the build was configured: ${CPACK_KALVERA_MISSING}")
 endif()

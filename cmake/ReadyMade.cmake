@@ -6,7 +6,7 @@ configure_file(${PROJECT_SOURCE_DIR}/data/finddvd2.htm.in ${KALVERA_PAGES}/findd
 
 include(${PROJECT_SOURCE_DIR}/cmake/Help.cmake)
 
-# The fresh pair beside the program. A data folder that is there already is the user's.
+# The fresh pair beside the program. An existing pair is the user's and is kept.
 add_custom_target(ready_made_files ALL
     COMMAND ${CMAKE_COMMAND} -D TOOL=$<TARGET_FILE:kalvera-data> -D FOLDER=${KALVERA_PROGRAM_FOLDER}/data
             -D PAGES=${KALVERA_PAGES} -D HELP=${KALVERA_HELP}

@@ -1,6 +1,6 @@
-# Read by cpack behind the packing, to mend two things. It has scripts call ldconfig for every library in a folder
-# directly below lib, as if the linker looked there; the plugin needs none, and a package without such scripts cannot
-# fail in them. And it gives folders the permissions that the builder's umask leaves.
+# Run by cpack after packing, to correct two things. cpack adds scripts that call ldconfig for every library in a
+# folder directly below lib; the plugin needs none, and a package without scripts cannot fail in them. And it gives
+# folders the permissions that the builder's umask leaves.
 list(FILTER CPACK_PACKAGE_FILES INCLUDE REGEX "[.]deb$")
 foreach(package IN LISTS CPACK_PACKAGE_FILES)
     set(tree ${CPACK_TOPLEVEL_DIRECTORY}/repacked)

@@ -1,4 +1,4 @@
-"""Takes the two times of its making out of a help file, so that the same pages give the same file.
+"""Clears the two creation times in a help file, so that the same pages give the same file.
 
     helpTimes.py FILE.chm
 """

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Adds customers, loans and pictures to the demo's fresh pair of data files, in which its films stand already.
+"""Adds customers, loans and pictures to the demo's fresh pair of data files, which contain its films already.
 
     fill.py DATA_FOLDER PICTURES_FOLDER
 """
@@ -29,8 +29,8 @@ def czech(left, right):
 
 def open_file(path):
     database = sqlite3.connect(path)
-    # The order that the columns are declared with. Of what is written here only names and the letters of picture
-    # groups stand in an index under it.
+    # The order that the columns are declared with. Of what is written here, only names and the letters of picture
+    # groups are in an index with that order.
     database.create_collation("CZECH", czech)
     return database
 

@@ -289,7 +289,7 @@ def at(x, y):
 
 
 def front(film, title, width, height):
-    """The words of a command that leaves a front with its title as one picture."""
+    """The arguments of a command that draws a front with its title."""
     design = Design(film["CZJm"])
     drawing = " ".join(MOTIFS[design.motif](width, height, design))
     band = int(height * 0.72)

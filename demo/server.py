@@ -178,7 +178,7 @@ class CoverArchive:
 
 
 class UpdateHost:
-    """Tells of a newer version, and sends what stands for it."""
+    """Offers a newer version and sends a stand-in for its installer."""
 
     def get(self, path, _query):
         if path == "/podpora/files/dvdkalver.asp":
@@ -229,7 +229,7 @@ class Handler(http.server.BaseHTTPRequestHandler):
 
 class Server(http.server.ThreadingHTTPServer):
     def handle_error(self, *_):
-        """Whoever asked has gone away."""
+        """The client has closed the connection."""
 
 
 def main():

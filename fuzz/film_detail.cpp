@@ -1,11 +1,10 @@
-// A whole reading of a film: the three pages are what stands between two form feeds. It ends with fields or
-// with the one failure that a page may cause.
+// A whole reading of a film: the three pages are separated by form feeds. It ends with fields or with the
+// one failure that a page may cause.
 
 #include <QDir>
 #include <QFile>
 #include <QHash>
 #include <QTemporaryDir>
-#include <cstdlib>
 
 #include "fuzzText.h"
 #include "lookup/mDetail.h"

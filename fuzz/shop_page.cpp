@@ -1,7 +1,6 @@
 // The shop's list page and a film's page: fields, or one of the failures that a link may cause.
 
 #include <QMap>
-#include <QTemporaryDir>
 
 #include "fuzzText.h"
 #include "lookup/mObchod.h"

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QObject>
 #include <QOpenGLContext>
+#include <QtPlugin>
 
 #ifdef Q_OS_UNIX
 #include <unistd.h>

@@ -4,6 +4,7 @@
 #include <QTimer>
 #include <QUrl>
 #include <QWebEngineLoadingInfo>
+#include <QWebEnginePage>
 #include <QWebEngineScript>
 #include <QWebEngineSettings>
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QPointer>
-#include <QWebEnginePage>
 #include <QWebEngineProfile>
 #include <QWebEngineView>
 #include <memory>

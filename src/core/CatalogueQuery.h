@@ -34,8 +34,7 @@ class CatalogueQuery final {
     /// Closes the rows and runs another query on the same connection.
     void reopen(const QString& sql);
 
-    /// Closes the catalogue early, skipping failures. Whatever is done to the rows afterwards fails with
-    /// 3704.
+    /// Closes the catalogue early, skipping failures. Using the rows afterwards fails with 3704.
     void close();
 
  private:

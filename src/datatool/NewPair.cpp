@@ -25,8 +25,9 @@ std::unique_ptr<sqlite::Database> newDatabase(const QString& path, const QString
     return database;
 }
 
-void writeText(const QString& path, const QString& text) {
-    QFile file(path);
+/// @param path the final path, for the message of a failure.
+void writeText(const QString& made, const QString& path, const QString& text) {
+    QFile file(made);
     const QByteArray bytes = text.toUtf8();
     if (!file.open(QFile::WriteOnly | QFile::NewOnly)) outputFile::failWriting(path);
     files::keepToOwner(file);  // it names films and customers
@@ -47,7 +48,7 @@ NewPair::Folder::Folder(const QString& path) {
 }
 
 NewPair::Folder::~Folder() {
-    // A folder into which somebody else has put something stays.
+    // A folder that meanwhile contains something else is kept.
     for (const QString& folder : std::as_const(made_))
         QDir().rmdir(folder);
 }
@@ -85,7 +86,7 @@ void NewPair::discard() {
 void NewPair::keep(const QString& report) {
     for (File& file : files_) {
         if (file.database == nullptr) {
-            writeText(file.made, report);
+            writeText(file.made, file.path, report);
             continue;
         }
         file.database.reset();

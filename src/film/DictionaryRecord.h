@@ -24,7 +24,6 @@ class DictionaryRecord : public QDialog {
     ~DictionaryRecord() override;
 
     /// The record's id; 0 for a record that is not stored yet.
-    qint32 zaznam() const noexcept { return zaznam_; }
     void setZaznam(qint32 id) noexcept { zaznam_ = id; }
 
     /// Shows the stored name of the record.

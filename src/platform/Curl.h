@@ -3,8 +3,8 @@
 #define CURL_DISABLE_TYPECHECK  // the checks are macros over the linked functions
 #include <curl/curl.h>
 
-/// The functions of libcurl that downloads need. The library is loaded with the first download: linked in, it
-/// and what it pulls in would cost every start of the program several milliseconds.
+/// The functions of libcurl that downloads need. The library is loaded with the first download: linked in,
+/// it and its own dependencies would cost every start of the program several milliseconds.
 struct Curl {
     decltype(&curl_easy_init) easyInit = nullptr;
     decltype(&curl_easy_setopt) set = nullptr;

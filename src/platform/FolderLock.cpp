@@ -4,6 +4,8 @@
 #include <QFile>
 #include <QSysInfo>
 
+#include "platform/index.h"
+
 #ifdef Q_OS_WIN
 #include <windows.h>
 #else
@@ -33,7 +35,7 @@ QString readHolder(const QString& path) {
 }  // namespace
 
 FolderLock::FolderLock(const QString& folder) : path_(QDir(folder).filePath(u"kalvera.lock"_s)) {
-    // The file may be removed by a program that is just ending, between its being opened and locked here.
+    // A program that is just ending may remove the file after it was opened here and before it is locked.
     constexpr int attempts = 10;
     for (int attempt = 0; attempt < attempts && !lock(); ++attempt) {
     }
@@ -66,11 +68,11 @@ void FolderLock::release() {
 
 #else
 
-/// @return false when the locked file is not the folder's any more, so that it has to be done again.
+/// @return false when the file was removed or replaced before it was locked; try again then.
 bool FolderLock::lock() {
     const QByteArray name = QFile::encodeName(path_);
     handle_ = ::open(name.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
-    // One that another user's program left behind.
+    // The file may belong to another user whose program was killed.
     if (handle_ < 0) handle_ = ::open(name.constData(), O_RDONLY | O_CLOEXEC);
     if (handle_ < 0) return true;
     if (flock(handle_, LOCK_EX | LOCK_NB) != 0) {
@@ -88,9 +90,8 @@ bool FolderLock::lock() {
         return false;
     }
     const QByteArray user = thisUser();
-    // Without the name the lock is as good.
-    if (ftruncate(handle_, 0) == 0 &&
-        ::write(handle_, user.constData(), static_cast<size_t>(user.size())) < 0)
+    // The lock holds even if the name cannot be written.
+    if (ftruncate(handle_, 0) == 0 && ::write(handle_, user.constData(), toSize(user.size())) < 0)
         qWarning("The holder of the data folder cannot be written.");
     return true;
 }

@@ -2,9 +2,9 @@
 
 #include <QString>
 
-/// The right to be the only program with a window on a data folder: scratch files there have fixed names. The
-/// system itself takes it back when the program ends, in whatever way, so nobody is blocked by one that was
-/// killed. Works across users and, on shared folders that know locks, across machines.
+/// The lock that keeps a second program off a data folder, whose scratch files have fixed names. The system
+/// releases it however the program ends, so a killed program blocks nobody. It works across users and, on
+/// network folders that support locks, across machines.
 class FolderLock final {
  public:
     /// Takes the lock of `folder` if it is free. A folder that cannot be locked, such as a read-only one,
@@ -16,7 +16,7 @@ class FolderLock final {
 
     /// True when another program holds the folder.
     bool isTaken() const noexcept { return taken_; }
-    /// Who holds a taken folder, such as "jana na počítači sklep"; "" when that cannot be read.
+    /// The holder of a taken folder, such as "jana na počítači sklep"; "" when that cannot be read.
     const QString& holder() const noexcept { return holder_; }
 
  private:

@@ -3,9 +3,9 @@
 #include <QNetworkProxyFactory>
 #include <QSslCertificate>
 #include <QSslConfiguration>
-#include <memory>
 
 #include "platform/Curl.h"
+#include "platform/index.h"
 
 using namespace Qt::StringLiterals;
 
@@ -19,7 +19,7 @@ bool isWebAddress(const QUrl& url) {
     return url.isValid() && (url.scheme() == u"http" || url.scheme() == u"https");
 }
 
-/// What the library takes as a proxy; "" for none, so that it does not look for one by itself.
+/// The proxy in the form that libcurl takes; "" for none, as libcurl would otherwise look for one itself.
 QByteArray systemProxy(const QUrl& address) {
     const QList<QNetworkProxy> proxies =
         QNetworkProxyFactory::systemProxyForQuery(QNetworkProxyQuery(address));
@@ -56,7 +56,7 @@ QByteArray trustedCertificates() {
 
 }  // namespace
 
-/// The library's handles, for one transfer with all its redirects.
+/// libcurl's handles, for one transfer with all its redirects.
 struct HttpTransfer::Session {
     explicit Session(const Curl& library) : curl(library), easy(curl.easyInit()), multi(curl.multiInit()) {}
     ~Session() {
@@ -111,13 +111,13 @@ std::optional<long> HttpTransfer::fetch(Session& session) {
     curl.set(easy, CURLOPT_PATH_AS_IS, 1L);
     curl.set(easy, CURLOPT_PROXY, proxy.constData());
     curl.set(easy, CURLOPT_NOSIGNAL, 1L);
-    curl.set(easy, CURLOPT_QUICK_EXIT, 1L);  // a name that is still being looked up is not waited for
-    curl.set(easy, CURLOPT_COOKIEFILE, "");  // kept in memory, for sites that redirect until they see one
+    curl.set(easy, CURLOPT_QUICK_EXIT, 1L);  // do not wait for a pending name lookup
+    curl.set(easy, CURLOPT_COOKIEFILE, "");  // in memory only, for sites that redirect until they see one
     curl.set(easy, CURLOPT_USERAGENT, "Mozilla/5.0");
     curl.set(easy, CURLOPT_HTTPHEADER, session.headers);
-    // Asks for plain content and reads compressed content right all the same.
+    // Asks for uncompressed content, but decodes compressed content all the same.
     curl.set(easy, CURLOPT_ACCEPT_ENCODING, "identity");
-    curl.set(easy, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(limits_.bytes));  // as announced
+    curl.set(easy, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(limits_.bytes));  // as far as announced
     curl.set(easy, CURLOPT_HEADERFUNCTION, &HttpTransfer::onHeader);
     curl.set(easy, CURLOPT_HEADERDATA, this);
     curl.set(easy, CURLOPT_WRITEFUNCTION, &HttpTransfer::onContent);
@@ -125,7 +125,7 @@ std::optional<long> HttpTransfer::fetch(Session& session) {
     QByteArray certificates;
     if (address_.scheme() == u"https") {
         certificates = trustedCertificates();
-        const curl_blob blob{certificates.data(), static_cast<size_t>(certificates.size()), CURL_BLOB_NOCOPY};
+        const curl_blob blob{certificates.data(), toSize(certificates.size()), CURL_BLOB_NOCOPY};
         curl.set(easy, CURLOPT_CAINFO_BLOB, &blob);
         curl.set(easy, CURLOPT_CAPATH, nullptr);
     }
@@ -177,7 +177,7 @@ bool HttpTransfer::takeHeader(QByteArrayView line) {
 
 bool HttpTransfer::takeContent(QByteArrayView piece) {
     lastProgress_ = Clock::now();
-    // The page that comes with a redirect or a failure is not looked at, but it must end too.
+    // The body of a redirect or an error page is dropped, but the limits apply to it as well.
     received_ += piece.size();
     return received_ <= limits_.bytes && inTime() && (!success_ || store_(piece));
 }

@@ -8,8 +8,8 @@
 
 #include "platform/download.h"
 
-/// One request for the content of an address, with its redirects. Runs on a thread of its own and holds no
-/// more than a few hundred kilobytes in memory, whatever the server sends.
+/// Fetches the content of one address, following redirects. It holds no more than a few hundred kilobytes
+/// in memory, whatever the server sends.
 class HttpTransfer final {
  public:
     /// @param store takes the content piece by piece; false ends the transfer as failed.
@@ -19,9 +19,9 @@ class HttpTransfer final {
     /// @return true when the whole content of an answer with a status of 2xx has been stored.
     bool run();
 
-    /// Ends a running transfer as failed, from any thread.
+    /// Aborts a running transfer. May be called from any thread.
     void leave() noexcept { left_ = true; }
-    /// Bytes of content received so far; from any thread.
+    /// Bytes of content received so far. May be called from any thread.
     qint64 received() const noexcept { return received_; }
 
  private:
@@ -29,7 +29,8 @@ class HttpTransfer final {
 
     /// Fetches one address. @return its status; nothing on failure.
     std::optional<long> fetch(Session& session);
-    /// Waits for the transfer of `session` to end. @return true when it ended well.
+    /// Waits for the transfer of `session` to end.
+    /// @return true on success.
     bool drive(Session& session);
     bool takeHeader(QByteArrayView line);
     bool takeContent(QByteArrayView piece);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/index.h"
+
 using namespace ado;
 
 Keyset::Keyset(const sqlite::Database& database, const QueryShape& shape)
@@ -23,7 +25,7 @@ Keyset::Keyset(const sqlite::Database& database, const QueryShape& shape)
 }
 
 void Keyset::meet(const sqlite::Statement& statement) {
-    for (int table = 0; table < static_cast<int>(shape_.tables.size()); ++table) {
+    for (int table = 0; table < countOf(shape_.tables); ++table) {
         keys_.push_back(statement.number(table));
     }
     ++count_;
@@ -71,7 +73,7 @@ void Keyset::complete() {
         while (statement.step()) {
             meet(statement);
             if (known.empty() || !known.contains(RowKeys(keys_.end() - width, keys_.end()))) continue;
-            keys_.resize(keys_.size() - static_cast<std::size_t>(width));
+            keys_.resize(keys_.size() - toSize(width));
             --count_;
         }
         unread_ = false;

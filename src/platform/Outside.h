@@ -58,9 +58,9 @@ class Outside {
     virtual QString openFile(const FileDialogRequest& request, QObject* owner) = 0;
     /// Asks for a file to write and confirms overwriting; "" if cancelled.
     virtual QString saveFile(const FileDialogRequest& request, QObject* owner) = 0;
-    /// Downloads a web address into a file and waits for it with user input held back; see `download` in
+    /// Downloads a web address into a file and waits for it; the user can cancel one that takes long. See
     /// platform/download.h for the rules.
-    /// @return false on failure; the file is then unchanged.
+    /// @return false on failure or when cancelled; the file is then unchanged.
     virtual bool download(const QString& url, const QString& path) = 0;
     /// Opens a file or web address with the program that the desktop associates with it, without waiting.
     /// @return false when there is none.

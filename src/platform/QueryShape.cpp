@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/errors.h"
+#include "platform/index.h"
 
 namespace {
 
@@ -21,7 +22,7 @@ int tableIndex(QueryShape& shape, const sqlite::Database& database, const QByteA
                                     [&](const Table& table) { return table.name == name; });
     if (found != shape.tables.end()) return static_cast<int>(found - shape.tables.begin());
     shape.tables.push_back({name, keyOf(database, name), {}, {}});
-    return static_cast<int>(shape.tables.size()) - 1;
+    return countOf(shape.tables) - 1;
 }
 
 int placeInTable(Table& table, const QByteArray& column, ColumnKind kind) {
@@ -29,7 +30,7 @@ int placeInTable(Table& table, const QByteArray& column, ColumnKind kind) {
     if (found != table.columns.end()) return static_cast<int>(found - table.columns.begin());
     table.columns.push_back(column);
     table.kinds.push_back(kind);
-    return static_cast<int>(table.columns.size()) - 1;
+    return countOf(table.columns) - 1;
 }
 
 bool isWordCharacter(char c) {
@@ -102,7 +103,7 @@ QueryShape ado::QueryShape::of(const sqlite::Database& database, const QString& 
         if (table == nullptr || origin == nullptr) throw RuntimeError(errors::databaseSql);
         const ColumnKind kind = kindOf(sqlite3_column_decltype(statement.handle(), at));
         const int index = tableIndex(shape, database, table);
-        const int place = placeInTable(shape.tables[static_cast<std::size_t>(index)], origin, kind);
+        const int place = placeInTable(elementAt(shape.tables, index), origin, kind);
         shape.columns.push_back(
             {QString::fromUtf8(sqlite3_column_name(statement.handle(), at)), index, kind, place});
     }

@@ -115,7 +115,11 @@ const sqlite::Database& RowSet::database() const {
 }
 
 const Table& RowSet::tableOf(int column) const {
-    return shape_.tables[static_cast<std::size_t>(columnAt(column).table)];
+    return elementAt(shape_.tables, columnAt(column).table);
+}
+
+const QByteArray& RowSet::nameInTable(int column) const {
+    return elementAt(tableOf(column).columns, columnAt(column).placeInTable);
 }
 
 int RowSet::columnIndex(QStringView name) const {
@@ -170,7 +174,7 @@ void RowSet::moveNext() {
 }
 
 const sqlite::Statement& RowSet::fetched(int table) {
-    const auto at = static_cast<std::size_t>(table);
+    const std::size_t at = toSize(table);
     auto& statement = rowStatements_[at];
     if (statement == nullptr) {
         const Table& shape = shape_.tables[at];
@@ -205,15 +209,15 @@ DbValue RowSet::value(int column) {
     if (place_ == Place::fresh) return {};
     const Column& shape = columnAt(column);
     if (place_ == Place::found && found_->row() != nullptr) {
-        return readValue(*found_->row(), static_cast<int>(shape_.tables.size()) + column, shape.kind);
+        return readValue(*found_->row(), countOf(shape_.tables) + column, shape.kind);
     }
     const sqlite::Statement& row = fetched(shape.table);
     if (shape.kind != ColumnKind::bytes || row.isNull(shape.placeInTable)) {
         return readValue(row, shape.placeInTable, shape.kind);
     }
-    const Blob blob = openBlob(column, currentKeys()[static_cast<std::size_t>(shape.table)], false);
+    const Blob blob = openBlob(column, elementAt(currentKeys(), shape.table), false);
     QByteArray whole(sqlite3_blob_bytes(blob.get()), Qt::Uninitialized);
-    const int result = sqlite3_blob_read(blob.get(), whole.data(), static_cast<int>(whole.size()), 0);
+    const int result = sqlite3_blob_read(blob.get(), whole.data(), countOf(whole), 0);
     if (result != SQLITE_OK) sqlite::throwFailure(database().handle(), result);
     return whole;
 }
@@ -238,9 +242,8 @@ DbValue RowSet::fitting(const Column& column, const DbValue& value) const {
 
 void RowSet::setValue(int column, const DbValue& value) {
     expectRow();
-    const Table& table = tableOf(column);
     // The database assigns keys; changing one under a keyset would lose the row.
-    if (table.columns[static_cast<std::size_t>(columnAt(column).placeInTable)] == table.key) {
+    if (nameInTable(column) == tableOf(column).key) {
         throw RuntimeError(errors::operationNotAllowed);
     }
     pending_[column] = fitting(columnAt(column), value);
@@ -256,12 +259,12 @@ QByteArray RowSet::getChunk(int column, qint64 length) {
     OpenBlob& blob = blobs_[column];
     if (blob.handle == nullptr) {
         if (fetched(shape.table).isNull(shape.placeInTable)) return {};
-        blob.handle = openBlob(column, currentKeys()[static_cast<std::size_t>(shape.table)], false);
+        blob.handle = openBlob(column, elementAt(currentKeys(), shape.table), false);
     }
     const qint64 rest = sqlite3_blob_bytes(blob.handle.get()) - blob.offset;
     QByteArray chunk(std::min(length, rest), Qt::Uninitialized);
-    const int result = sqlite3_blob_read(blob.handle.get(), chunk.data(), static_cast<int>(chunk.size()),
-                                         static_cast<int>(blob.offset));
+    const int result =
+        sqlite3_blob_read(blob.handle.get(), chunk.data(), countOf(chunk), static_cast<int>(blob.offset));
     if (result != SQLITE_OK) sqlite::throwFailure(database().handle(), result);
     blob.offset += chunk.size();
     return chunk;
@@ -283,7 +286,7 @@ void RowSet::addNew() {
 
 std::vector<int> RowSet::pendingColumns(int table) const {
     std::vector<int> columns;
-    for (int column = 0; column < static_cast<int>(shape_.columns.size()); ++column) {
+    for (int column = 0; column < countOf(shape_.columns); ++column) {
         const bool set = pending_.contains(column) || spools_.contains(column);
         if (set && columnAt(column).table == table) columns.push_back(column);
     }
@@ -316,7 +319,7 @@ void RowSet::update() {
     } else {
         found_->complete();
         change([&] {
-            for (int table = 0; table < static_cast<int>(shape_.tables.size()); ++table)
+            for (int table = 0; table < countOf(shape_.tables); ++table)
                 updateRow(table);
         });
         settle(place_);
@@ -333,7 +336,7 @@ qint64 RowSet::insertRow() {
     const std::vector<int> columns = pendingColumns(0);
     QByteArrayList names;
     for (const int column : columns)
-        names += tableOf(column).columns[static_cast<std::size_t>(columnAt(column).placeInTable)];
+        names += nameInTable(column);
     const sqlite::Statement insert(database(), insertSql(shape_.tables[0].name, names));
     bindPending(insert, columns);
     try {
@@ -352,18 +355,16 @@ qint64 RowSet::insertRow() {
 void RowSet::updateRow(int table) {
     const std::vector<int> columns = pendingColumns(table);
     if (columns.empty()) return;
-    const auto at = static_cast<std::size_t>(table);
+    const std::size_t at = toSize(table);
     QByteArray assignments;
     for (const int column : columns) {
-        assignments +=
-            (assignments.isEmpty() ? "" : ",") +
-            quoted(tableOf(column).columns[static_cast<std::size_t>(columnAt(column).placeInTable)]) + "=?";
+        assignments += (assignments.isEmpty() ? "" : ",") + quoted(nameInTable(column)) + "=?";
     }
     const sqlite::Statement statement(database(), "UPDATE " + quoted(shape_.tables[at].name) + " SET " +
                                                       assignments + " WHERE " +
                                                       quoted(shape_.tables[at].key) + "=?");
     bindPending(statement, columns);
-    statement.bind(static_cast<int>(columns.size()) + 1, currentKeys()[at]);
+    statement.bind(countOf(columns) + 1, currentKeys()[at]);
     statement.step();
     if (sqlite3_changes(database().handle()) == 0) throw RuntimeError(errors::rowGone);
     writeSpools(table, currentKeys());
@@ -372,22 +373,19 @@ void RowSet::updateRow(int table) {
 void RowSet::writeSpools(int table, const RowKeys& keys) {
     for (const auto& [column, spool] : spools_) {
         if (columnAt(column).table != table || spool.size() == 0) continue;
-        const Blob blob = openBlob(column, keys[static_cast<std::size_t>(table)], true);
+        const Blob blob = openBlob(column, elementAt(keys, table), true);
         spool.forEachPiece([&](const QByteArray& piece, qint64 at) {
-            const int result = sqlite3_blob_write(blob.get(), piece.constData(),
-                                                  static_cast<int>(piece.size()), static_cast<int>(at));
+            const int result =
+                sqlite3_blob_write(blob.get(), piece.constData(), countOf(piece), static_cast<int>(at));
             if (result != SQLITE_OK) sqlite::throwFailure(database().handle(), result);
         });
     }
 }
 
 RowSet::Blob RowSet::openBlob(int column, qint64 key, bool writable) const {
-    const Table& table = tableOf(column);
     sqlite3_blob* opened = nullptr;
-    const int result =
-        sqlite3_blob_open(database().handle(), "main", table.name.constData(),
-                          table.columns[static_cast<std::size_t>(columnAt(column).placeInTable)].constData(),
-                          key, writable ? 1 : 0, &opened);
+    const int result = sqlite3_blob_open(database().handle(), "main", tableOf(column).name.constData(),
+                                         nameInTable(column).constData(), key, writable ? 1 : 0, &opened);
     Blob blob(opened);
     if (result != SQLITE_OK) sqlite::throwFailure(database().handle(), result);
     return blob;

@@ -2,13 +2,13 @@
 
 #include <map>
 #include <memory>
-#include <optional>
 #include <vector>
 
 #include "platform/ChunkSpool.h"
 #include "platform/DbValue.h"
 #include "platform/Keyset.h"
 #include "platform/QueryShape.h"
+#include "platform/index.h"
 #include "platform/sqlite.h"
 
 namespace ado {
@@ -66,7 +66,8 @@ class RowSet final {
 
     const sqlite::Database& database() const;
     const Table& tableOf(int column) const;
-    const Column& columnAt(int column) const { return shape_.columns[static_cast<std::size_t>(column)]; }
+    const QByteArray& nameInTable(int column) const;
+    const Column& columnAt(int column) const { return elementAt(shape_.columns, column); }
     void expectOneTable() const;
     void expectRow() const;
 

@@ -3,7 +3,6 @@
 #include <QString>
 #include <memory>
 #include <optional>
-#include <vector>
 
 #include "platform/DbValue.h"
 #include "platform/errors.h"

@@ -78,7 +78,7 @@ bool Download::keep() {
 
 bool download(const QString& url, const QString& path, const DownloadLimits& limits) {
     Download download(url, path, limits);
-    // A little longer than the transfer gives itself; the program's end stops every event loop before.
+    // Longer than the transfer's own limit. Quitting the program ends the wait early.
     download.wait(limits.whole + limits.quiet);
     return download.keep();
 }

@@ -77,7 +77,7 @@ class ErrorState final {
     QString description_;
 };
 
-/// The only instance: the program has a single thread of its own.
+/// The only instance, for the main thread alone.
 extern ErrorState Err;
 
 /// Runs one statement and skips its failure, which stays readable in `Err`. Only for failures that are meant

@@ -30,7 +30,7 @@ void openForWriting(QSaveFile& file) {
     if (!file.open(QFile::WriteOnly)) throw RuntimeError(errors::pathAccess);
 }
 
-/// A full disk may take part of the bytes without an error.
+/// A full disk may accept part of the bytes without an error.
 void writeAll(QSaveFile& file, const QByteArray& bytes) {
     if (file.write(bytes) != bytes.size()) throw RuntimeError(errors::diskFull);
 }
@@ -39,7 +39,7 @@ void commitOrThrow(QSaveFile& file) {
     if (!files::commit(file)) throw RuntimeError(errors::diskFull);
 }
 
-/// The system call for a handle. Some file systems have nothing of the kind; that is no failure.
+/// Syncs an open file or folder. A file system without support for it is no failure.
 bool syncHandle(int handle) {
 #ifdef Q_OS_UNIX
     return fsync(handle) == 0 || errno == EINVAL || errno == ENOTSUP || errno == EROFS;
@@ -76,7 +76,7 @@ void files::syncFolder(const QString& folder) {
     syncHandle(handle);
     ::close(handle);
 #else
-    Q_UNUSED(folder);  // the system itself brings a renamed file's folder to disk
+    Q_UNUSED(folder);  // the file system journals renames itself
 #endif
 }
 

@@ -22,23 +22,23 @@ void write(const QString& path, const QByteArrayList& pieces);
 /// @throws RuntimeError as the two above do.
 void copy(const QString& from, const QString& to);
 
-/// Makes a file readable and writable for its owner only, where the file system knows owners; elsewhere it
-/// stays as it is.
+/// Makes a file readable and writable for its owner only. No effect on file systems without owners.
 void keepToOwner(QFileDevice& file);
 
-/// Brings what was written to an open file to disk. @return false when that failed, as on a full disk.
+/// Flushes an open file and syncs it to disk.
+/// @return false on failure, such as a full disk.
 [[nodiscard]] bool sync(QFileDevice& file);
 
 /// Begins to bring what was written to a file to disk, so that a later `sync` has less to wait for. Where the
 /// system has nothing of the kind, `sync` does it all.
 void startSync(const QString& path);
 
-/// Brings the names of a folder's files to disk, so that a file renamed or created there keeps its name
-/// through a power cut. A file system that cannot do it is left alone.
+/// Syncs a folder, so that a file just renamed or created in it survives a power cut. File systems that
+/// cannot do this are skipped.
 void syncFolder(const QString& folder);
 
-/// Replaces the target of a QSaveFile by what was written, with both on disk when it returns.
-/// @return false when any write failed; the target is then as it was.
+/// Syncs the content of a QSaveFile, renames it over its target and syncs the folder.
+/// @return false when any write failed; the target is unchanged then.
 [[nodiscard]] bool commit(QSaveFile& file);
 
 }  // namespace files

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// "KvD" and the format number, counted from "D" for 1: the files of the first days hold "KvDD".
+// "KvD" and the format number, counted from "D" for 1: files of format 1 hold "KvDD".
 constexpr qint32 markOfFormatZero = 0x4B764443;
 constexpr qint32 newestFormat = 0x4B7644FF - markOfFormatZero;
 
@@ -78,7 +78,7 @@ void password::checkHeader(const sqlite::Database& database, const QString& pass
     if (format > dataFormat) refuseNewer(format);
     const auto pageSize = numberAt<quint16>(header, pageSizeOffset);
     const bool powerOfTwo = pageSize != 0 && (pageSize & (pageSize - 1)) == 0;
-    // SQLite would take some of these as a request to work differently, and change the file.
+    // Some of these values would make SQLite work in another mode and change the file.
     if (!(pageSize == 1 || (powerOfTwo && pageSize >= 512)) ||
         !holds(header, journalModeOffset, rollbackJournal) || !holds(header, fractionsOffset, fractions) ||
         (header[reservedOffset] != 0 && header[reservedOffset] != appleReserve) ||

@@ -9,17 +9,16 @@
 /// this kind; nothing is encrypted.
 namespace password {
 
-/// The format of the data files that this program reads and writes. It stands in the mark; see "Format of the
-/// data files" in docs/architecture.md for what a higher one would take.
+/// The format of the data files that this program reads and writes. It is part of the mark; see "A later
+/// format" in docs/architecture.md for how to introduce a higher one.
 inline constexpr qint32 dataFormat = 1;
 
 /// Puts mark, format number and verifier into a new data file.
 void stamp(const sqlite::Database& database, const QString& password);
 
 /// Checks the header of a data file just opened, before SQLite reads it and acts on damaged fields.
-/// @throws RuntimeError when the file cannot be read, is not a data file of this program, has a newer format,
-/// a
-///         damaged header, or another password.
+/// @throws RuntimeError when the file cannot be read, is not a data file of this program, has a newer
+///         format, a damaged header or another password.
 void checkHeader(const sqlite::Database& database, const QString& password);
 
 }  // namespace password

@@ -19,8 +19,8 @@ void seed(const QString& from, const QString& userFolder) {
     const RuntimeError failure(errors::pathAccess, u"Složku pro data programu nelze připravit: %1"_s.arg(
                                                        QDir::toNativeSeparators(userFolder)));
     if (!QDir().mkpath(userFolder)) throw failure;
-    // Created under another name and renamed when complete, so that an interrupted start never leaves half of
-    // it.
+    // Created under another name and renamed when complete, so that an interrupted start leaves no
+    // incomplete one.
     QTemporaryDir copy(userFolder + u"/data-XXXXXX"_s);
     if (!copy.isValid()) throw failure;
     const QFileInfoList files = QDir(from).entryInfoList(QDir::Files);

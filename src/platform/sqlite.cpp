@@ -10,6 +10,7 @@
 
 #include "platform/collation.h"
 #include "platform/errors.h"
+#include "platform/index.h"
 
 using namespace Qt::StringLiterals;
 
@@ -37,14 +38,13 @@ QStringView decode(int length, const void* bytes, Utf16& buffer) {
 }
 
 int compareCzech(void*, int leftLength, const void* left, int rightLength, const void* right) noexcept {
-    if (leftLength == rightLength && std::memcmp(left, right, static_cast<std::size_t>(leftLength)) == 0)
-        return 0;
+    if (leftLength == rightLength && std::memcmp(left, right, toSize(leftLength)) == 0) return 0;
     Utf16 leftBuffer;
     Utf16 rightBuffer;
     return collation::compare(decode(leftLength, left, leftBuffer), decode(rightLength, right, rightBuffer));
 }
 
-/// A data file is data: whatever a file from elsewhere brings along must not run.
+/// Data files may come from elsewhere: nothing in their schema may run.
 void distrustFile(sqlite3* handle) {
     sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
@@ -184,8 +184,8 @@ void sqlite::Database::copyInto(const Database& target, const std::function<void
 
 sqlite::Statement::Statement(const Database& database, const QByteArray& sql) {
     sqlite3_stmt* prepared = nullptr;
-    const int result = sqlite3_prepare_v2(database.handle(), sql.constData(), static_cast<int>(sql.size()),
-                                          &prepared, nullptr);
+    const int result =
+        sqlite3_prepare_v2(database.handle(), sql.constData(), countOf(sql), &prepared, nullptr);
     handle_.reset(prepared);
     if (result != SQLITE_OK) throwFailure(database.handle(), result);
     if (prepared == nullptr) throw RuntimeError(errors::databaseSql);

@@ -28,10 +28,10 @@ qsizetype inStrIgnoringCase(QStringView text, QStringView needle, qsizetype star
 QString mid(QStringView text, qsizetype start);
 QString mid(QStringView text, qsizetype start, qsizetype length);
 
-/// The first `length` characters. A letter of two code units that would be cut in half is left out.
+/// The first `length` characters. A surrogate pair that would be split is left out.
 QString cut(const QString& text, qsizetype length);
 
-/// The text without halves of letters, which no file can hold.
+/// The text without unpaired surrogates, which UTF-8 cannot represent.
 QString wholeLetters(QStringView text);
 
 /// The text from the first `marker` on. @throws RuntimeError 5 when it has none.

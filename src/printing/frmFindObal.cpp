@@ -164,8 +164,7 @@ void frmFindObal::printOnChosen() {
     try {
         print();
     } catch (const RuntimeError& failure) {
-        // A printer that refuses is told; a cover that is none ends the program, as does printing without
-        // any.
+        // Only a printer that refuses is reported; a cover that is no picture ends the program.
         if (failure.number() != errors::printer) throw;
         MsgBox(failure.description(), boxStyle::exclamation, u"Tisk obalu"_s);
     }

@@ -19,7 +19,7 @@ DownloadWindow::DownloadWindow(const Download& download, QWidget* owner)
     host->setTextFormat(Qt::PlainText);
     host->setWordWrap(true);
     auto* leave = new QPushButton(u"Storno"_s, this);
-    // Enter is left out: a key meant for the window behind must not end the download.
+    // No default button: an Enter meant for the window behind must not cancel the download.
     leave->setAutoDefault(false);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(host);

@@ -7,8 +7,8 @@
 
 class QLabel;
 
-/// Watches a download that takes a while: names the host, shows what has come, and offers to leave. It closes
-/// by itself when the download ends.
+/// Shows the progress of a slow download: the server and the bytes received, with a button to cancel. It
+/// closes by itself when the download ends.
 class DownloadWindow final : public QDialog {
     Q_OBJECT
 

@@ -58,8 +58,8 @@ class ListView final : public QTreeView {
 
     void clear() { model_.clear(); }
     int count() const { return model_.count(); }
-    /// Adds a row: at the end, or where it belongs while sorted. @throws RuntimeError 457 when the key is
-    /// taken.
+    /// Adds a row: at the end, or at its sorted place while sorted.
+    /// @throws RuntimeError 457 when the key is taken.
     ListItem add(QStringView key, QStringView text) { return {model_, model_.add(key, text)}; }
     /// @throws RuntimeError 35601 when no row has the key.
     ListItem item(QStringView key) { return {model_, model_.find(key)}; }

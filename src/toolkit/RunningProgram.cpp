@@ -14,7 +14,8 @@ namespace {
 
 constexpr int patience = 3000;  // milliseconds
 
-/// What lets a window be activated under Wayland by the program that the user has just started.
+/// Under Wayland a window can be activated only with the token of the program that the user has just
+/// started.
 constexpr const char* activationToken = "XDG_ACTIVATION_TOKEN";
 
 QString nameFor(const QString& folder) {
@@ -45,11 +46,11 @@ void bringToFront() {
 RunningProgram::RunningProgram(const QString& folder) {
     const QString name = nameFor(folder);
     server_.setSocketOptions(QLocalServer::UserAccessOption);
-    // Left behind by a program that was killed: who holds the lock knows that nobody listens there.
+    // A killed program leaves its socket behind. The folder's lock guarantees that nobody listens on it.
     QLocalServer::removeServer(name);
     connect(&server_, &QLocalServer::newConnection, this, &RunningProgram::answer);
     if (!server_.listen(name))
-        qWarning("Other starts cannot be heard: %s", qPrintable(server_.errorString()));
+        qWarning("Cannot listen for other starts: %s", qPrintable(server_.errorString()));
 }
 
 void RunningProgram::answer() {

@@ -2,7 +2,8 @@
 
 #include <QLocalServer>
 
-/// The way by which a second start of the program reaches the first one of the same user and data folder.
+/// Lets a second start of the program reach the one already running for the same user and data folder,
+/// through a local socket.
 class RunningProgram final : public QObject {
     Q_OBJECT
 
@@ -10,7 +11,7 @@ class RunningProgram final : public QObject {
     /// Listens for other starts on `folder`. Only the holder of the folder's lock may do that.
     explicit RunningProgram(const QString& folder);
 
-    /// Has the program that listens on `folder` bring its window to the front.
+    /// Asks the program that listens on `folder` to bring its window to the front.
     /// @return false when none has answered within a few seconds.
     static bool callToFront(const QString& folder);
 

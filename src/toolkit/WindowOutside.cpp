@@ -28,6 +28,7 @@ namespace {
 
 constexpr int iconMask = 0x70;
 constexpr int buttonsMask = 0x0F;
+constexpr std::chrono::milliseconds patience{1000};  // before a download shows its window
 
 struct BoxIcon {
     QMessageBox::Icon kind;  ///< selects the desktop's sound
@@ -134,13 +135,12 @@ QString WindowOutside::saveFile(const FileDialogRequest& request, QObject* owner
 }
 
 bool WindowOutside::download(const QString& url, const QString& path) {
-    constexpr std::chrono::milliseconds patience{1000};
     Download download(url, path);
     const auto arrived = [&download] {
         const WaitCursor wait;
         return download.wait(patience);
     };
-    // Closed by the download's end; left by the user otherwise, and then nothing is kept.
+    // The window closes when the download ends. If the user cancels before, nothing is kept.
     if (!arrived()) DownloadWindow(download, windowOf(nullptr)).exec();
     return download.keep();
 }
@@ -157,7 +157,7 @@ QStringList WindowOutside::printers() {
 }
 
 void WindowOutside::setPrinter(const QString& name) {
-    // One that has gone since it was offered must not be replaced by another without a word.
+    // A printer removed since it was offered must not be silently replaced by another.
     if (listed_.contains(name) || !QPrinterInfo::printerInfo(name).isNull()) printer_ = name;
 }
 
@@ -169,7 +169,7 @@ QPrinterInfo WindowOutside::chosenPrinter() {
         return chosen;
     }
     const QPrinterInfo usual = QPrinterInfo::defaultPrinter();
-    // The system may have printers and no default one.
+    // There may be printers without a default one.
     return usual.isNull() ? QPrinterInfo::printerInfo(QPrinterInfo::availablePrinterNames().value(0)) : usual;
 }
 

@@ -32,11 +32,11 @@ void open(QImageReader& reader, const QString& path) {
 QImage decode(QImageReader& reader, QSize size) {
     const QSize own = reader.size();
     if (qint64{own.width()} * own.height() * bytesPerPixel > pictureFile::mostBytes) return {};
-    // The size counts before the picture is turned the way up that it asks for.
+    // Scaling is done before the stored orientation is applied.
     if (reader.transformation() & QImageIOHandler::TransformationRotate90) size.transpose();
     if (own.isValid() && !size.isEmpty()) reader.setScaledSize(size);
     QImage image = reader.read();
-    // Some formats tell nothing in their header: then the pixels have to prove the picture.
+    // Some formats give no size in their header: only decoding shows whether it is a picture.
     if (image.isNull() && !own.isValid()) throw RuntimeError(errors::invalidPicture);
     return image;
 }

@@ -11,10 +11,10 @@ namespace pictureFile {
 /// The largest picture that is decoded, in bytes of its pixels: 1 GiB, some 268 million pixels.
 inline constexpr qint64 mostBytes = qint64{1} << 30;
 
-/// The picture of a file: what its bytes are, whatever its name says, and the way up that it tells itself.
-/// @param size stretched to that size in pixels while it is read; an empty size for its own.
-/// @return a null image for a picture with a sound header that is larger than `mostBytes` or damaged further
-/// on.
+/// Reads a picture. Its format is detected from the content, not the name; a stored orientation is applied.
+/// @param size the size in pixels that it is stretched to while being read; empty for its own.
+/// @return a null image for a picture with a valid header that is larger than `mostBytes` or damaged
+/// further on.
 /// @throws RuntimeError 53 when there is no such file, 481 when it is no raster picture.
 QImage read(const QString& path, QSize size = {});
 

@@ -9,8 +9,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The functions needed of libcups. It is loaded when something is printed, as Qt's own plugin does: linked
-/// in, it would be loaded at each start.
+/// The functions of libcups that are needed. The library is loaded when something is printed, as Qt's own
+/// plugin does; linked in, it would slow down every start.
 struct Cups {
     decltype(&cupsGetNamedDest) namedQueue = nullptr;
     decltype(&cupsGetOption) option = nullptr;

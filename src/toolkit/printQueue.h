@@ -2,11 +2,11 @@
 
 #include <QString>
 
-/// The system's print queues, as far as Qt does not tell of them.
+/// The state of the system's print queues, which Qt does not report.
 namespace printQueue {
 
-/// Why a queue would not print a job now: it takes none, or it is stopped. "" when it would, and where the
-/// system has no CUPS.
+/// Why a queue would not print a job now: it accepts none, or it is stopped. "" if it would print, and on
+/// systems without CUPS.
 QString refusal(const QString& printer);
 
 }  // namespace printQueue

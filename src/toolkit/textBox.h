@@ -18,7 +18,7 @@ void setText(QPlainTextEdit& box, const QString& stored);
 /// dropped. A longer text set by setText is kept and can only be shortened.
 void limit(QPlainTextEdit& box, int characters);
 
-/// Keeps a box of one line from holding half a letter when its limit cuts what is entered.
+/// Keeps the length limit of a single-line box from splitting a surrogate pair of the input.
 void keepLettersWhole(QLineEdit& box);
 
 }  // namespace textBox

@@ -27,7 +27,7 @@ class SortTest : public TemporaryProgram {
     QString keys() {
         QString all;
         for (int row = 0; row < list.count(); ++row)
-            all += list.itemAt(row).key().mid(1);
+            all += rowCode(list.itemAt(row).key());
         return all;
     }
 

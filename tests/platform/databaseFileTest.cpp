@@ -107,7 +107,7 @@ TEST_F(DatabaseFileTest, OpeningAFileInUseKeepsItsLocks) {
     ado::Connection second;
     second.Open(connectionString(catalogue()));
     second.Close();
-    QProcess other;  // another process, as the locks of this one do not stop itself
+    QProcess other;  // another process, as a process is not stopped by its own locks
     other.start(u"sqlite3"_s, {catalogue(), u"BEGIN EXCLUSIVE;"_s});
     ASSERT_TRUE(other.waitForFinished());
     EXPECT_TRUE(other.readAllStandardError().contains("locked"));

@@ -20,7 +20,7 @@ class DurabilityTest : public TemporaryProgram {
 TEST_F(DurabilityTest, ReportedLoansSurviveAKilledProgramAndNoneIsHalf) {
     for (int kill = 1; kill <= 5; ++kill) {
         const auto writer = lend({QString::number(kill), u"1"_s, u"1000000"_s});
-        // Some rows at least, and then a moment that falls anywhere within the writing of one.
+        // At least some rows, then any moment while one is being written.
         QByteArray reported;
         const int rows = QRandomGenerator::global()->bounded(1, 30);
         while (reported.count('\n') < rows) {

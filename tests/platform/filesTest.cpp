@@ -26,7 +26,7 @@ class Paths : public testing::Test {
     }
 
  private:
-    const OrdinaryUser user_;  // before the folder, which is to be his
+    const OrdinaryUser user_;  // before the folder, so that the user owns it
     const QTemporaryDir folder_;
 };
 
@@ -56,7 +56,7 @@ TEST_F(Paths, OnlyTheTailIsTurnedToTheSeparatorOfTheTarget) {
 }
 
 TEST_F(Paths, ProgramFolderIsChosenAndFilled) {
-    // Makes what is there before; the folder chosen; the files and the empty folders then.
+    // A script that makes what exists before; the folder chosen; the files and empty folders afterwards.
     const std::tuple<QString, QString, QString> cases[] = {
         {u"mkdir -p program/data; put ready/data.ddb 644 fresh"_s, u"program"_s, u"program/data/"_s},
         {u"put ready/data.ddb 444 fresh; put ready/pictures.ddb 666 bytes; put ready2/data.ddb 644 later"_s,

@@ -6,7 +6,7 @@
 
 #include <csignal>
 
-/// Drops the rights of root, whom file permissions do not stop, as long as it lives.
+/// Drops root's rights while it lives, as file permissions do not stop root.
 class OrdinaryUser final {
  public:
     OrdinaryUser() { EXPECT_EQ(root_ ? setresuid(65534, 65534, 0) : 0, 0); }

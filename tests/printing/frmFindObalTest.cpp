@@ -116,7 +116,7 @@ TEST_F(FrmFindObalTest, PrintersAreOfferedAgainAtEachPressAndEscapeLeadsBackPage
     EXPECT_EQ(page.picture, at(u"data/fobl.jpg"_s));
     EXPECT_TRUE(page.landscape);
     EXPECT_EQ(QRect(page.left, page.top, page.width, page.height), QRect(10, 10, 15600, 10480));
-    // A printer that is gone by then leaves the one chosen before.
+    // A printer removed meanwhile leaves the previous one selected.
     outside.printerNames += u"Nová"_s;
     after("Command3");
     outside.printerNames.removeLast();

@@ -15,7 +15,11 @@ TEST(IsNewer, ComparesNumbersUpToTheOneThatDecides) {
     const std::pair<QString, qint32> failures[] = {
         {u"1-0"_s, 9}, {u"1"_s, 9}, {u""_s, 9}, {u"<html>"_s, 13}, {u"1-x-1"_s, 13}};
     for (const auto& [offered, failure] : failures)
-        EXPECT_EQ(failureOf([&] { isNewer(offered, {1, 0, 23}); }), failure) << offered.toStdString();
+        EXPECT_EQ(failureOf([&offered = offered] {
+                      isNewer(offered, {1, 0, 23});
+                  }),
+                  failure)
+            << offered.toStdString();
 }
 
 TEST_F(NovaVerzeTest, TheFirstFieldOfTheAnswerIsComparedWithThisVersion) {

@@ -14,8 +14,8 @@ class VirtualScreen final {
  public:
     VirtualScreen() {
         server_.start(u"Xvfb"_s, u"-displayfd 1 -screen 0 1280x1024x24 -nolisten tcp -noreset"_s.split(u' '));
-        // The number of the display is written once the server is ready. It must not reset when a program
-        // ends.
+        // The number of the display is written once the server is ready. It must not reset when its last
+        // client leaves.
         expect([this] { return server_.canReadLine(); }, u"Xvfb"_s);
         environment.insert(u"DISPLAY"_s, u':' + QString::fromLatin1(server_.readLine()).trimmed());
         environment.remove(u"WAYLAND_DISPLAY"_s);
