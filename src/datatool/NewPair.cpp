@@ -53,6 +53,12 @@ NewPair::Folder::~Folder() {
         QDir().rmdir(folder);
 }
 
+void NewPair::Folder::keep() {
+    for (const QString& folder : std::as_const(made_))
+        files::syncFolder(QFileInfo(folder).path());
+    made_.clear();
+}
+
 NewPair::NewPair(const QString& folder, const QString& report) : folder_(folder) {
     QStringList paths{dataFiles::cataloguePath(folder), dataFiles::picturesPath(folder)};
     if (!report.isEmpty()) paths += QDir(folder).filePath(report);

@@ -39,7 +39,8 @@ class NewPair final {
         ~Folder();
         Folder(const Folder&) = delete;
         Folder& operator=(const Folder&) = delete;
-        void keep() { made_.clear(); }
+        /// Lets the folders stay and syncs their names.
+        void keep();
 
      private:
         QStringList made_;  // innermost first

@@ -5,6 +5,7 @@
 #include <QSslConfiguration>
 
 #include "platform/Curl.h"
+#include "platform/Inflater.h"
 #include "platform/index.h"
 
 using namespace Qt::StringLiterals;
@@ -77,16 +78,19 @@ HttpTransfer::HttpTransfer(QUrl address, const DownloadLimits& limits,
                            std::function<bool(QByteArrayView)> store)
     : address_(std::move(address)), limits_(limits), store_(std::move(store)) {}
 
+HttpTransfer::~HttpTransfer() = default;
+
 bool HttpTransfer::run() {
     const Curl* curl = Curl::loaded();
     if (curl == nullptr) return false;
     Session session(*curl);
     if (session.easy == nullptr || session.multi == nullptr) return false;
     session.headers = curl->append(nullptr, "Accept-Language: cs,en,*");
+    session.headers = curl->append(session.headers, "Accept-Encoding: identity");
     for (int redirects = 0; redirects <= mostRedirects && isWebAddress(address_); ++redirects) {
         const std::optional<long> status = fetch(session);
         if (!status) return false;
-        if (*status >= 200 && *status < 300) return true;
+        if (*status >= 200 && *status < 300) return inflater_ == nullptr || inflater_->ended();
         const char* location = nullptr;
         curl->info(session.easy, CURLINFO_REDIRECT_URL, &location);
         if (location == nullptr) return false;
@@ -115,8 +119,6 @@ std::optional<long> HttpTransfer::fetch(Session& session) {
     curl.set(easy, CURLOPT_COOKIEFILE, "");  // in memory only, for sites that redirect until they see one
     curl.set(easy, CURLOPT_USERAGENT, "Mozilla/5.0");
     curl.set(easy, CURLOPT_HTTPHEADER, session.headers);
-    // Asks for uncompressed content, but decodes compressed content all the same.
-    curl.set(easy, CURLOPT_ACCEPT_ENCODING, "identity");
     curl.set(easy, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(limits_.bytes));  // as far as announced
     curl.set(easy, CURLOPT_HEADERFUNCTION, &HttpTransfer::onHeader);
     curl.set(easy, CURLOPT_HEADERDATA, this);
@@ -170,7 +172,11 @@ bool HttpTransfer::takeHeader(QByteArrayView line) {
         const qsizetype blank = line.indexOf(' ');
         success_ = blank > 0 && blank + 1 < line.size() && line[blank + 1] == '2';
         headersComplete_ = false;
+        inflater_.reset();
     }
+    const qsizetype colon = line.indexOf(':');
+    if (success_ && colon > 0 && !takeCoding(line.first(colon), line.sliced(colon + 1).trimmed()))
+        return false;
     if (line == "\r\n" || line == "\n") headersComplete_ = true;
     return headerBytes_ <= mostHeaderBytes && inTime();
 }
@@ -179,5 +185,23 @@ bool HttpTransfer::takeContent(QByteArrayView piece) {
     lastProgress_ = Clock::now();
     // The body of a redirect or an error page is dropped, but the limits apply to it as well.
     received_ += piece.size();
-    return received_ <= limits_.bytes && inTime() && (!success_ || store_(piece));
+    return received_ <= limits_.bytes && inTime() && (!success_ || keep(piece));
+}
+
+bool HttpTransfer::takeCoding(QByteArrayView header, QByteArrayView coding) {
+    const auto is = [coding](const char* name) { return coding.compare(name, Qt::CaseInsensitive) == 0; };
+    if (header.compare("Transfer-Encoding", Qt::CaseInsensitive) == 0) return is("chunked") || is("identity");
+    if (header.compare("Content-Encoding", Qt::CaseInsensitive) != 0 || is("identity")) return true;
+    if (inflater_ != nullptr || (!is("gzip") && !is("x-gzip") && !is("deflate"))) return false;
+    // The library could decompress by itself, but takes a stream that is cut for a whole one.
+    inflater_ = std::make_unique<Inflater>();
+    return true;
+}
+
+bool HttpTransfer::keep(QByteArrayView piece) {
+    if (inflater_ == nullptr) return store_(piece);
+    return inflater_->inflate(piece, [this](QByteArrayView plain) {
+        keptBytes_ += plain.size();
+        return keptBytes_ <= limits_.bytes && store_(plain);
+    });
 }

@@ -78,8 +78,13 @@ TEST_F(DownloadTest, StoresOnlyAWholeSuccessfulAnswerWithinTheLimit) {
     const QByteArray told = "HTTP/1.1 200 OK\r\nContent-Length: ";
     const QByteArray untold = "HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n";
     const QByteArray chunks = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n";
+    const QByteArray gzip = "HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\nConnection: close\r\n\r\n";
+    // 1,000 times "x"
+    const QByteArray compressed =
+        QByteArray::fromHex("1f8b0800000000000203aba81805a360140c770000e6c9413be8030000");
     const std::pair<QByteArray, qsizetype> good[] = {{told + "1000\r\n\r\n" + QByteArray(1000, 'x'), 1000},
                                                      {untold + QByteArray(1000, 'x'), 1000},
+                                                     {gzip + compressed, 1000},
                                                      {"HTTP/1.1 204 No Content\r\n\r\n", 0}};
     for (const auto& [answer, length] : good) {
         const WebServer server(saying(answer));
@@ -90,15 +95,19 @@ TEST_F(DownloadTest, StoresOnlyAWholeSuccessfulAnswerWithinTheLimit) {
           "HTTP/1.1 300 Multiple Choices\r\nContent-Length: 4\r\n\r\nmany"_ba,
           "HTTP/1.1 304 Not Modified\r\n\r\n"_ba, "HTTP/1.1 302 Found\r\nContent-Length: 4\r\n\r\nlost"_ba,
           told + "100\r\n\r\nshort", told + "100\r\n\r\n", chunks + "5\r\nshort\r\n", chunks + "50\r\nshort",
-          ""_ba, "HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\nContent-Length: 100\r\n\r\nshort"_ba}) {
+          ""_ba, gzip, gzip + "short", gzip + compressed.chopped(9), gzip + compressed + "x",
+          QByteArray(gzip).replace("Content-E", "Transfer-E") + compressed.chopped(9),
+          "HTTP/1.1 200 OK\r\nContent-Encoding: br\r\nConnection: close\r\n\r\nhello"_ba}) {
         SCOPED_TRACE(bad.toStdString());
         for (const auto pause : {0ms, 20ms}) {
             const WebServer server(saying(bad, pause));
             expectFailure(server.root(), limits);
         }
     }
-    for (const QByteArray& tooLong : {told + "1001\r\n\r\n", untold + QByteArray(1001, 'x'),
-                                      chunks + "3e9\r\n" + QByteArray(1001, 'x') + "\r\n"}) {
+    for (const QByteArray& tooLong :
+         {told + "1001\r\n\r\n", untold + QByteArray(1001, 'x'),
+          chunks + "3e9\r\n" + QByteArray(1001, 'x') + "\r\n",
+          gzip + QByteArray::fromHex("1f8b0800000000000203aba81805a360140c7b000007108ec5e9030000")}) {
         SCOPED_TRACE(tooLong.left(60).toStdString());
         const WebServer server(saying(tooLong, never));
         expectFailure(server.root(), limits);
