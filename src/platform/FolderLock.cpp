@@ -10,6 +10,7 @@
 #include <windows.h>
 #else
 #include <fcntl.h>
+#include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -21,9 +22,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+QString userName() {
+#ifdef Q_OS_WIN
+    return qEnvironmentVariable("USERNAME");
+#else
+    // Not every way of starting a program sets USER, and after su it may be another one's.
+    const passwd* user = getpwuid(geteuid());
+    return user != nullptr ? QFile::decodeName(user->pw_name) : QString::number(geteuid());
+#endif
+}
+
 QByteArray thisUser() {
-    const QString name = qEnvironmentVariable("USER", qEnvironmentVariable("USERNAME", u"?"_s));
-    return u"%1 na počítači %2"_s.arg(name, QSysInfo::machineHostName()).toUtf8();
+    return u"%1 na počítači %2"_s.arg(userName(), QSysInfo::machineHostName()).toUtf8();
 }
 
 QString readHolder(const QString& path) {

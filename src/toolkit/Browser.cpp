@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QLoggingCategory>
 #include <QPluginLoader>
 
 #include "platform/errors.h"
@@ -28,6 +29,8 @@ QString pluginFile() {
 
 BrowserFactory& browserFactory() {
     static QPluginLoader loader;
+    // The engine tells its setup on standard error otherwise.
+    QLoggingCategory::setFilterRules(u"qt.webenginecontext.info=false\nqt.webenginecontext.debug=false"_s);
     // Required by the engine. Set before QApplication it would create a graphics context at every start.
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     if (!loader.isLoaded()) loader.setFileName(pluginFile());

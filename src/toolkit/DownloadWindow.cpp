@@ -15,12 +15,16 @@ DownloadWindow::DownloadWindow(const Download& download, QWidget* owner)
     setWindowTitle(appTitle());
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     setModal(true);
-    auto* host = new QLabel(u"Čeká se na server %1"_s.arg(download.host()), this);
+    auto* host = new QLabel(this);
     host->setTextFormat(Qt::PlainText);
-    host->setWordWrap(true);
+    // A host may have 253 characters; its end says whose it is.
+    host->setText(u"Čeká se na server "_s +
+                  host->fontMetrics().elidedText(download.host(), Qt::ElideLeft, 2 * width));
     auto* leave = new QPushButton(u"Storno"_s, this);
-    // No default button: an Enter meant for the window behind must not cancel the download.
+    // No default button and no focus on it: a key meant for the window behind must not cancel the download.
     leave->setAutoDefault(false);
+    setFocusPolicy(Qt::StrongFocus);
+    setFocus();
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(host);
     layout->addWidget(received_);
@@ -37,6 +41,8 @@ DownloadWindow::DownloadWindow(const Download& download, QWidget* owner)
 
 void DownloadWindow::showReceived() {
     const qint64 bytes = download_.received();
+    constexpr qint64 kilobyte = 1024;
     received_->setText(bytes == 0 ? u"Zatím nepřišla žádná data."_s
-                                  : u"Staženo: "_s + QLocale().formattedDataSize(bytes, 1));
+                                  : u"Staženo: %1 kB"_s.arg(
+                                        QLocale(QLocale::Czech).toString((bytes + kilobyte - 1) / kilobyte)));
 }

@@ -52,7 +52,9 @@ BoxIcon iconOf(int style) {
 
 QWidget* windowOf(QObject* owner) {
     auto* widget = qobject_cast<QWidget*>(owner);
-    return widget != nullptr ? widget : QApplication::activeWindow();
+    if (widget == nullptr) widget = QApplication::activeWindow();
+    // None is active for a moment after a window was closed.
+    return widget != nullptr ? widget : QApplication::activeModalWidget();
 }
 
 /// Keeps the title, which can say more than the text, from being cut off: Qt sizes the box by the text alone.
@@ -177,16 +179,14 @@ void WindowOutside::printPicture(const PicturePage& page) {
     const QPrinterInfo device = chosenPrinter();
     if (device.isNull()) throw RuntimeError(errors::printer);
     const QString refusal = printQueue::refusal(device.printerName());
-    if (!refusal.isEmpty())
-        throw RuntimeError(errors::printer, u"%1 (%2)"_s.arg(refusal, device.printerName()));
+    if (!refusal.isEmpty()) throw RuntimeError(errors::printer, refusal);
     QPrinter printer(device, QPrinter::HighResolution);
     // Qt takes A4 whatever paper the queue has.
     if (const QPageSize paper = device.defaultPageSize(); paper.isValid()) printer.setPageSize(paper);
     if (!pagePrinter::fits(page, printer) &&
-        messageBox(
-            u"Papír v tiskárně (%1) je menší než obrázek, který se na něj celý nevejde.\n\nVytisknout přesto?"_s
-                .arg(printer.pageLayout().pageSize().name()),
-            boxStyle::exclamation | boxStyle::yesNo, page.title, nullptr) != BoxAnswer::yes)
+        messageBox(u"Obrázek se celý nevejde na papír v tiskárně (%1).\n\nVytisknout přesto?"_s.arg(
+                       printer.pageLayout().pageSize().name()),
+                   boxStyle::exclamation | boxStyle::yesNo, page.title, nullptr) != BoxAnswer::yes)
         return;
     const WaitCursor wait;
     pagePrinter::print(page, printer);

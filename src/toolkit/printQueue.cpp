@@ -27,14 +27,6 @@ struct Cups {
     }
 };
 
-QString reasonOf(const QString& accepting, const QString& state, const QString& told) {
-    constexpr QStringView stopped = u"5";  // IPP: printer-state "stopped"
-    const QString reason = accepting == u"false" ? u"Tiskárna nepřijímá úlohy."_s
-                           : state == stopped    ? u"Tiskárna je zastavená."_s
-                                                 : QString();
-    return reason.isEmpty() || told.isEmpty() ? reason : reason + u'\n' + told;
-}
-
 }  // namespace
 
 QString printQueue::refusal(const QString& printer) {
@@ -45,8 +37,13 @@ QString printQueue::refusal(const QString& printer) {
     const auto option = [&](const char* name) {
         return QString::fromUtf8(cups.option(name, queue->num_options, queue->options));
     };
-    QString reason = reasonOf(option("printer-is-accepting-jobs"), option("printer-state"),
-                              option("printer-state-message"));
+    constexpr QStringView stopped = u"5";  // IPP: printer-state "stopped"
+    QString reason;
+    if (option("printer-is-accepting-jobs") == u"false") {
+        reason = u"Tiskárna %1 nepřijímá úlohy."_s.arg(printer);
+    } else if (option("printer-state") == stopped) {
+        reason = u"Tiskárna %1 je zastavená."_s.arg(printer);
+    }
     cups.freeQueues(1, queue);
     return reason;
 }

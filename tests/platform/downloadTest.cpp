@@ -107,7 +107,9 @@ TEST_F(DownloadTest, StoresOnlyAWholeSuccessfulAnswerWithinTheLimit) {
     for (const QByteArray& tooLong :
          {told + "1001\r\n\r\n", untold + QByteArray(1001, 'x'),
           chunks + "3e9\r\n" + QByteArray(1001, 'x') + "\r\n",
-          gzip + QByteArray::fromHex("1f8b0800000000000203aba81805a360140c7b000007108ec5e9030000")}) {
+          gzip + QByteArray::fromHex("1f8b0800000000000203aba81805a360140c7b000007108ec5e9030000"),
+
+          "HTTP/1.1 200 OK\r\n" + ("X: " + QByteArray(1000, 'y') + "\r\n").repeated(300)}) {
         SCOPED_TRACE(tooLong.left(60).toStdString());
         const WebServer server(saying(tooLong, never));
         expectFailure(server.root(), limits);

@@ -103,6 +103,11 @@ TEST_F(Files, CopyReplacesTheTargetOrLeavesIt) {
     EXPECT_EQ(failureOf([&] { files::readAll(at(u"missing"_s)); }), 53);
     onFullDisk(200000,
                [this] { EXPECT_EQ(failureOf([&] { files::copy(at(u"large"_s), at(u"target"_s)); }), 61); });
+    // So little that only the last buffer is written, when the file is closed.
+    onFullDisk(3, [this] {
+        EXPECT_EQ(failureOf([&] { files::copy(at(u"small"_s), at(u"target"_s)); }), 61);
+        EXPECT_EQ(failureOf([&] { files::write(at(u"target"_s), {"three", "four"}); }), 61);
+    });
     EXPECT_EQ(content(u"target"_s), "onetwo");
     files::copy(at(u"large"_s), at(u"target"_s));
     EXPECT_EQ(content(u"target"_s).size(), 300000);

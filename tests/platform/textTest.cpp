@@ -44,6 +44,14 @@ TEST_F(Text, PartsAreCutWithinTheText) {
     EXPECT_EQ(failureOf([] { text::mid(u"Kolja", 1, -1); }), 5);
     EXPECT_EQ(text::split(u"a;;b;"_s, u';'), QStringList({u"a"_s, u""_s, u"b"_s, u""_s}));
     EXPECT_TRUE(text::split(u""_s, u';').isEmpty());
+    const QString film = u"a😀b"_s;
+    for (const auto& [length, first] :
+         {std::pair(0, u""_s), {1, u"a"_s}, {2, u"a"_s}, {3, u"a😀"_s}, {9, film}})
+        EXPECT_EQ(text::cut(film, length), first);
+    // Both halves in the wrong order, too.
+    for (const QString& halves : {film, film.left(2) + film.mid(3), film.left(1) + film.mid(2),
+                                  film[2] + film.mid(0, 1) + film.mid(3) + film[1]})
+        EXPECT_EQ(text::wholeLetters(halves), halves == film ? film : u"ab"_s);
 }
 
 TEST_F(Text, LeadingNumberIsReadUpToTheFirstOtherCharacter) {

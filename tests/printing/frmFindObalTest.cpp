@@ -122,6 +122,9 @@ TEST_F(FrmFindObalTest, PrintersAreOfferedAgainAtEachPressAndEscapeLeadsBackPage
     outside.printerNames.removeLast();
     after("cmdSelectPrinterPrint");
     EXPECT_EQ(outside.printed.value(1).first, u"Sklad"_s);
+    outside.refusal = u"Sklad nepřijímá úlohy."_s;
+    after("Command3");
+    EXPECT_EQ(after("cmdSelectPrinterPrint"), u"picNahled+Sklad nepřijímá úlohy.|48|Tisk obalu"_s);
     after("Command3");
     after("Command5");
     EXPECT_EQ(after("Command4"), u"picNahled+"_s);

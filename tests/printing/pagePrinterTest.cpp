@@ -72,3 +72,25 @@ TEST_F(PagePrinterTest, WhatCannotBePrintedFails) {
     QDir(folder()).mkdir(u"page.pdf"_s);  // cannot be written to
     EXPECT_EQ(failureOf([&] { print(300, QPageSize::A4); }), 482);
 }
+
+TEST_F(PagePrinterTest, APictureIsComparedWithThePaperAsItIsTurned) {
+    const std::tuple<QPageSize::PageSizeId, bool, bool> papers[] = {{QPageSize::A3, true, true},
+                                                                    {QPageSize::A4, true, true},
+                                                                    {QPageSize::A4, false, false},
+                                                                    {QPageSize::Letter, true, true},
+                                                                    {QPageSize::A5, true, false}};
+    for (const auto& [paper, landscape, fits] : papers) {
+        QPrinter printer;
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setPageSize(QPageSize(paper));
+        const PicturePage page{.picture = {},
+                               .title = {},
+                               .landscape = landscape,
+                               .left = 10,
+                               .top = 10,
+                               .width = 15600,
+                               .height = 10480};
+        EXPECT_EQ(pagePrinter::fits(page, printer), fits)
+            << printer.pageLayout().pageSize().name().toStdString();
+    }
+}

@@ -47,6 +47,7 @@ class ScriptedOutside final : public Outside {
     }
     void printPicture(const PicturePage& page) override {
         if (printerNames.isEmpty()) throw RuntimeError(errors::printer);
+        if (!refusal.isEmpty()) throw RuntimeError(errors::printer, refusal);
         printed.append({printerNames.contains(printer_) ? printer_ : printerNames.first(), page});
     }
     QDateTime now() override { return moment; }
@@ -69,6 +70,7 @@ class ScriptedOutside final : public Outside {
     QStringList opened;
     bool desktopOpens = true;
     QStringList printerNames;                        ///< the first is the current one until another is chosen
+    QString refusal;                                 ///< why the printer takes nothing; "" when it does
     QList<std::pair<QString, PicturePage>> printed;  ///< with the printer
     QDateTime moment{QDate(2026, 3, 9), QTime(8, 5, 3)};
 

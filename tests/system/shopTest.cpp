@@ -97,6 +97,7 @@ TEST_F(ShopTest, ATitleCannotReadLocalFiles) {
     openLookup();
     VirtualScreen::expect([this] { return !web.targets().isEmpty(); }, list);
     EXPECT_FALSE(web.targets().join(u' ').contains(u"SECRET"_s)) << web.targets().join(u' ').toStdString();
+    EXPECT_FALSE(web.targets().join(u' ').contains(list + u'?')) << "the script ran";
     leaveLookup();
 }
 

@@ -2,12 +2,15 @@
 
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QThread>
 #include <cstdio>
 
 #include "support/TemporaryProgram.h"
 #include "support/WebServer.h"
 #include "support/windows.h"
 #include "toolkit/Application.h"
+#include "toolkit/DownloadWindow.h"
+#include "toolkit/RunningProgram.h"
 
 namespace {
 
@@ -135,4 +138,48 @@ TEST_F(WindowOutsideTest, WindowsArePaintedDuringADownload) {
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
     EXPECT_TRUE(QTest::qWaitFor([&] { return canvas.moves > movesBefore; }));
     EXPECT_EQ(content(u"page.htm"_s), "film");
+}
+
+TEST_F(WindowOutsideTest, ALongDownloadIsWatchedAndCanBeLeft) {
+    for (const bool left : {true, false}) {
+        QTcpSocket* asked = nullptr;
+        const WebServer server([&asked](QTcpSocket& socket) {
+            asked = &socket;
+            socket.write("HTTP/1.1 200 OK\r\nContent-Length: 1026\r\n\r\n" + QByteArray(1025, 'x'));
+        });
+        bool watched = false;
+        QTimer look;
+        look.callOnTimeout(QApplication::instance(), [&] {
+            auto* window = shownWindow<DownloadWindow>();
+            if (window == nullptr || !QTest::qWaitForWindowActive(window) || watched) return;
+            QStringList texts;
+            for (const QLabel* label : window->findChildren<QLabel*>())
+                texts += label->text();
+            if (texts != QStringList{u"Staženo: 2 kB"_s, u"Čeká se na server 127.0.0.1"_s}) return;
+            watched = true;
+            for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_A})  // meant for another window
+                QTest::keyClick(window->focusWidget(), key);
+            EXPECT_TRUE(window->isVisible());
+            left ? QTest::keyClick(window->focusWidget(), Qt::Key_Escape) : void(asked->write("x"));
+        });
+        look.start(10);
+        EXPECT_NE(real.download(server.root(), at(u"page.htm"_s)), left);
+        EXPECT_TRUE(watched);
+        EXPECT_EQ(shownWindow<DownloadWindow>(), nullptr);
+        EXPECT_EQ(QFile::exists(at(u"page.htm"_s)), !left);
+    }
+}
+
+TEST_F(WindowOutsideTest, AnotherStartBringsTheMinimizedWindowBack) {
+    EXPECT_FALSE(RunningProgram::callToFront(folder()));
+    const RunningProgram running(folder());
+    QWidget window;
+    window.showMinimized();
+    bool answered = false;
+    const std::unique_ptr<QThread> other(
+        QThread::create([&] { answered = RunningProgram::callToFront(folder()); }));
+    other->start();
+    EXPECT_TRUE(QTest::qWaitFor([&other] { return other->isFinished(); }));
+    EXPECT_TRUE(answered);
+    EXPECT_FALSE(window.isMinimized());
 }
