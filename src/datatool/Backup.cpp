@@ -41,16 +41,17 @@ bool isBackup(const QFileInfo& folder) {
     return content == QStringList{u"data.ddb"_s, u"pictures.ddb"_s};
 }
 
-QStringList removeOldest(const QString& target, int keep) {
+/// Keeps `keep` backups, the one just made among them whatever its name says about its age.
+QStringList removeOldest(const QString& target, int keep, const QString& justMade) {
     QStringList names;
     const QFileInfoList folders = QDir(target).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot);
     for (const QFileInfo& folder : folders) {
-        if (isBackup(folder)) names += folder.fileName();
+        if (isBackup(folder) && folder.fileName() != justMade) names += folder.fileName();
     }
     std::sort(names.begin(), names.end(),
               [](const QString& left, const QString& right) { return orderOf(left) < orderOf(right); });
     QStringList removed;
-    while (names.size() > keep) {
+    while (names.size() >= keep) {
         const QString name = names.takeFirst();
         // Renamed first, so that half of it is never taken for a backup.
         if (!QDir(target).rename(name, unfinished(target)) || !QDir(unfinished(target)).removeRecursively())
@@ -95,11 +96,15 @@ QString backup::defaultTarget() {
 }
 
 QString backup::freeName(const QString& parent, const QString& prefix, const QDateTime& now) {
-    const QString first = prefix + now.toString(u"yyyy-MM-dd HHmm"_s);
-    QString name = first;
-    for (int counter = 2; QFileInfo::exists(QDir(parent).filePath(name)); ++counter)
-        name = u"%1 (%2)"_s.arg(first).arg(counter);
-    return name;
+    const QString moment = now.toString(u"yyyy-MM-dd HHmm"_s);
+    // Above the highest counter: a name that is free again would look older than the ones after it.
+    int highest = 0;
+    for (const QString& name :
+         QDir(parent).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)) {
+        if (!name.startsWith(prefix + moment)) continue;
+        highest = std::max({highest, 1, orderOf(name.sliced(prefix.size())).second});
+    }
+    return prefix + (highest == 0 ? moment : u"%1 (%2)"_s.arg(moment).arg(highest + 1));
 }
 
 QStringList backup::copyPair(const QString& from, const QString& to,
@@ -143,6 +148,6 @@ backup::Report backup::run(const QString& folder, const QString& parent, int kee
     if (!QDir(target).rename(making, report.folder))
         outputFile::fail(u"Složku nelze vytvořit"_s, report.folder);
     files::syncFolder(target);
-    if (keep > 0) report.removed = removeOldest(target, keep);
+    if (keep > 0) report.removed = removeOldest(target, keep, name);
     return report;
 }

@@ -52,10 +52,10 @@ QStringList check::damaged(const PairView& pair, const std::function<void(const 
 
 check::Report check::run(const QString& folder, const std::function<void(const QString&)>& tell) {
     const PairView pair(folder);
-    // The tables of a large catalogue are read several times over.
-    pair.catalogue().exec("PRAGMA cache_size=-65536");
     Report report{QDir(folder).absolutePath(), pair.notes(), damaged(pair, tell), {}, {}};
     if (!report.damaged.isEmpty()) return report;
+    // The tables of a large catalogue are read several times over.
+    pair.catalogue().exec("PRAGMA cache_size=-65536");
     pair.forEach([&](const sqlite::Database& database, const QString& name) {
         tell(u"Kontrolují se rejstříky souboru %1"_s.arg(name));
         for (const QString& index : integrity::wrongIndexes(database))

@@ -42,13 +42,16 @@ QString help(const Command& command) {
 
 QString help(std::span<const Command> commands) {
     QString text =
-        u"Použití: kalvera-data PŘÍKAZ …\n\nZakládá a převádí datové soubory a přenáší filmy mezi katalogem "
-        "a tabulkami.\n\nPříkazy:\n"_s;
+        u"Použití: kalvera-data PŘÍKAZ …\n\nZakládá, převádí, kontroluje, opravuje a zálohuje datové "
+        u"soubory\na přenáší filmy mezi "
+        "katalogem a tabulkami. Kontrola, oprava, záloha a obnova bez SLOŽKY pracují s katalogem,\nkterý by "
+        "otevřel program; záloha bez KAM vznikne ve složce Zálohy Kalvéra v dokumentech.\n\nPříkazy:\n"_s;
     for (const Command& command : commands)
         text += row(command.name + u' ' + command.operands, command.summary);
     return text + u"\nVolby:\n"_s + row(u"PŘÍKAZ --help"_s, u"popíše příkaz a jeho volby"_s) +
            row(u"--version"_s, u"vypíše verzi"_s) +
-           u"\nNávratový kód: 0 hotovo, 1 chyba a nic se nezměnilo, 2 chybné volání, 3 něco chybí nebo "
+           u"\nNávratový kód: 0 hotovo, 1 chyba (pokud zpráva neříká jinak, nic se nezměnilo), 2 chybné "
+           u"volání, 3 něco chybí nebo "
            "nesouhlasí a zpráva říká co.\n"_s;
 }
 

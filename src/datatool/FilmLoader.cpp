@@ -123,6 +123,15 @@ void commit(sqlite::Transaction& transaction, const LoadReport& report) {
         throw RuntimeError(errors::pathAccess, u"Filmy jsou přidané, ale zprávu load.txt nelze zapsat."_s);
 }
 
+/// A row of separators alone, as spreadsheets leave them below a table.
+bool isBlank(const QStringList& fields, const CsvReader& reader) {
+    if (fields.size() < 2) return false;
+    for (qsizetype field = 0; field < fields.size(); ++field) {
+        if (reader.isQuoted(field) || !fields[field].trimmed().isEmpty()) return false;
+    }
+    return true;
+}
+
 }  // namespace
 
 LoadReport filmLoader::load(const QString& folder, const QString& csv, const Options& options,
@@ -153,6 +162,7 @@ LoadReport filmLoader::load(const QString& folder, const QString& csv, const Opt
     BadLines bad;
     while (const std::optional<QStringList> fields = reader.next()) {
         interruption::check();
+        if (isBlank(*fields, reader)) continue;
         ++report.read;
         try {
             if (fields->size() != header->size()) {

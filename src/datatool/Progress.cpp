@@ -41,6 +41,12 @@ Progress ProgressBar::function() {
 }
 
 void ProgressBar::show(const QString& title, qint64 done, qint64 all) {
+    clear();
+    if (all == 0) {  // how much there is to do is not known
+        errors_ << u'\r' << (title + u" …"_s).left(lineWidth) << Qt::flush;
+        isShown_ = true;
+        return;
+    }
     const qint64 whole = std::max(all, qint64{1});
     const qint64 part = std::clamp(done, qint64{0}, whole);
     const auto filled = static_cast<int>(part * barWidth / whole);

@@ -35,6 +35,7 @@ QString replaceDamaged(const PairView& pair, const QDateTime& now, repair::Repor
     }
     made.keep();
     undo.dismiss();
+    const auto held = restore::holdPair(report.folder);
     QString aside = restore::asideFolder(report.folder, now);
     pairReplacement::replace(report.folder, aside);
     report.steps += u"Poškozené soubory jsou odložené ve složce %1"_s.arg(QDir::toNativeSeparators(aside));

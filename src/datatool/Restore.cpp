@@ -5,6 +5,7 @@
 
 #include "core/pairReplacement.h"
 #include "datatool/Backup.h"
+#include "datatool/DataFiles.h"
 #include "datatool/Interruption.h"
 #include "datatool/outputFile.h"
 
@@ -25,6 +26,19 @@ void restore::refuseTaken(const FolderLock& lock, const QString& folder) {
                      folder);
 }
 
+std::vector<sqlite::Database> restore::holdPair(const QString& folder) {
+    std::vector<sqlite::Database> held;
+    for (const auto open : {&dataFiles::openCatalogue, &dataFiles::openPictures}) {
+        try {
+            held.push_back(open(folder));
+        } catch (const RuntimeError&) {
+            continue;  // nobody can be writing to it
+        }
+        held.back().exec("BEGIN IMMEDIATE");
+    }
+    return held;
+}
+
 QString restore::asideFolder(const QString& folder, const QDateTime& now) {
     return QDir(folder).filePath(backup::freeName(folder, u"Odloženo "_s, now));
 }
@@ -41,6 +55,7 @@ restore::Report restore::run(const QString& backup, const QString& folder, const
         interruption::check();
         undo.dismiss();
     }
+    const auto held = holdPair(report.folder);
     const QString aside = asideFolder(report.folder, now);
     if (pairReplacement::replace(report.folder, aside)) report.aside = aside;
     return report;

@@ -4,8 +4,10 @@
 #include <QString>
 #include <QStringList>
 #include <functional>
+#include <vector>
 
 #include "platform/FolderLock.h"
+#include "platform/sqlite.h"
 
 /// Puts a backup into the place of a pair.
 namespace restore {
@@ -22,15 +24,19 @@ struct Report {
 /// Checks the backup and puts a copy of it in place. The former pair goes into a folder named by date and
 /// time within `folder`. A kill at any moment leaves a whole pair: see core/pairReplacement.
 /// @param tell is told what is being done, in Czech.
-/// @throws RuntimeError when the program holds `folder`, the backup is damaged, or files cannot be written;
-/// the
-///         former pair then stays.
+/// @throws RuntimeError when the program holds `folder`, another one writes to it, the backup is damaged, or
+///         files cannot be written; the former pair then stays.
 Report run(const QString& backup, const QString& folder, const QDateTime& now,
            const std::function<void(const QString&)>& tell);
 
 /// Refuses a folder that is in use.
 /// @throws RuntimeError when another program holds the lock.
 void refuseTaken(const FolderLock& lock, const QString& folder);
+
+/// Keeps all others from writing to the pair in `folder` as long as the result lives. A file that is missing
+/// or damaged is left alone.
+/// @throws RuntimeError when another program is writing for longer than the busy timeout.
+std::vector<sqlite::Database> holdPair(const QString& folder);
 
 /// A new folder within `folder` for a pair that is put aside.
 QString asideFolder(const QString& folder, const QDateTime& now);

@@ -79,16 +79,12 @@ const Command commands[] = {
     {u"check"_s, u"[SLOŽKA]"_s, u"zkontroluje katalog a nic nemění"_s, {}, checkPair},
     {u"repair"_s, u"[SLOŽKA]"_s, u"zálohuje katalog a opraví, co lze bez dohadů"_s, {}, repairPair},
     {u"backup"_s,
-     u"[SLOŽKA] [KAM]"_s,
+     u"[SLOŽKA [KAM]]"_s,
      u"zálohuje katalog, i když s ním program právě pracuje"_s,
      {{u"--keep"_s, u"N"_s, u"nechá jen N nejnovějších záloh"_s},
       {u"--desktop"_s, {}, u"výsledek oznámí na ploše"_s}},
      backUpPair},
-    {u"restore"_s,
-     u"ZÁLOHA [SLOŽKA]"_s,
-     u"vrátí katalog ze zálohy, nynější odloží stranou"_s,
-     {},
-     restorePair}};
+    {u"restore"_s, u"ZÁLOHA [SLOŽKA]"_s, u"vrátí katalog ze zálohy a dosavadní odloží"_s, {}, restorePair}};
 
 }  // namespace
 

@@ -29,7 +29,6 @@ std::optional<Curl> load() {
         resolve(library, "curl_global_init", globalInit) && resolve(library, "curl_version_info", version) &&
         resolve(library, "curl_easy_init", curl.easyInit) && resolve(library, "curl_easy_setopt", curl.set) &&
         resolve(library, "curl_easy_getinfo", curl.info) &&
-        resolve(library, "curl_easy_reset", curl.easyReset) &&
         resolve(library, "curl_easy_cleanup", curl.easyCleanup) &&
         resolve(library, "curl_multi_init", curl.multiInit) &&
         resolve(library, "curl_multi_add_handle", curl.add) &&

@@ -9,7 +9,6 @@ struct Curl {
     decltype(&curl_easy_init) easyInit = nullptr;
     decltype(&curl_easy_setopt) set = nullptr;
     decltype(&curl_easy_getinfo) info = nullptr;
-    decltype(&curl_easy_reset) easyReset = nullptr;
     decltype(&curl_easy_cleanup) easyCleanup = nullptr;
     decltype(&curl_multi_init) multiInit = nullptr;
     decltype(&curl_multi_add_handle) add = nullptr;

@@ -85,6 +85,8 @@ bool HttpTransfer::run() {
     if (curl == nullptr) return false;
     Session session(*curl);
     if (session.easy == nullptr || session.multi == nullptr) return false;
+    // In memory only, for sites that redirect until they see a cookie.
+    curl->set(session.easy, CURLOPT_COOKIEFILE, "");
     session.headers = curl->append(nullptr, "Accept-Language: cs,en,*");
     session.headers = curl->append(session.headers, "Accept-Encoding: identity");
     for (int redirects = 0; redirects <= mostRedirects && isWebAddress(address_); ++redirects) {
@@ -109,14 +111,12 @@ std::optional<long> HttpTransfer::fetch(Session& session) {
     lastProgress_ = Clock::now();
     const QByteArray url = address_.toEncoded();
     const QByteArray proxy = systemProxy(address_);
-    curl.easyReset(easy);
     curl.set(easy, CURLOPT_URL, url.constData());
     curl.set(easy, CURLOPT_PROTOCOLS_STR, "http,https");
     curl.set(easy, CURLOPT_PATH_AS_IS, 1L);
     curl.set(easy, CURLOPT_PROXY, proxy.constData());
     curl.set(easy, CURLOPT_NOSIGNAL, 1L);
     curl.set(easy, CURLOPT_QUICK_EXIT, 1L);  // do not wait for a pending name lookup
-    curl.set(easy, CURLOPT_COOKIEFILE, "");  // in memory only, for sites that redirect until they see one
     curl.set(easy, CURLOPT_USERAGENT, "Mozilla/5.0");
     curl.set(easy, CURLOPT_HTTPHEADER, session.headers);
     curl.set(easy, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(limits_.bytes));  // as far as announced

@@ -47,7 +47,7 @@ bool holds(const QByteArray& header, qsizetype offset, const char (&bytes)[Lengt
     throw RuntimeError(errors::database, sqlite::description(resultCode));
 }
 
-[[noreturn]] void refuseNewer(qint32 format) {
+[[noreturn]] void refuseNewer(qint64 format) {
     throw RuntimeError(
         errors::database,
         u"Soubor databáze má novější formát (%1), než tato verze programu umí (%2). Nainstalujte novější verzi programu."_s
@@ -73,7 +73,7 @@ void password::checkHeader(const sqlite::Database& database, const QString& pass
     if (read == SQLITE_IOERR_SHORT_READ) refuse(SQLITE_NOTADB);
     if (read != SQLITE_OK) refuse(read);
     if (!header.startsWith(QByteArray("SQLite format 3\0", 16))) refuse(SQLITE_NOTADB);
-    const qint32 format = numberAt<qint32>(header, markOffset) - markOfFormatZero;
+    const qint64 format = qint64{numberAt<qint32>(header, markOffset)} - markOfFormatZero;
     if (format < 1 || format > newestFormat) refuse(SQLITE_NOTADB);
     if (format > dataFormat) refuseNewer(format);
     const auto pageSize = numberAt<quint16>(header, pageSizeOffset);

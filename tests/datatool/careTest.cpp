@@ -161,9 +161,10 @@ TEST_F(Care, BackupIsOfOneMomentWhileOthersWriteAndOnlyTheOldestOfItsOwnGo) {
     write(u"safe/2020-01-01 1000/mine.txt"_s, "");
     EXPECT_EQ(backUp(), u"2026-11-25 1830 (2)"_s);
     EXPECT_EQ(backUp(2), u"2026-11-25 1830 (3)"_s);
+    EXPECT_EQ(backUp(2), u"2026-11-25 1830 (4)"_s);
     EXPECT_EQ(names(u"safe"_s),
-              QStringList({u"2020-01-01 1000"_s, u"2026-11-25 1830 (2)"_s, u"2026-11-25 1830 (3)"_s}));
-    EXPECT_EQ(QFile::permissions(at(u"safe/2026-11-25 1830 (2)/pictures.ddb"_s)), QFile::Permissions(0x6600));
+              QStringList({u"2020-01-01 1000"_s, u"2026-11-25 1830 (3)"_s, u"2026-11-25 1830 (4)"_s}));
+    EXPECT_EQ(QFile::permissions(at(u"safe/2026-11-25 1830 (3)/pictures.ddb"_s)), QFile::Permissions(0x6600));
 }
 
 TEST_F(Care, RestoreChecksTheBackupAndPutsTheFormerPairAside) {
@@ -175,6 +176,13 @@ TEST_F(Care, RestoreChecksTheBackupAndPutsTheFormerPairAside) {
              {std::function<void()>([&] { restore::run(saved, at(u"data"_s), now, silent); }),
               std::function<void()>([&] { repair::run(at(u"data"_s), now, silent); })})
             EXPECT_TRUE(descriptionOf(work).contains(u"pracuje program"));
+    }
+    {
+        const sqlite::Database writer = dataFiles::openCatalogue(at(u"data"_s));
+        const sqlite::Transaction writing(writer);
+        EXPECT_TRUE(descriptionOf([&] {
+                        restore::run(saved, at(u"data"_s), now, silent);
+                    }).contains(u"používá jiný program"));
     }
     EXPECT_EQ(restore::run(saved, at(u"data"_s), now, silent).aside, at(u"data/Odloženo 2026-11-25 1830"_s));
     EXPECT_EQ(films(at(u"data"_s)), 5);

@@ -250,7 +250,7 @@ TEST_F(FrmDVDTest, AMissingFilmIsReportedOnceAndEndsAsSaved) {
     for (const qint32 film : {1, 0}) {
         open(film);
         editor().IDFilmu = film;
-        save();
+        press("cmdSave");
         const QString reason = u"Soubor databáze nelze otevřít.\n\n"_s + catalogue() + u"|0|"_s;
         EXPECT_EQ(outside.told(), film == 0 ? reason : reason + u'\n' + reason);
     }
