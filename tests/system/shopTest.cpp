@@ -69,13 +69,16 @@ TEST_F(ShopTest, AFilmFoundInTheShopIsStored) {
     web.serve(image, {.body = picture, .type = "image/png"});
     addFilm(u"\"Šťastný\" Žižka & čas"_s);
     openLookup();
-    // These keys do nothing before the list is there; the picture is read last.
+    VirtualScreen::expect([this] { return screen.hasHeight(lookup, 218); }, u"the search"_s);
+    // The list is as high as the search, during which these keys do nothing. Once a film is being read they
+    // would press its buttons.
     VirtualScreen::expect(
         [&] {
             screen.press(lookup, u"Home Down Return"_s);
-            return QTest::qWaitFor([&] { return web.targets().contains(image); }, 3000);
+            return QTest::qWaitFor([this] { return screen.hasHeight(lookup, 393); }, 3000);
         },
-        image);
+        u"the film"_s);
+    VirtualScreen::expect([&] { return web.targets().contains(image); }, image);
     screen.click(lookup, 407, 370);  // "Vložit data"
     screen.waitUntilGone(lookupWindow);
     screen.click(editor, 412, 372);  // "Uložit"
