@@ -18,6 +18,7 @@
 #include "toolkit/appTitle.h"
 #include "toolkit/barKeys.h"
 #include "toolkit/icons.h"
+#include "toolkit/letters.h"
 #include "toolkit/tips.h"
 #include "toolkit/twips.h"
 #include "ui_frmMaster.h"
@@ -64,6 +65,7 @@ frmMaster::frmMaster(Sites sites, QWidget* parent)
       sites_(std::move(sites)),
       user_(std::make_shared<SharedUser>()) {
     ui_->setupUi(this);
+    letters::scale(*this);
     icons::place(*this);
     lvwList_ = ui_->lvwList;
     buildList();

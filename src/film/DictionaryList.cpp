@@ -4,6 +4,7 @@
 #include "film/DictionaryRecord.h"
 #include "toolkit/icons.h"
 #include "toolkit/keys.h"
+#include "toolkit/letters.h"
 #include "toolkit/rowKey.h"
 #include "ui_DictionaryList.h"
 
@@ -12,6 +13,7 @@ using namespace Qt::StringLiterals;
 DictionaryList::DictionaryList(DictionaryListSource source, QWidget* parent)
     : QDialog(parent), source_(std::move(source)), ui_(std::make_unique<Ui::DictionaryList>()) {
     ui_->setupUi(this);
+    letters::scale(*this);
     icons::place(*this);
     setWindowTitle(source_.caption);
     ui_->lvwZanr->setColumns({{u"ID"_s, 600}, {u"Název Žánru"_s, 4000}});

@@ -3,6 +3,7 @@
 #include "core/CatalogueQuery.h"
 #include "platform/Outside.h"
 #include "platform/text.h"
+#include "toolkit/letters.h"
 #include "ui_DictionaryRecord.h"
 
 using namespace Qt::StringLiterals;
@@ -24,6 +25,7 @@ void paintField(QWidget& field, const QColor& back) {
 DictionaryRecord::DictionaryRecord(DictionaryRecordSource source, QWidget* parent)
     : QDialog(parent), source_(std::move(source)), ui_(std::make_unique<Ui::DictionaryRecord>()) {
     ui_->setupUi(this);
+    letters::scale(*this);
     setWindowTitle(source_.caption);
     connect(ui_->cmdSave, &QPushButton::clicked, this, &DictionaryRecord::save);
     connect(ui_->cmdStorno, &QPushButton::clicked, this, &QDialog::reject);

@@ -18,6 +18,7 @@
 #include "platform/paths.h"
 #include "toolkit/controlArray.h"
 #include "toolkit/icons.h"
+#include "toolkit/letters.h"
 #include "ui_frmDVD.h"
 
 using namespace Qt::StringLiterals;
@@ -54,6 +55,7 @@ QString folderOf(const QString& path) {
 frmDVD::frmDVD(Sites sites, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmDVD>()), sites_(std::move(sites)) {
     ui_->setupUi(this);
+    letters::scale(*this);
     icons::place(*this);
     setFixedSize(size());
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);

@@ -9,8 +9,10 @@
 #include "platform/Outside.h"
 #include "platform/errors.h"
 #include "platform/paths.h"
+#include "toolkit/Growth.h"
 #include "toolkit/icons.h"
 #include "toolkit/keys.h"
+#include "toolkit/letters.h"
 #include "toolkit/twips.h"
 #include "ui_frmCSFDFind.h"
 
@@ -34,9 +36,11 @@ bool DwnFile(const QString& url, const QString& path) {
 frmCSFDFind::frmCSFDFind(const Sites& sites, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmCSFDFind>()), sites_(sites) {
     ui_->setupUi(this);
+    letters::scale(*this);
     boxes_ = LookupBoxes(*ui_, ui_->findPuvName, ui_->Text2);
     icons::place(*this);
-    setFixedSize(twips::toPixels(windowWidth), twips::toPixels(windowHeight));
+    resize(twips::toPixels(windowWidth), twips::toPixels(windowHeight));
+    letGrow();
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     ui_->lvwSeznam->setColumns({{u"Název"_s, 2250}, {u"URL"_s, 600}});
     ui_->lvwSeznam->setAccessibleName(u"Nalezené filmy"_s);
@@ -56,6 +60,28 @@ frmCSFDFind::frmCSFDFind(const Sites& sites, QWidget* parent)
 }
 
 frmCSFDFind::~frmCSFDFind() = default;
+
+void frmCSFDFind::letGrow() {
+    // List and fields share what is added: titles and descriptions are both long.
+    constexpr double half = 0.5;
+    auto* growth = new Growth(*this);
+    growth->add(*ui_->frmData, {.right = half, .bottom = 1});
+    for (QWidget* field :
+         std::initializer_list<QWidget*>{ui_->findCZ, ui_->findPuvName, ui_->findZanr, ui_->findStat,
+                                         ui_->findRezie, ui_->findHerci, ui_->Text2})
+        growth->add(*field, {.right = half});
+    growth->add(*ui_->picWenImgNahl, {.left = half, .right = half});
+    growth->add(*ui_->findPopis, {.right = half, .bottom = 1});
+    for (QWidget* button : {ui_->cmdInsertData, ui_->cmdStorno})
+        growth->add(*button, {.left = half, .top = 1, .right = half, .bottom = 1});
+    growth->add(*ui_->Text1, {.left = half, .right = 1});
+    growth->add(*ui_->Label3, {.left = half, .right = 1});
+    growth->add(*ui_->Command1, {.left = 1, .right = 1});
+    growth->add(*ui_->lvwSeznam, {.left = half, .right = 1, .bottom = 1});
+    growth->add(*ui_->Label2, {.left = half, .top = 1, .right = 1, .bottom = 1});
+    growth->add(*ui_->Command2, {.left = 1, .top = 1, .right = 1, .bottom = 1});
+    growth->add(*ui_->picTime, {.left = half / 2, .top = half, .right = half / 2, .bottom = half});
+}
 
 void frmCSFDFind::setTerm(const QString& term) {
     ui_->Text1->setText(term);

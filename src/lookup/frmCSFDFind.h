@@ -43,6 +43,7 @@ class frmCSFDFind final : public QDialog, private csfd::DetailWindow {
     void keyPressEvent(QKeyEvent* event) override;
 
  private:
+    void letGrow();
     void readSelected();
 
     int selectedRow() const override;

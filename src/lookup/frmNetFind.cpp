@@ -12,6 +12,7 @@
 #include "platform/text.h"
 #include "toolkit/icons.h"
 #include "toolkit/keys.h"
+#include "toolkit/letters.h"
 #include "toolkit/twips.h"
 #include "ui_frmNetFind.h"
 
@@ -46,6 +47,7 @@ void writePlainText(const QString& path, const QString& text) {
 frmNetFind::frmNetFind(const Sites& sites, BrowserFactory& browsers, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmNetFind>()), sites_(sites) {
     ui_->setupUi(this);
+    letters::scale(*this);
     boxes_ = LookupBoxes(*ui_, ui_->findPuvodni, ui_->Text1);
     icons::place(*this);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);

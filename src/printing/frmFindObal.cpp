@@ -11,8 +11,10 @@
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "printing/coverPage.h"
+#include "toolkit/Growth.h"
 #include "toolkit/icons.h"
 #include "toolkit/keys.h"
+#include "toolkit/letters.h"
 #include "toolkit/rowKey.h"
 #include "ui_frmFindObal.h"
 
@@ -34,8 +36,9 @@ QString coverFile() {
 frmFindObal::frmFindObal(const Sites& sites, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmFindObal>()), sites_(sites) {
     ui_->setupUi(this);
+    letters::scale(*this);
     icons::place(*this);
-    setFixedSize(size());
+    letGrow();
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     ui_->lvwDVD->setColumns({{u"Český název"_s, 3100}, {u"Původní název"_s, 3000}, {u"Info"_s, 1440}});
     ui_->lvwDVD->setAccessibleName(u"Nalezené obaly"_s);
@@ -49,6 +52,21 @@ frmFindObal::frmFindObal(const Sites& sites, QWidget* parent)
 }
 
 frmFindObal::~frmFindObal() = default;
+
+void frmFindObal::letGrow() {
+    auto* growth = new Growth(*this);
+    for (QWidget* wide : std::initializer_list<QWidget*>{ui_->Text1, ui_->Frame1, ui_->Label1})
+        growth->add(*wide, {.right = 1});
+    for (QWidget* large : std::initializer_list<QWidget*>{ui_->picHledani, ui_->Frame2, ui_->lvwDVD,
+                                                          ui_->picNahled, ui_->Frame3, ui_->imgNahled})
+        growth->add(*large, {.right = 1, .bottom = 1});
+    growth->add(*ui_->Command1, {.left = 1, .right = 1});
+    for (QWidget* button : {ui_->Command2, ui_->Command3})
+        growth->add(*button, {.top = 1, .bottom = 1});
+    for (QWidget* corner : std::initializer_list<QWidget*>{ui_->Command4, ui_->Command5, ui_->picPrinter})
+        growth->add(*corner, {.left = 1, .top = 1, .right = 1, .bottom = 1});
+    ui_->imgNahled->setMostSize(screen()->availableSize());
+}
 
 void frmFindObal::setTerm(const QString& term) {
     ui_->Text1->setText(term);

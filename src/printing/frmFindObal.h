@@ -33,6 +33,7 @@ class frmFindObal final : public QDialog {
     void keyPressEvent(QKeyEvent* event) override;
 
  private:
+    void letGrow();
     /// Searches for the term; a failed download leaves the list empty.
     void search();
     /// Downloads the cover of the selected row; shows the preview page in any case.

@@ -5,6 +5,7 @@
 
 #include "toolkit/icons.h"
 #include "toolkit/keys.h"
+#include "toolkit/letters.h"
 #include "ui_frmTisknout.h"
 
 using namespace Qt::StringLiterals;
@@ -12,6 +13,7 @@ using filmLists::Kind;
 
 frmTisknout::frmTisknout(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmTisknout>()) {
     ui_->setupUi(this);
+    letters::scale(*this);
     icons::place(*this);
     setFixedSize(size());
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);

@@ -14,7 +14,9 @@
 #include "toolkit/WaitCursor.h"
 #include "toolkit/icons.h"
 #include "toolkit/keys.h"
+#include "toolkit/letters.h"
 #include "toolkit/rowKey.h"
+#include "toolkit/shades.h"
 #include "toolkit/tips.h"
 #include "toolkit/twips.h"
 #include "ui_frmKlienti.h"
@@ -31,7 +33,7 @@ constexpr int addressColumn = 2;
 constexpr int clientWidth = 6675;
 constexpr int clientHeight = 4500;
 
-constexpr qreal historyTitleSize = 9.75;  // points
+constexpr qreal historyTitleSize = 9.75 / 8.25;  // beside other texts
 
 const QColor titleStrip(82, 122, 190);
 const QColor focusOnStrip(255, 190, 60);
@@ -74,6 +76,7 @@ void paintBack(QWidget& widget, const QColor& back, const QColor& text) {
 frmKlienti::frmKlienti(std::shared_ptr<SharedUser> user, QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::frmKlienti>()), user_(std::move(user)) {
     ui_->setupUi(this);
+    letters::scale(*this);
     icons::place(*this);
     // Dialogs stay above their owner on every desktop; this one is also resizable.
     setWindowFlags(Qt::Dialog | Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint);
@@ -98,14 +101,14 @@ void frmKlienti::paintPanels() {
         palette.setColor(QPalette::Highlight, focusOnStrip);
         strip->setPalette(palette);
     }
-    paintBack(*ui_->picHistorie, historyBack, Qt::black);
+    if (!shades::isDark(palette())) paintBack(*ui_->picHistorie, historyBack, Qt::black);
     for (QWidget* panel : {ui_->picVratit, ui_->picVypujcit})
         panel->setBackgroundRole(QPalette::Base);
     QFont bold = font();
     bold.setBold(true);
     for (QLabel* title : {ui_->lblVratit, ui_->lblKZapujceni})
         title->setFont(bold);
-    bold.setPointSizeF(historyTitleSize);
+    bold.setPointSizeF(bold.pointSizeF() * historyTitleSize);
     ui_->lblHist->setFont(bold);
 }
 

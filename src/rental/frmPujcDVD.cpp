@@ -7,6 +7,7 @@
 #include "rental/mPujcky.h"
 #include "toolkit/OwnedWindows.h"
 #include "toolkit/icons.h"
+#include "toolkit/letters.h"
 #include "ui_frmPujcDVD.h"
 
 using namespace Qt::StringLiterals;
@@ -14,6 +15,7 @@ using namespace Qt::StringLiterals;
 frmPujcDVD::frmPujcDVD(std::shared_ptr<SharedUser> user, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmPujcDVD>()), user_(std::move(user)) {
     ui_->setupUi(this);
+    letters::scale(*this);
     icons::place(*this);
     setFixedSize(size());
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);

@@ -7,6 +7,7 @@
 #include "platform/index.h"
 #include "platform/text.h"
 #include "toolkit/icons.h"
+#include "toolkit/letters.h"
 #include "toolkit/loadedText.h"
 #include "toolkit/textBox.h"
 #include "ui_frmUser.h"
@@ -40,6 +41,7 @@ void write(const ado::Recordset& customer, QStringView column, const QString& va
 
 frmUser::frmUser(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmUser>()) {
     ui_->setupUi(this);
+    letters::scale(*this);
     icons::place(*this);
     setFixedSize(size());
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);

@@ -3,12 +3,14 @@
 #include "core/mVerze.h"
 #include "toolkit/appTitle.h"
 #include "toolkit/icons.h"
+#include "toolkit/letters.h"
 #include "ui_frmAbout.h"
 
 using namespace Qt::StringLiterals;
 
 frmAbout::frmAbout(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmAbout>()) {
     ui_->setupUi(this);
+    letters::scale(*this);
     icons::place(*this);
     setFixedSize(size());
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);

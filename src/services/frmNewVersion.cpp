@@ -5,6 +5,7 @@
 #include "services/novaVerze.h"
 #include "toolkit/icons.h"
 #include "toolkit/keys.h"
+#include "toolkit/letters.h"
 #include "ui_frmNewVersion.h"
 
 using namespace Qt::StringLiterals;
@@ -12,6 +13,7 @@ using namespace Qt::StringLiterals;
 frmNewVersion::frmNewVersion(const Sites& sites, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmNewVersion>()) {
     ui_->setupUi(this);
+    letters::scale(*this);
     icons::place(*this);
     setFixedSize(size());
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);

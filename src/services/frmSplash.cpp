@@ -3,6 +3,7 @@
 #include "core/mVerze.h"
 #include "toolkit/appTitle.h"
 #include "toolkit/icons.h"
+#include "toolkit/letters.h"
 #include "ui_frmSplash.h"
 
 using namespace Qt::StringLiterals;
@@ -13,6 +14,7 @@ constexpr int interval = 5000;  // milliseconds
 
 frmSplash::frmSplash(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmSplash>()) {
     ui_->setupUi(this);
+    letters::scale(*this);
     setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
     setFixedSize(size());
     setWindowTitle(appTitle());

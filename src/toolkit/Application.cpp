@@ -1,32 +1,22 @@
 #include "toolkit/Application.h"
 
-#include <QFont>
 #include <QIcon>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QScreen>
 #include <QWidget>
 #include <cstdlib>
 
 #include "toolkit/appTitle.h"
+#include "toolkit/letters.h"
+#include "toolkit/onScreen.h"
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-/// The windows are laid out for this font size and letter width on every system.
-QFont windowFont() {
-    QFont font;
-    font.setFamilies({u"Microsoft Sans Serif"_s, u"Liberation Sans"_s, u"Arial"_s, u"Helvetica"_s});
-    font.setPointSizeF(8.25);
-    return font;
-}
-
-}  // namespace
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     setApplicationName(u"BremDVDKalvera"_s);
     setWindowIcon(QIcon(u":/icons/app.svg"_s));
-    setFont(windowFont());
+    letters::use(letters::fitTo(font(), primaryScreen()->availableSize()));
     connect(this, &QApplication::focusChanged, this, [this](QWidget* /*before*/, const QWidget* now) {
         if (now != nullptr) showFocusIn(now->window());
     });
@@ -48,6 +38,13 @@ bool Application::notify(QObject* receiver, QEvent* event) {
     bool handled = false;
     // The receiver must not be cast: the browser engine's are not all what their meta-object says.
     if (event->type() == QEvent::MouseButtonPress) byKeys_ = false;
+    if (event->type() == QEvent::Show) {
+        for (QWidget* window : topLevelWidgets()) {
+            if (window == receiver) onScreen::keep(*window);
+        }
+    }
+    // Some desktops set their font late or anew, but places have been chosen for this one.
+    if (event->type() == QEvent::ApplicationFontChange && receiver == this) letters::keepInUse();
     if (event->type() == QEvent::KeyPress) {
         byKeys_ = true;
         showFocusIn(activeWindow());

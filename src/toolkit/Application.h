@@ -7,8 +7,8 @@
 #include "platform/errors.h"
 #include "toolkit/WindowOutside.h"
 
-/// The application object: Qt's Czech translation, the user's regional settings, the real Outside, and the
-/// handler of last resort for failures.
+/// The application object: Qt's Czech translation, the user's regional settings, the desktop's letters,
+/// windows kept on the screen, the real Outside, and the handler of last resort for failures.
 class Application : public QApplication {
     Q_OBJECT
 

@@ -6,12 +6,13 @@
 #include <QVBoxLayout>
 
 #include "toolkit/appTitle.h"
+#include "toolkit/twips.h"
 
 using namespace Qt::StringLiterals;
 
 DownloadWindow::DownloadWindow(const Download& download, QWidget* owner)
     : QDialog(owner), download_(download), received_(new QLabel(this)) {
-    constexpr int width = 320;  // pixels
+    const int width = twips::scaled(320);
     setWindowTitle(appTitle());
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     setModal(true);

@@ -11,5 +11,6 @@ ImageFrame::ImageFrame(QWidget* parent) : QLabel(parent) {
 void ImageFrame::loadPicture(const QString& path) {
     if (path.isEmpty()) return clear();
     const QSize shown = contentsRect().size() * devicePixelRatio();
-    setPixmap(QPixmap::fromImage(pictureFile::read(path, shown)));
+    setPixmap(QPixmap::fromImage(most_.isEmpty() ? pictureFile::read(path, shown)
+                                                 : pictureFile::readUpTo(path, most_ * devicePixelRatio())));
 }

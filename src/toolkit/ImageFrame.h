@@ -15,5 +15,11 @@ class ImageFrame final : public QLabel {
     ///         keeps its picture.
     void loadPicture(const QString& path);
 
+    /// Lets pictures be read for a frame of up to `size`, in pixels, so that they stay sharp when it grows.
+    void setMostSize(const QSize& size) { most_ = size; }
+
     bool hasPicture() const { return !pixmap().isNull(); }
+
+ private:
+    QSize most_;
 };

@@ -9,6 +9,7 @@
 
 #include "platform/errors.h"
 #include "platform/index.h"
+#include "toolkit/ListHeader.h"
 #include "toolkit/twips.h"
 
 namespace {
@@ -21,11 +22,11 @@ class RowDelegate final : public QStyledItemDelegate {
     using QStyledItemDelegate::QStyledItemDelegate;
 
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, space);
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, twips::scaled(space));
     }
 
  private:
-    static constexpr int space = 4;  // pixels
+    static constexpr int space = 4;  // pixels of the layout
 };
 
 }  // namespace
@@ -45,6 +46,8 @@ void ListItem::setSubItem(int column, QStringView text) const {
 }
 
 ListView::ListView(QWidget* parent) : QTreeView(parent) {
+    setHeader(new ListHeader(this));
+    header()->setSectionsClickable(true);  // setHeader has turned it off
     setModel(&model_);
     setItemDelegate(new RowDelegate(this));
     setRootIsDecorated(false);
@@ -55,13 +58,9 @@ ListView::ListView(QWidget* parent) : QTreeView(parent) {
     setSelectionMode(SingleSelection);
     setEditTriggers(NoEditTriggers);
     setTextElideMode(Qt::ElideRight);
-    header()->setStretchLastSection(false);
-    header()->setSectionsMovable(false);
-    header()->setSectionsClickable(true);
     // The second of two quick clicks arrives as a double click and must count as well.
     connect(header(), &QHeaderView::sectionClicked, this, &ListView::columnClicked);
     connect(header(), &QHeaderView::sectionDoubleClicked, this, &ListView::columnClicked);
-    header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
 void ListView::setColumns(const std::vector<ListColumn>& columns) {
@@ -78,7 +77,7 @@ void ListView::setColumns(const std::vector<ListColumn>& columns) {
 int ListView::columnWidthInTwips(int column) const {
     const Width& width = elementAt(widths_, column);
     const int shown = columnWidth(column);
-    return shown == width.pixels ? width.twips : shown * twips::perPixel;
+    return shown == width.pixels ? width.twips : twips::fromPixels(shown);
 }
 
 void ListView::setColumnWidthInTwips(int column, int width) {

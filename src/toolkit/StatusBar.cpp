@@ -1,6 +1,7 @@
 #include "toolkit/StatusBar.h"
 
 #include <QLocale>
+#include <algorithm>
 
 #include "platform/Outside.h"
 #include "platform/dates.h"
@@ -38,6 +39,12 @@ void StatusBar::addPanel(Kind kind, int width) {
     if (kind == Kind::numLock) label->setText(u"NUM"_s);
     showClock();
     showLocks();
+}
+
+void StatusBar::setPanelText(int panel, const QString& text) {
+    QLabel& shown = label(panel);
+    shown.setText(text);
+    shown.setMinimumWidth(std::max(shown.minimumWidth(), shown.sizeHint().width()));
 }
 
 void StatusBar::showClock() {

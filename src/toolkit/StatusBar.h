@@ -22,7 +22,8 @@ class StatusBar final : public QStatusBar {
     void addPanel(Kind kind, int width);
 
     QString panelText(int panel) const { return label(panel).text(); }
-    void setPanelText(int panel, const QString& text) { label(panel).setText(text); }
+    /// The panel grows with its text: a total that is cut reads as another number.
+    void setPanelText(int panel, const QString& text);
 
  private:
     struct Panel {

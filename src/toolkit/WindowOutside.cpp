@@ -21,6 +21,7 @@
 #include "toolkit/icons.h"
 #include "toolkit/pagePrinter.h"
 #include "toolkit/printQueue.h"
+#include "toolkit/twips.h"
 
 using namespace Qt::StringLiterals;
 
@@ -59,7 +60,7 @@ QWidget* windowOf(QObject* owner) {
 
 /// Keeps the title, which can say more than the text, from being cut off: Qt sizes the box by the text alone.
 void widenForTitle(QMessageBox& box) {
-    constexpr int iconAndButtons = 140;  // pixels beside the title in a window frame
+    const int iconAndButtons = twips::scaled(140);  // beside the title in a window frame
     QFont bold = box.font();
     bold.setBold(true);
     const int width = QFontMetrics(bold).horizontalAdvance(box.windowTitle()) + iconAndButtons;
@@ -103,7 +104,7 @@ BoxAnswer WindowOutside::messageBox(const QString& text, int style, const QStrin
     // Shows the program's own icon. setIconPixmap would reset the box's kind, so the label is set directly.
     if (auto* label = box.findChild<QLabel*>(u"qt_msgboxex_icon_label"_s);
         label != nullptr && icon.name != nullptr) {
-        constexpr int size = 40;  // pixels
+        const int size = twips::scaled(40);
         const QIcon drawn = icons::named(QString::fromLatin1(icon.name));
         label->setPixmap(drawn.pixmap(QSize(size, size), box.devicePixelRatio()));
     }

@@ -9,12 +9,28 @@
 #include "services/frmSplash.h"
 #include "support/TemporaryProgram.h"
 #include "support/windows.h"
+#include "toolkit/letters.h"
 
 namespace {
 
-/// Captions fit into their controls; run a second time at a scale of 1.5.
-class CaptionsTest : public TemporaryProgram {
+struct DesktopFont {
+    const char* family;
+    double points;
+};
+
+/// Captions fit into their controls, whatever the desktop's font; run a second time at a scale of 1.5.
+class CaptionsTest : public TemporaryProgram, public testing::WithParamInterface<DesktopFont> {
  protected:
+    CaptionsTest() {
+        QFont font(QString::fromLatin1(GetParam().family));
+        font.setPointSizeF(GetParam().points);
+        EXPECT_EQ(QFontInfo(font).family(), font.family()) << "is not installed";
+        letters::use(letters::fitTo(font, largeScreen));
+    }
+    ~CaptionsTest() override { letters::use(letters::fitTo(QFont(u"Sans Serif"_s, 9), largeScreen)); }
+
+    static constexpr QSize largeScreen{4000, 3000};
+
     static void expectRoom(QWidget& window) {
         window.show();
         for (const QLabel* label : window.findChildren<QLabel*>()) {
@@ -35,9 +51,14 @@ class CaptionsTest : public TemporaryProgram {
     }
 };
 
+INSTANTIATE_TEST_SUITE_P(Fonts, CaptionsTest,
+                         testing::Values(DesktopFont{"Liberation Sans", 8.25},
+                                         DesktopFont{"Liberation Sans", 11}, DesktopFont{"DejaVu Sans", 10},
+                                         DesktopFont{"DejaVu Sans", 12}, DesktopFont{"Cantarell", 11}));
+
 }  // namespace
 
-TEST_F(CaptionsTest, Fit) {
+TEST_P(CaptionsTest, Fit) {
     frmAbout about;
     frmSplash splash;
     frmMaster master(Sites{});
@@ -65,7 +86,7 @@ TEST_F(CaptionsTest, Fit) {
     expectRoom(user->loaded());
 }
 
-TEST_F(CaptionsTest, FitOnTwoLinesOfTheButtonsOfThePrintedLists) {
+TEST_P(CaptionsTest, FitOnTwoLinesOfTheButtonsOfThePrintedLists) {
     const frmTisknout lists;
     for (const QPushButton* one : lists.findChildren<QPushButton*>()) {
         const QRect needed = one->fontMetrics().boundingRect(

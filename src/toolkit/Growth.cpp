@@ -1,0 +1,30 @@
+#include "toolkit/Growth.h"
+
+#include <QEvent>
+#include <cmath>
+
+Growth::Growth(QWidget& window) : QObject(&window), first_(window.size()) {
+    window.setMinimumSize(first_);
+    window.installEventFilter(this);
+}
+
+void Growth::add(QWidget& control, Shares shares) {
+    followers_.push_back({&control, control.geometry(), shares});
+}
+
+bool Growth::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == parent() && event->type() == QEvent::Resize)
+        place(static_cast<const QWidget*>(parent())->size());
+    return QObject::eventFilter(watched, event);
+}
+
+void Growth::place(const QSize& size) const {
+    const auto part = [](int added, double share) { return static_cast<int>(std::lround(added * share)); };
+    const QSize added = size - first_;
+    for (const Follower& follower : followers_) {
+        const Shares& shares = follower.shares;
+        follower.control->setGeometry(
+            follower.first.adjusted(part(added.width(), shares.left), part(added.height(), shares.top),
+                                    part(added.width(), shares.right), part(added.height(), shares.bottom)));
+    }
+}

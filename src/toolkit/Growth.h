@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+#include <vector>
+
+/// Lets the controls of a window without layouts follow its size: the window can then be made larger than
+/// laid out, and each edge of a control moves by its share of what has been added.
+class Growth final : public QObject {
+    Q_OBJECT
+
+ public:
+    /// Shares of the added width (left, right) and height (top, bottom), each from 0 to 1.
+    struct Shares {
+        double left = 0;
+        double top = 0;
+        double right = 0;
+        double bottom = 0;
+    };
+
+    /// The window's present size becomes its least one.
+    explicit Growth(QWidget& window);
+
+    /// Lets a control of the window follow, from its present place.
+    void add(QWidget& control, Shares shares);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+    struct Follower {
+        QWidget* control;
+        QRect first;
+        Shares shares;
+    };
+
+    void place(const QSize& size) const;
+
+    QSize first_;
+    std::vector<Follower> followers_;
+};
