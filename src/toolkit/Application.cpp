@@ -8,6 +8,7 @@
 #include <cstdlib>
 
 #include "toolkit/appTitle.h"
+#include "toolkit/hairline.h"
 #include "toolkit/letters.h"
 #include "toolkit/onScreen.h"
 
@@ -17,6 +18,7 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     setApplicationName(u"BremDVDKalvera"_s);
     setWindowIcon(QIcon(u":/icons/app.svg"_s));
     letters::use(letters::fitTo(font(), primaryScreen()->availableSize()));
+    hairline::improveStyle();
     connect(this, &QApplication::focusChanged, this, [this](QWidget* /*before*/, const QWidget* now) {
         if (now != nullptr) showFocusIn(now->window());
     });
