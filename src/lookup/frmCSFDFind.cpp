@@ -64,7 +64,7 @@ frmCSFDFind::~frmCSFDFind() = default;
 void frmCSFDFind::letGrow() {
     // List and fields share what is added: titles and descriptions are both long.
     constexpr double half = 0.5;
-    auto* growth = new Growth(*this);
+    auto* growth = new Growth(*this, {0, 50});
     growth->add(*ui_->frmData, {.right = half, .bottom = 1});
     for (QWidget* field :
          std::initializer_list<QWidget*>{ui_->findCZ, ui_->findPuvName, ui_->findZanr, ui_->findStat,

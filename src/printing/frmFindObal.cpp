@@ -54,7 +54,7 @@ frmFindObal::frmFindObal(const Sites& sites, QWidget* parent)
 frmFindObal::~frmFindObal() = default;
 
 void frmFindObal::letGrow() {
-    auto* growth = new Growth(*this);
+    auto* growth = new Growth(*this, {0, 150});
     for (QWidget* wide : std::initializer_list<QWidget*>{ui_->Text1, ui_->Frame1, ui_->Label1})
         growth->add(*wide, {.right = 1});
     for (QWidget* large : std::initializer_list<QWidget*>{ui_->picHledani, ui_->Frame2, ui_->lvwDVD,

@@ -3,8 +3,10 @@
 #include <QEvent>
 #include <cmath>
 
-Growth::Growth(QWidget& window) : QObject(&window), first_(window.size()) {
-    window.setMinimumSize(first_);
+#include "toolkit/twips.h"
+
+Growth::Growth(QWidget& window, const QSize& spare) : QObject(&window), first_(window.size()) {
+    window.setMinimumSize(first_ - QSize(twips::scaled(spare.width()), twips::scaled(spare.height())));
     window.installEventFilter(this);
 }
 

@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <vector>
 
-/// Lets the controls of a window without layouts follow its size: the window can then be made larger than
+/// Lets the controls of a window without layouts follow its size: the window can then be made another than
 /// laid out, and each edge of a control moves by its share of what has been added.
 class Growth final : public QObject {
     Q_OBJECT
@@ -19,8 +19,9 @@ class Growth final : public QObject {
         double bottom = 0;
     };
 
-    /// The window's present size becomes its least one.
-    explicit Growth(QWidget& window);
+    /// The window's present size is the one laid out for.
+    /// @param spare how much smaller it may become, in pixels of the layout, for small screens.
+    Growth(QWidget& window, const QSize& spare);
 
     /// Lets a control of the window follow, from its present place.
     void add(QWidget& control, Shares shares);
