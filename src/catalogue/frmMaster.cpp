@@ -95,6 +95,9 @@ void frmMaster::buildList() {
                           {u"Jazyk"_s, 1440}});
     lvwList_->setAccessibleName(u"Seznam filmů"_s);
     hidMenuListItem_.setObjectName(u"hidMenuListItem"_s);
+    // Screen readers find menus in the menu bar, hidden ones too.
+    hidMenuListItem_.setTitle(u"Vybraný film"_s);
+    ui_->menuBar->addMenu(&hidMenuListItem_)->setVisible(false);
     hidMenuListItem_.addActions({ui_->mnuListItem_0, ui_->mnuListItem_1, ui_->mnuListItem_2});
     hidMenuListItem_.addSeparator();
     hidMenuListItem_.addAction(ui_->mnuListItem_4);

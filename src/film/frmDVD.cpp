@@ -16,6 +16,7 @@
 #include "platform/files.h"
 #include "platform/index.h"
 #include "platform/paths.h"
+#include "toolkit/accessibility.h"
 #include "toolkit/controlArray.h"
 #include "toolkit/icons.h"
 #include "toolkit/letters.h"
@@ -57,6 +58,7 @@ frmDVD::frmDVD(Sites sites, QWidget* parent)
     ui_->setupUi(this);
     letters::scale(*this);
     icons::place(*this);
+    accessibility::nameParts(*ui_->cboOddel);
     setFixedSize(size());
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     findControlArrays();

@@ -10,6 +10,7 @@
 #include "platform/errors.h"
 #include "platform/paths.h"
 #include "toolkit/Growth.h"
+#include "toolkit/accessibility.h"
 #include "toolkit/icons.h"
 #include "toolkit/keys.h"
 #include "toolkit/letters.h"
@@ -39,6 +40,7 @@ frmCSFDFind::frmCSFDFind(const Sites& sites, QWidget* parent)
     letters::scale(*this);
     boxes_ = LookupBoxes(*ui_, ui_->findPuvName, ui_->Text2);
     icons::place(*this);
+    accessibility::nameParts(*ui_->findPuvName);
     resize(twips::toPixels(windowWidth), twips::toPixels(windowHeight));
     letGrow();
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);

@@ -77,6 +77,7 @@ void frmNetFind::makeBrowsers(BrowserFactory& browsers) {
                 .DocumentComplete = [this](const QString& url) { listIsThere(url); },
                 .ProgressChange = [this](int progress, int maximum) { showProgress(progress, maximum); }});
     wbrFind_->widget().setObjectName(u"wbrFind"_s);
+    wbrFind_->widget().setAccessibleName(u"Hledání v obchodě"_s);
     wbrFind_->widget().setGeometry(rect());
     wbrFind_->widget().lower();
     WebBrowser1_ =
@@ -88,6 +89,7 @@ void frmNetFind::makeBrowsers(BrowserFactory& browsers) {
                                         yield();
                                     }});
     WebBrowser1_->widget().setObjectName(u"WebBrowser1"_s);
+    WebBrowser1_->widget().setAccessibleName(u"Stránka filmu"_s);
     WebBrowser1_->widget().setEnabled(false);
     WebBrowser1_->widget().hide();
 }

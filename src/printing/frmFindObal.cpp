@@ -12,6 +12,7 @@
 #include "platform/text.h"
 #include "printing/coverPage.h"
 #include "toolkit/Growth.h"
+#include "toolkit/accessibility.h"
 #include "toolkit/icons.h"
 #include "toolkit/keys.h"
 #include "toolkit/letters.h"
@@ -38,6 +39,7 @@ frmFindObal::frmFindObal(const Sites& sites, QWidget* parent)
     ui_->setupUi(this);
     letters::scale(*this);
     icons::place(*this);
+    accessibility::nameParts(*ui_->Combo1);
     letGrow();
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     ui_->lvwDVD->setColumns({{u"Český název"_s, 3100}, {u"Původní název"_s, 3000}, {u"Info"_s, 1440}});

@@ -12,6 +12,7 @@
 #include "rental/mPujcky.h"
 #include "toolkit/OwnedWindows.h"
 #include "toolkit/WaitCursor.h"
+#include "toolkit/accessibility.h"
 #include "toolkit/icons.h"
 #include "toolkit/keys.h"
 #include "toolkit/letters.h"
@@ -126,6 +127,7 @@ void frmKlienti::buildToolBar() {
         button->setFocusPolicy(Qt::StrongFocus);
     ui_->Toolbar1->layout()->setContentsMargins(0, 0, 0, 0);  // to fit the low bar
     tips::onlyOwn(*ui_->Toolbar1);
+    accessibility::nameParts(*ui_->Toolbar1);
 }
 
 void frmKlienti::connectButtons() {

@@ -6,6 +6,7 @@
 #include "rental/SharedUser.h"
 #include "rental/mPujcky.h"
 #include "toolkit/OwnedWindows.h"
+#include "toolkit/accessibility.h"
 #include "toolkit/icons.h"
 #include "toolkit/letters.h"
 #include "ui_frmPujcDVD.h"
@@ -17,6 +18,7 @@ frmPujcDVD::frmPujcDVD(std::shared_ptr<SharedUser> user, QWidget* parent)
     ui_->setupUi(this);
     letters::scale(*this);
     icons::place(*this);
+    accessibility::nameParts(*ui_->Combo1);
     setFixedSize(size());
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     ui_->Command3->hide();

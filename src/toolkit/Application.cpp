@@ -7,6 +7,7 @@
 #include <QWidget>
 #include <cstdlib>
 
+#include "toolkit/accessibility.h"
 #include "toolkit/appTitle.h"
 #include "toolkit/hairline.h"
 #include "toolkit/letters.h"
@@ -17,8 +18,11 @@ using namespace Qt::StringLiterals;
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     setApplicationName(u"BremDVDKalvera"_s);
     setWindowIcon(QIcon(u":/icons/app.svg"_s));
+    // Under Wayland the icon comes from the desktop entry of this name.
+    setDesktopFileName(u"kalvera"_s);
     letters::use(letters::fitTo(font(), primaryScreen()->availableSize()));
     hairline::improveStyle();
+    accessibility::install();
     connect(this, &QApplication::focusChanged, this, [this](QWidget* /*before*/, const QWidget* now) {
         if (now != nullptr) showFocusIn(now->window());
     });

@@ -60,6 +60,7 @@ HelpWindow::HelpWindow(std::unique_ptr<ChmFile> file, QWidget* parent)
     setWindowIcon(icons::named(u"help"_s));
     auto* split = new QSplitter(this);
     trees_ = new QTabWidget(this);
+    trees_->setAccessibleName(u"Obsah a rejstřík"_s);
     page_ = new HelpPage(*file_, this);
     page_->setAccessibleName(u"Stránka nápovědy"_s);
     page_->document()->setDocumentMargin(12);

@@ -1,18 +1,28 @@
 #pragma once
 
 #include <QObject>
+#include <optional>
 
-/// The state of Caps Lock and Num Lock. On X11 it is read from the keyboard's indicators; elsewhere it is
-/// assumed to be off at first and follows the key presses that the application receives.
+class QKeyEvent;
+
+/// The state of Caps Lock and Num Lock, as far as the system tells it.
 class LockKeys final : public QObject {
     Q_OBJECT
 
  public:
-    /// Watches key presses of the whole application.
-    explicit LockKeys(QObject* parent);
+    enum class Source {
+        indicators,  ///< the keyboard's indicators, at any time: X11
+        keyEvents,   ///< the modifiers that each key event carries, while the application is active: Wayland
+        presses      ///< the presses of both keys, from unlocked at the start: other systems
+    };
+    /// The best source that the platform has.
+    static Source usualSource();
 
-    bool capsLock() const noexcept { return capsLock_; }
-    bool numLock() const noexcept { return numLock_; }
+    explicit LockKeys(QObject* parent, Source source = usualSource());
+
+    /// Whether the key is locked; nothing while that is not known.
+    std::optional<bool> capsLock() const noexcept { return capsLock_; }
+    std::optional<bool> numLock() const noexcept { return numLock_; }
 
     /// Reads the indicators again, which can change while another application has the focus.
     void refresh();
@@ -23,8 +33,10 @@ class LockKeys final : public QObject {
     void changed();
 
  private:
-    void set(bool capsLock, bool numLock);
+    void follow(const QKeyEvent& event);
+    void set(std::optional<bool> capsLock, std::optional<bool> numLock);
 
-    bool capsLock_ = false;
-    bool numLock_ = false;
+    Source source_;
+    std::optional<bool> capsLock_;
+    std::optional<bool> numLock_;
 };

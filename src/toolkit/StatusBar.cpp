@@ -9,7 +9,21 @@
 
 using namespace Qt::StringLiterals;
 
-StatusBar::StatusBar(QWidget* parent) : QStatusBar(parent), locks_(this) {
+namespace {
+
+/// Shows a lock key as on, as off, or not at all while its state is not known. Read aloud, a greyed caption
+/// would be an unavailable one.
+void showLock(QLabel& label, const QString& caption, const QString& key, std::optional<bool> on) {
+    label.setText(on.has_value() ? caption : QString());
+    label.setEnabled(on.value_or(false));
+    label.setAccessibleName(key + (!on.has_value() ? u": stav není znám"_s
+                                   : *on           ? u" zapnut"_s
+                                                   : u" vypnut"_s));
+}
+
+}  // namespace
+
+StatusBar::StatusBar(QWidget* parent, LockKeys::Source locks) : QStatusBar(parent), locks_(this, locks) {
     connect(&locks_, &LockKeys::changed, this, &StatusBar::showLocks);
     connect(&second_, &QTimer::timeout, this, [this] {
         showClock();
@@ -35,8 +49,6 @@ void StatusBar::addPanel(Kind kind, int width) {
     if (kind != Kind::text) label->setAlignment(Qt::AlignCenter);
     addWidget(label, 1);
     panels_.push_back({kind, label});
-    if (kind == Kind::capsLock) label->setText(u"CAPS"_s);
-    if (kind == Kind::numLock) label->setText(u"NUM"_s);
     showClock();
     showLocks();
 }
@@ -58,7 +70,8 @@ void StatusBar::showClock() {
 
 void StatusBar::showLocks() {
     for (const Panel& panel : panels_) {
-        if (panel.kind == Kind::capsLock) panel.label->setEnabled(locks_.capsLock());
-        if (panel.kind == Kind::numLock) panel.label->setEnabled(locks_.numLock());
+        if (panel.kind == Kind::capsLock)
+            showLock(*panel.label, u"CAPS"_s, u"Caps Lock"_s, locks_.capsLock());
+        if (panel.kind == Kind::numLock) showLock(*panel.label, u"NUM"_s, u"Num Lock"_s, locks_.numLock());
     }
 }

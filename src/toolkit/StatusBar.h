@@ -9,14 +9,15 @@
 #include "toolkit/LockKeys.h"
 
 /// A status bar of panels, counted from 1. A panel grows with its text from its minimum width; the last one
-/// takes the rest. Panels with the date, the time or a lock key update themselves.
+/// takes the rest. Panels with the date, the time or a lock key update themselves; that of a lock key is
+/// greyed while it is off and empty while its state is not known.
 class StatusBar final : public QStatusBar {
     Q_OBJECT
 
  public:
     enum class Kind { text, date, time, capsLock, numLock };
 
-    explicit StatusBar(QWidget* parent = nullptr);
+    explicit StatusBar(QWidget* parent = nullptr, LockKeys::Source locks = LockKeys::usualSource());
 
     /// Adds a panel. @param width the minimum, in twips.
     void addPanel(Kind kind, int width);

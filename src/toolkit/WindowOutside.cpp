@@ -34,20 +34,21 @@ constexpr std::chrono::milliseconds patience{1000};  // before a download shows 
 struct BoxIcon {
     QMessageBox::Icon kind;  ///< selects the desktop's sound
     const char* name;
+    QString spoken;  ///< by screen readers
 };
 
 BoxIcon iconOf(int style) {
     switch (style & iconMask) {
         case boxStyle::critical:
-            return {QMessageBox::Critical, "box-critical"};
+            return {QMessageBox::Critical, "box-critical", u"Chyba"_s};
         case boxStyle::question:
-            return {QMessageBox::Question, "box-question"};
+            return {QMessageBox::Question, "box-question", u"Dotaz"_s};
         case boxStyle::exclamation:
-            return {QMessageBox::Warning, "box-exclamation"};
+            return {QMessageBox::Warning, "box-exclamation", u"Upozornění"_s};
         case boxStyle::information:
-            return {QMessageBox::Information, "box-information"};
+            return {QMessageBox::Information, "box-information", u"Informace"_s};
         default:
-            return {QMessageBox::NoIcon, nullptr};
+            return {QMessageBox::NoIcon, nullptr, {}};
     }
 }
 
@@ -106,6 +107,7 @@ BoxAnswer WindowOutside::messageBox(const QString& text, int style, const QStrin
         label != nullptr && icon.name != nullptr) {
         const int size = twips::scaled(40);
         const QIcon drawn = icons::named(QString::fromLatin1(icon.name));
+        label->setAccessibleName(icon.spoken);
         label->setPixmap(drawn.pixmap(QSize(size, size), box.devicePixelRatio()));
     }
     for (QAbstractButton* button : box.buttons())

@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QToolButton>
 
+#include "toolkit/accessibility.h"
 #include "toolkit/keys.h"
 
 namespace {
@@ -33,6 +34,7 @@ class BarKeys final : public QObject {
 void barKeys::install(const QList<QToolBar*>& bars) {
     QWidget* before = nullptr;
     for (QToolBar* bar : bars) {
+        accessibility::nameParts(*bar);
         for (QAction* action : bar->actions()) {
             auto* button = qobject_cast<QToolButton*>(bar->widgetForAction(action));
             if (button == nullptr) continue;

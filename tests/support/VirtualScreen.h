@@ -28,6 +28,14 @@ class VirtualScreen final {
     VirtualScreen(const VirtualScreen&) = delete;
     VirtualScreen& operator=(const VirtualScreen&) = delete;
 
+    /// Starts a program on the screen.
+    void start(QProcess& process, const QString& program) const {
+        process.setProcessEnvironment(environment);
+        process.start(program, QStringList());
+    }
+    /// Makes a folder the program's own, which here runs as the test does.
+    static void giveAway(const QString& /*path*/) {}
+
     /// @return the number of the visible window with a title.
     QString waitForWindow(const QString& title) const {
         QString window;

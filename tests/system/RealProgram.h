@@ -9,10 +9,12 @@
 #include "support/VirtualScreen.h"
 #include "support/WebServer.h"
 
-/// The real program in its own folder and home, with a proxy in place of the web and without printers.
-class RealProgram : public TemporaryProgram {
+/// The real program in its own folder and home, with a proxy in place of the web and without printers, on a
+/// VirtualScreen or WaylandScreen.
+template <typename Screen>
+class RealProgramOn : public TemporaryProgram {
  protected:
-    RealProgram() {
+    RealProgramOn() {
         screen.environment.insert(u"HOME"_s, folder());
         screen.environment.insert(u"XDG_CONFIG_HOME"_s, at(u".config"_s));
         screen.environment.insert(u"XDG_DATA_HOME"_s, at(u".local/share"_s));
@@ -20,13 +22,13 @@ class RealProgram : public TemporaryProgram {
         screen.environment.insert(u"http_proxy"_s, web.root());
         settings().setValue(u"Settings/ShowNewVer"_s, u"N"_s);
         QFile::copy(QStringLiteral(KALVERA), at(u"kalvera"_s));
+        program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     }
 
     /// Starts the program and skips its splash screen, by a key unless it is to end by itself.
     void start(const QString& executable = u"kalvera"_s, bool key = true) {
-        program.setProcessEnvironment(screen.environment);
-        program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        program.start(at(executable), QStringList());
+        screen.giveAway(folder());
+        screen.start(program, at(executable));
         if (key) screen.press(screen.waitForWindow(splash), u"space"_s);
     }
     void expectEnd(int exitCode) {
@@ -44,9 +46,11 @@ class RealProgram : public TemporaryProgram {
     QSettings settings() const { return {at(u".config/BremDVDKalvera.conf"_s), QSettings::IniFormat}; }
     const Sites sites = Sites::compiledIn();
     WebServer web;
-    VirtualScreen screen;
+    Screen screen;
     QProcess program;
     const QString splash = u"^Brem DVD Kalv.*ra$"_s;
     const QString mainWindow = u"^Brem DVD Kalv.*"_s + QRegularExpression::escape(verze::text()) + u'$';
     const QString editorWindow = u"^DVD Film$"_s;
 };
+
+using RealProgram = RealProgramOn<VirtualScreen>;

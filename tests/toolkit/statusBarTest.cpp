@@ -16,7 +16,7 @@ class StatusBarTest : public TemporaryProgram {
 
     bool isOn(int panel) const { return bar.findChildren<QLabel*>().at(panel - 1)->isEnabled(); }
 
-    StatusBar bar;
+    StatusBar bar{nullptr, LockKeys::Source::keyEvents};
 };
 
 }  // namespace
@@ -35,17 +35,41 @@ TEST_F(StatusBarTest, DateAndTimeFollowTheClockAndAPanelGrowsWithItsText) {
     EXPECT_GE(panel->width(), panel->sizeHint().width());
 }
 
-TEST_F(StatusBarTest, LockPanelsFollowTheKeys) {
+TEST_F(StatusBarTest, LockPanelsSayWhatTheKeyEventsSayAndNothingElse) {
+    // Pressed, the modifiers that the keyboard sends along, and the panels then: empty, off or on.
+    const struct {
+        Qt::Key key;
+        quint32 scanCode;
+        quint32 modifiers;
+        QString caps;
+        QString num;
+    } presses[] = {{Qt::Key_A, 0, 0x12, u""_s, u""_s},  // not from a keyboard
+                   {Qt::Key_A, 38, 0x1, u"caps"_s, u"num"_s},
+                   {Qt::Key_A, 38, 0x13, u"CAPS"_s, u"NUM"_s},
+                   {Qt::Key_CapsLock, 66, 0x10, u"CAPS"_s, u"NUM"_s},
+                   {Qt::Key_NumLock, 77, 0x12, u"CAPS"_s, u"num"_s},
+                   {Qt::Key_CapsLock, 66, 0x2, u"caps"_s, u"num"_s},
+                   {Qt::Key_NumLock, 77, 0, u"caps"_s, u"NUM"_s}};
+    const auto shown = [this](int panel) {
+        return isOn(panel) ? bar.panelText(panel) : bar.panelText(panel).toLower();
+    };
     bar.show();
-    EXPECT_EQ(bar.panelText(3) + bar.panelText(4), u"CAPSNUM"_s);
-    const std::tuple<Qt::Key, bool, bool> presses[] = {{Qt::Key_A, false, false},
-                                                       {Qt::Key_CapsLock, true, false},
-                                                       {Qt::Key_NumLock, true, true},
-                                                       {Qt::Key_CapsLock, false, true},
-                                                       {Qt::Key_A, false, true}};
-    for (const auto& [key, caps, num] : presses) {
-        QTest::keyClick(bar.windowHandle(), key);
-        EXPECT_EQ(isOn(3), caps);
-        EXPECT_EQ(isOn(4), num);
+    for (const auto& [key, scanCode, modifiers, caps, num] : presses) {
+        for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent event(type, key, {}, scanCode, 0, modifiers);
+            QCoreApplication::sendEvent(bar.windowHandle(), &event);
+            EXPECT_EQ(shown(3), caps);
+            EXPECT_EQ(shown(4), num);
+        }
+    }
+    emit qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
+    EXPECT_EQ(bar.panelText(3) + bar.panelText(4), u""_s);
+    StatusBar plain(nullptr, LockKeys::Source::presses);
+    plain.addPanel(StatusBar::Kind::capsLock, 600);
+    plain.show();
+    for (const bool on : {true, false}) {
+        QTest::keyClick(plain.windowHandle(), Qt::Key_CapsLock);
+        EXPECT_EQ(plain.panelText(1), u"CAPS"_s);
+        EXPECT_EQ(plain.findChild<QLabel*>()->isEnabled(), on);
     }
 }
