@@ -7,6 +7,7 @@
 #include "platform/FolderLock.h"
 #include "platform/Outside.h"
 #include "platform/paths.h"
+#include "services/HelpKey.h"
 #include "toolkit/Application.h"
 #include "toolkit/RunningProgram.h"
 
@@ -33,6 +34,7 @@ void tellHolder(const FolderLock& lock, const QString& folder) {
 
 int main(int argc, char** argv) {
     Application application(argc, argv);
+    const HelpKey helpKey;
     std::unique_ptr<FolderLock> lock;
     std::unique_ptr<RunningProgram> running;
     std::unique_ptr<frmMaster> master;

@@ -4,6 +4,9 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <functional>
+
+class QPagedPaintDevice;
 
 /// Message box styles, numbered as in the Basic runtime and added up.
 namespace boxStyle {
@@ -74,6 +77,12 @@ class Outside {
     /// @throws RuntimeError 53 when there is no such picture, 481 when the file is not a picture, 482 when
     ///         there is no printer or it fails.
     virtual void printPicture(const PicturePage& page) = 0;
+    /// Asks the user for a printer, paper and pages, over `owner`, and has `paint` print on it; nothing if
+    /// cancelled.
+    /// @param title name in the print queue.
+    /// @throws RuntimeError 482 when the printer refuses or fails.
+    virtual void printPages(const QString& title, const std::function<void(QPagedPaintDevice&)>& paint,
+                            QObject* owner) = 0;
     /// The machine's local date and time.
     virtual QDateTime now() = 0;
 

@@ -9,6 +9,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QUrl>
@@ -193,6 +194,21 @@ void WindowOutside::printPicture(const PicturePage& page) {
         return;
     const WaitCursor wait;
     pagePrinter::print(page, printer);
+}
+
+void WindowOutside::printPages(const QString& title, const std::function<void(QPagedPaintDevice&)>& paint,
+                               QObject* owner) {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(title);
+    QPrintDialog dialog(&printer, windowOf(owner));
+    if (dialog.exec() != QDialog::Accepted) return;
+    if (printer.outputFormat() == QPrinter::NativeFormat) {
+        const QString refusal = printQueue::refusal(printer.printerName());
+        if (!refusal.isEmpty()) throw RuntimeError(errors::printer, refusal);
+    }
+    const WaitCursor wait;
+    paint(printer);
+    if (printer.printerState() == QPrinter::Error) throw RuntimeError(errors::printer);
 }
 
 QDateTime WindowOutside::now() {

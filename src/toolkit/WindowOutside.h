@@ -16,6 +16,8 @@ class WindowOutside final : public Outside {
     QStringList printers() override;
     void setPrinter(const QString& name) override;
     void printPicture(const PicturePage& page) override;
+    void printPages(const QString& title, const std::function<void(QPagedPaintDevice&)>& paint,
+                    QObject* owner) override;
     QDateTime now() override;
 
  private:

@@ -1,9 +1,5 @@
 #include <QAction>
 #include <QCheckBox>
-#include <QTabWidget>
-#include <QTextBrowser>
-#include <QTreeWidget>
-#include <QWindow>
 
 #include "catalogue/frmMaster.h"
 #include "core/mFunction.h"
@@ -11,10 +7,8 @@
 #include "services/frmAbout.h"
 #include "services/frmNewVersion.h"
 #include "services/frmSplash.h"
-#include "services/mHelp.h"
 #include "support/TemporaryProgram.h"
 #include "support/windows.h"
-#include "toolkit/HelpWindow.h"
 
 namespace {
 
@@ -79,69 +73,4 @@ TEST_F(ServicesTest, TheMenuChecksForANewVersionWhateverTheSettingIs) {
                   });
     EXPECT_EQ(storedOffer(), u"A"_s);
     EXPECT_EQ(outside.told(), u""_s);
-}
-
-TEST_F(ServicesTest, TheHelpOpensOnceAndItsContentsFollowItsPages) {
-    EXPECT_EQ(CestaNapovedy(1), at(u"data/napoveda.chm"_s));
-    EXPECT_EQ(CestaNapovedy(2), u""_s);
-    ZobrazNapovedu(1, u"Main"_s);
-    write(CestaNapovedy(1), "ITSF");
-    ZobrazNapovedu(1, u"Main"_s);
-    EXPECT_EQ(std::exchange(outside.boxes, {}).size(), 2);
-    EXPECT_EQ(shownWindow<HelpWindow>(), nullptr);
-    QFile::remove(CestaNapovedy(1));
-    ASSERT_TRUE(QFile::copy(QStringLiteral(KALVERA_HELP), CestaNapovedy(1)));
-    ZobrazNapovedu(1, u"Main"_s);
-    auto* help = shownWindow<HelpWindow>();
-    ASSERT_NE(help, nullptr);
-
-    auto& contents = control<QTreeWidget>(*help, "Obsah");
-    auto& page = *help->findChild<QTextBrowser*>();
-    const std::pair<std::function<void()>, QString> steps[] = {
-        {[] {}, u"/uvod.html"_s},
-        {[&] {
-             for (int line = 0; line < 8; ++line)
-                 QTest::keyClick(&contents, Qt::Key_Down);
-         },
-         u"/editor.html"_s},
-        {[&] { page.backward(); }, u"/hledani-razeni.html"_s},
-        {[&] { contents.setCurrentItem(contents.topLevelItem(0)); }, u"/uvod.html"_s},
-        {[&] { emit page.anchorClicked(QUrl(u"modul.html"_s)); }, u"/modul.html"_s}};
-    for (const auto& [step, shown] : steps) {
-        step();
-        EXPECT_EQ(page.source().path(), shown);
-        EXPECT_EQ(contents.currentItem()->data(0, Qt::UserRole).toString(), shown);
-        EXPECT_GT(page.toPlainText().size(), 200);
-    }
-    auto& trees = *help->findChild<QTabWidget*>();
-    trees.setCurrentIndex(1);
-    ZobrazNapovedu(1, u"Main"_s);
-    EXPECT_EQ(shownWindow<HelpWindow>(), help);
-    EXPECT_EQ(trees.currentIndex(), 0);
-    QTest::keyClick(help, Qt::Key_Escape);
-    EXPECT_FALSE(help->isVisible());
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
-
-TEST_F(ServicesTest, TheHelpCanBeReadBesideAModalWindowAndClosesWithTheLastWindow) {
-    ASSERT_TRUE(QFile::copy(QStringLiteral(KALVERA_HELP), CestaNapovedy(1)));
-    ZobrazNapovedu(1, u"Main"_s);
-    auto* help = shownWindow<HelpWindow>();
-    ASSERT_NE(help, nullptr);
-    auto& contents = control<QTreeWidget>(*help, "Obsah");
-    frmAbout about;
-    inModalWindow([&] { about.exec(); },
-                  [&](QWidget&) {
-                      contents.setFocus();
-                      QTest::keyClick(help->windowHandle(), Qt::Key_Down);  // as real keys arrive
-                      about.close();
-                  });
-    EXPECT_NE(contents.currentItem(), contents.topLevelItem(0));
-    EXPECT_TRUE(help->isVisible());
-    about.show();
-    QTimer::singleShot(0, &about, &QWidget::close);
-    QTimer::singleShot(10000, &about, [] { QApplication::exit(1); });
-    EXPECT_EQ(QApplication::exec(), 0);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(shownWindow<HelpWindow>(), nullptr);
 }

@@ -50,6 +50,12 @@ class ScriptedOutside final : public Outside {
         if (!refusal.isEmpty()) throw RuntimeError(errors::printer, refusal);
         printed.append({printerNames.contains(printer_) ? printer_ : printerNames.first(), page});
     }
+    void printPages(const QString& title, const std::function<void(QPagedPaintDevice&)>& paint,
+                    QObject* /*owner*/) override {
+        if (!refusal.isEmpty()) throw RuntimeError(errors::printer, refusal);
+        if (paper != nullptr) paint(*paper);
+        printedPages.append(title);
+    }
     QDateTime now() override { return moment; }
 
     /// The boxes shown since the last call, one line each: text|style|title.
@@ -72,6 +78,8 @@ class ScriptedOutside final : public Outside {
     QStringList printerNames;                        ///< the first is the current one until another is chosen
     QString refusal;                                 ///< why the printer takes nothing; "" when it does
     QList<std::pair<QString, PicturePage>> printed;  ///< with the printer
+    QPagedPaintDevice* paper = nullptr;              ///< takes printed pages; none needed
+    QStringList printedPages;                        ///< their titles
     QDateTime moment{QDate(2026, 3, 9), QTime(8, 5, 3)};
 
  private:
