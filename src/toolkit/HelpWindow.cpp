@@ -242,11 +242,18 @@ void HelpWindow::printPage() {
 void HelpWindow::standAboveModal() {
     QWindow* const modal = QGuiApplication::modalWindow();
     QWindow* const own = windowHandle();
-    // Its own dialogs stand above the help and block it.
-    if (modal == nullptr || own == nullptr || own->isAncestorOf(modal, QWindow::IncludeTransients)) return;
+    // One that is just closing blocks nobody for long; its own dialogs stand above the help and block it.
+    if (modal == nullptr || !modal->isVisible() || own == nullptr ||
+        own->isAncestorOf(modal, QWindow::IncludeTransients))
+        return;
     own->setTransientParent(modal);
-    // The dialog below it, if there is one, is then the modal one.
-    connect(modal, &QObject::destroyed, this, &HelpWindow::standAboveModal, Qt::UniqueConnection);
+    // Under Wayland a window closes its transient children with itself, so the help goes over to the modal
+    // window below in time, if there is one.
+    const auto leave = [own, modal] {
+        QWindow* const below = modal->transientParent();
+        own->setTransientParent(below != nullptr && below->modality() != Qt::NonModal ? below : nullptr);
+    };
+    connect(modal, &QWindow::visibleChanged, own, leave, Qt::SingleShotConnection);
 }
 
 bool HelpWindow::event(QEvent* event) {

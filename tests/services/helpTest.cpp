@@ -44,7 +44,7 @@ namespace {
 
 class HelpTest : public TemporaryProgram {
  protected:
-    ~HelpTest() override {
+    void TearDown() override {
         if (auto* help = shownWindow<HelpWindow>()) help->close();
         destroyClosed();
     }
