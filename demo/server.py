@@ -72,8 +72,8 @@ class FilmDatabase:
         page = "<html><body>\n" + f"<h1 style='{title_style}display:inline'>\n  {film.title}</h1>"
         page += "<br>   <b>" + " / ".join(names_of(row["Zanr"])) + "&nbsp;<br>" + origin + "<br>"
         page += "<b>Režie:</b> " + linked([row["Rezie"]]) + "<br>"
-        # A page without cast would stop the program's reading.
-        page += "<b>Hrají: </b>" + linked(names_of(row["Herci"]) or ["neuvedeno"]) + "<br>&nbsp;<br></td>"
+        # A page without a link there would stop the program's reading; a blank one gives no actor.
+        page += "<b>Hrají: </b>" + linked(names_of(row["Herci"]) or [" "]) + "<br>&nbsp;<br></td>"
         page += "<span class='komentar_font' style='text-align:justify;width:700px;'>"
         page += html.escape(row["Obsah"], quote=False) + "</span>"
         page += f'<a href="{self.second}/title/{film.code()}/combined">IMDb</a>'

@@ -1,6 +1,7 @@
 """Checks the demo's films and web sites: demoTest.py SOURCE_FOLDER"""
 
 import os
+import re
 import subprocess
 import sys
 import tempfile
@@ -105,6 +106,8 @@ class Sites(unittest.TestCase):
                 self.assertIn(marker, page)
             origin = page.split("&nbsp;<br>", 1)[1].split("<", 1)[0]
             self.assertEqual(len(origin.split(",")), 3, film.title)
+            cast = re.findall(">([^<]*)</a>", page.split("<b>Hrají: </b>", 1)[1].split("<br>&nbsp;<br></td>", 1)[0])
+            self.assertEqual(", ".join(cast), film.row["Herci"] or " ", film.title)
             self.assertIn(f"{film.original} (", self.get("film-db2", "/title/" + film.code()).replace("&amp;", "&"))
         self.assertIn(f'"?text={film.number}" ', self.get("film-db", f"/film/{film.slug()}/"))
         self.assertEqual(self.get("film-db", f"/posters/{film.number}.jpg")[:2], b"\xff\xd8")

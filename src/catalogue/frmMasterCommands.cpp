@@ -1,11 +1,14 @@
 // The main window's commands on films and loans, searching and sorting.
 
+#include <optional>
+
 #include "catalogue/frmFindStr.h"
 #include "catalogue/frmMaster.h"
 #include "catalogue/modSortLvw.h"
 #include "core/CatalogueQuery.h"
 #include "film/frmDVD.h"
 #include "platform/Outside.h"
+#include "platform/sqlite.h"
 #include "platform/text.h"
 #include "printing/frmFindObal.h"
 #include "rental/frmPujcDVD.h"
@@ -46,7 +49,11 @@ void frmMaster::OtevritPridatZaznam(qint32 id) {
     frmDVD editor(sites_, this);
     editor.Inicializuj(id);
     editor.exec();
-    if (editor.Vysledek == 1) ObnovZaznam(editor.IDFilmu);
+    if (editor.Vysledek != 1) return;
+    // A file that the save has just waited for in vain is not waited for again.
+    std::optional<sqlite::NoWait> noWait;
+    if (!editor.reachedCatalogue()) noWait.emplace();
+    ObnovZaznam(editor.IDFilmu);
 }
 
 void frmMaster::PujcitVratit() {
@@ -57,7 +64,7 @@ void frmMaster::PujcitVratit() {
         return;
     }
     // The quote in this question is never closed.
-    const BoxAnswer answer = MsgBox(u"Opravdu vrátit film : \" "_s + film.subItem(1) + u" ?"_s,
+    const BoxAnswer answer = MsgBox(this, u"Opravdu vrátit film : \" "_s + film.subItem(1) + u" ?"_s,
                                     boxStyle::question | boxStyle::yesNo, u"Ověření"_s);
     if (answer != BoxAnswer::yes) return;
     vratitFilm(id);
@@ -83,7 +90,7 @@ void frmMaster::vratitFilm(qint32 id) {
 void frmMaster::SmazatZaznam(qint32 id) {
     const QString title = lvwList_->selectedItem().subItem(1);
     const BoxAnswer answer =
-        MsgBox(u"Opravdu vymazat záznam ("_s + title + u")?"_s, boxStyle::information | boxStyle::yesNo,
+        MsgBox(this, u"Opravdu vymazat záznam ("_s + title + u")?"_s, boxStyle::information | boxStyle::yesNo,
                u"Ověření požadavku na smazání."_s);
     if (answer == BoxAnswer::no) return;
     deleteFilm(id);
@@ -104,7 +111,7 @@ void frmMaster::NajdiText(const QString& mode, const QString& term) {
     if (mode == u"PUV") findMode = FindMode::loanDate;
     const int row = findRow(*lvwList_, findMode, term);
     if (row < 0) {
-        MsgBox(u"Záznam nenalezen"_s, boxStyle::information, u"Vyhledávání výrazu: "_s + term);
+        MsgBox(this, u"Záznam nenalezen"_s, boxStyle::information, u"Vyhledávání výrazu: "_s + term);
         return;
     }
     const ListItem found = lvwList_->itemAt(row);
@@ -122,7 +129,8 @@ void frmMaster::findNewVersion() {
     if (JeNovaVerze(sites_)) {
         frmNewVersion(sites_, this).exec();
     } else {
-        MsgBox(u"Máte nejaktuálnější verzi aplikace."_s, boxStyle::information, u"Dotaz na novou verzi"_s);
+        MsgBox(this, u"Máte nejaktuálnější verzi aplikace."_s, boxStyle::information,
+               u"Dotaz na novou verzi"_s);
     }
 }
 

@@ -81,7 +81,7 @@ void frmMaster::NactiSeznam(const QString& sortColumn) {
     while (!atEnd(*films, IfUnknown::row)) {
         if (Err.pending()) {
             fill.reset();  // so that the list behind the box shows the rows read so far
-            MsgBox(u"Došlo k chybě:\n"_s + Err.Description(), boxStyle::plain,
+            MsgBox(this, u"Došlo k chybě:\n"_s + Err.Description(), boxStyle::plain,
                    u"Chyba číslo: "_s + QString::number(Err.Number()));
             Err.Clear();
             break;

@@ -4,6 +4,7 @@
 #include "platform/Outside.h"
 #include "platform/text.h"
 #include "toolkit/letters.h"
+#include "toolkit/textBox.h"
 #include "ui_DictionaryRecord.h"
 
 using namespace Qt::StringLiterals;
@@ -35,7 +36,7 @@ DictionaryRecord::~DictionaryRecord() = default;
 
 void DictionaryRecord::ReadData() {
     const CatalogueQuery record(source_.loadSql + QString::number(zaznam_), CatalogueQuery::Failures::thrown);
-    ui_->txtZanr->setText(record->Fields(source_.nameColumn).Value().toText());
+    textBox::setText(*ui_->txtZanr, record->Fields(source_.nameColumn).Value().toText());
 }
 
 bool DictionaryRecord::Kontrola() {
@@ -46,7 +47,7 @@ bool DictionaryRecord::Kontrola() {
 
 void DictionaryRecord::save() {
     if (!Kontrola()) {
-        MsgBox(u"Název musí být vyplněn!"_s, boxStyle::plain, u"Chyba:"_s);
+        MsgBox(this, u"Název musí být vyplněn!"_s, boxStyle::plain, u"Chyba:"_s);
         return;
     }
     store();

@@ -20,6 +20,7 @@
 #include "toolkit/controlArray.h"
 #include "toolkit/icons.h"
 #include "toolkit/letters.h"
+#include "toolkit/textBox.h"
 #include "ui_frmDVD.h"
 
 using namespace Qt::StringLiterals;
@@ -30,13 +31,13 @@ const QColor panelColour(255, 255, 192);
 
 /// Fills a list from a dictionary. A failure is shown in a box, and the next row follows.
 template <typename AddRow>
-void fillFrom(const QString& sql, const QString& routine, AddRow&& addRow) {
+void fillFrom(QWidget* editor, const QString& sql, const QString& routine, AddRow&& addRow) {
     const CatalogueQuery rows(sql, CatalogueQuery::Failures::skipped);
     for (bool moved = true; moved && !atEnd(*rows);) {
         const bool added = skipFailure([&] { addRow(*rows); });
         moved = skipFailure([&] { rows->MoveNext(); });
         if (added && moved) continue;
-        MsgBox(u"Chyba : "_s + routine + u", frmDVD\n"_s + Err.Description(), boxStyle::critical,
+        MsgBox(editor, u"Chyba : "_s + routine + u", frmDVD\n"_s + Err.Description(), boxStyle::critical,
                u"Chyba Aplikace"_s);
         Err.Clear();
     }
@@ -72,15 +73,23 @@ frmDVD::frmDVD(Sites sites, QWidget* parent)
     connect(ui_->cboOddel, &QComboBox::editTextChanged, this,
             [this] { departmentTyped_ = ui_->cboOddel->lineEdit()->isModified(); });
     connect(ui_->cboOddel, &QComboBox::activated, this, [this] { departmentTyped_ = false; });
+    textBox::showStarts(*ui_->cboOddel);
+    textBox::selectFromEnd(*this);
     for (QLineEdit* box : findChildren<QLineEdit*>())
         box->setMaxLength(std::numeric_limits<int>::max());
+    for (QPlainTextEdit* box : findChildren<QPlainTextEdit*>())
+        textBox::breakLongWords(*box);
     Refresh_ZanrLST();
     Refresh_OddelCBO();
     Inicializuj(0);
     ui_->txtKatalog->setFocus();
-    for (const auto& [key, step] :
-         {std::pair(QKeySequence::NextChild, 1), {QKeySequence::PreviousChild, -1}}) {
-        connect(new QShortcut(key, this), &QShortcut::activated, this, [this, step = step] {
+    // With the keys of X and Wayland Qt does not recognise its own sequence for the page before.
+    const QList<QKeySequence> before = {Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, Qt::Key_Back};
+    for (const auto& [keys, step] :
+         {std::pair(QKeySequence::keyBindings(QKeySequence::NextChild), 1), {before, -1}}) {
+        auto* turn = new QShortcut(this);
+        turn->setKeys(keys);
+        connect(turn, &QShortcut::activated, this, [this, step = step] {
             const int tabs = ui_->tabMain->count();
             ui_->tabMain->setCurrentIndex((ui_->tabMain->currentIndex() + step + tabs) % tabs);
         });
@@ -134,7 +143,7 @@ void frmDVD::connectButtons() {
 void frmDVD::Refresh_ZanrLST() {
     ui_->lstZanr->clear();
     // The name in the box dates from when the list was a combo box.
-    fillFrom(u"SELECT * from tZanr"_s, u"Refresh_ZanrCBO"_s, [this](const ado::Recordset& rows) {
+    fillFrom(this, u"SELECT * from tZanr"_s, u"Refresh_ZanrCBO"_s, [this](const ado::Recordset& rows) {
         const QString name = rows.Fields(u"ZNAME").Value().toText();
         auto* entry = new QListWidgetItem(name, ui_->lstZanr);
         entry->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
@@ -145,11 +154,12 @@ void frmDVD::Refresh_ZanrLST() {
 
 void frmDVD::Refresh_OddelCBO() {
     ui_->cboOddel->clear();
-    fillFrom(u"SELECT * from tOddeleni"_s, u"Refresh_OddelCBO"_s, [this](const ado::Recordset& rows) {
+    fillFrom(this, u"SELECT * from tOddeleni"_s, u"Refresh_OddelCBO"_s, [this](const ado::Recordset& rows) {
         ui_->cboOddel->addItem(rows.Fields(u"OdJm").Value().toText());
         ui_->cboOddel->setItemData(ui_->cboOddel->count() - 1, rows.Fields(u"ODID").Value().toLong());
     });
     if (ui_->cboOddel->count() == 0) ui_->cboOddel->setEditText(u"Combo1"_s);
+    ui_->cboOddel->lineEdit()->setCursorPosition(0);
 }
 
 void frmDVD::takeGenres() {
@@ -158,7 +168,7 @@ void frmDVD::takeGenres() {
         const QListWidgetItem* entry = ui_->lstZanr->item(row);
         if (entry->checkState() == Qt::Checked) chosen += entry->text();
     }
-    ui_->txtZanr->setText(film::genreText(chosen));
+    textBox::setText(*ui_->txtZanr, film::genreText(chosen));
     closeGenres();
 }
 
@@ -175,7 +185,7 @@ void frmDVD::keyPressEvent(QKeyEvent* event) {
     } else if (ui_->picZanr->isVisible() && event->key() == Qt::Key_Escape) {
         // Wherever the focus is: Esc must not close the editor while the panel is open.
         closeGenres();
-    } else {
+    } else if (!event->matches(QKeySequence::Cancel) || formContent::of(*this) == shown_) {
         QDialog::keyPressEvent(event);
     }
 }

@@ -10,6 +10,7 @@
 #include "film/mFilm.h"
 #include "lookup/LookupResult.h"
 #include "toolkit/ImageFrame.h"
+#include "toolkit/formContent.h"
 
 namespace Ui {
 class frmDVD;
@@ -37,13 +38,17 @@ class frmDVD final : public QDialog {
     void Refresh_ZanrLST();
     void Refresh_OddelCBO();
 
+    /// False when the save could not open the catalogue, so that nothing was stored.
+    bool reachedCatalogue() const noexcept { return reachedCatalogue_; }
+
     /// Key of the film; 0 while it is new and not saved.
     qint32 IDFilmu = 0;
     /// 0 open, or closed by its frame; 1 saved; 2 left with "Storno".
     qint32 Vysledek = 0;
 
  protected:
-    /// Enter and Esc belong to the genre panel while it has the focus.
+    /// Enter and Esc belong to the genre panel while it is open. Esc leaves the editor only when nothing has
+    /// been changed in it.
     void keyPressEvent(QKeyEvent* event) override;
 
  private:
@@ -51,6 +56,7 @@ class frmDVD final : public QDialog {
     void paintGenrePanel();
     void connectButtons();
     void VycistiForm();
+    void readFilm();
     void readColumns(const ado::Recordset& films);
 
     void save();
@@ -63,6 +69,8 @@ class frmDVD final : public QDialog {
     void lookUpInShop();
     void lookUpInFilmDatabase();
     void takePreview(const LookupResult& found);
+    /// Moves the focus to the first empty one of the fields that a lookup fills, else to "Uložit".
+    void goOnAfterLookup();
     void choosePicture(int picture);
     void copyPictureOut(int picture);
 
@@ -79,6 +87,8 @@ class frmDVD final : public QDialog {
     std::unique_ptr<Ui::frmDVD> ui_;
     Sites sites_;
     bool departmentTyped_ = false;
+    bool reachedCatalogue_ = true;
+    formContent::Content shown_;  // content of the controls when the film was opened
     std::array<QRadioButton*, 3> optJazyk_{};
     std::array<QCheckBox*, 5> chkMenu_{};
     std::array<QCheckBox*, 9> chkSound_{};

@@ -1,5 +1,7 @@
 // Filling the film editor from web lookups.
 
+#include <algorithm>
+
 #include "film/frmDVD.h"
 #include "lookup/frmCSFDFind.h"
 #include "lookup/frmNetFind.h"
@@ -15,7 +17,7 @@ namespace {
 
 /// Keeps the current text when nothing was found.
 void takeUnlessBlank(QLineEdit& box, const QString& found) {
-    if (!text::trim(found).isEmpty()) box.setText(found);
+    if (!text::trim(found).isEmpty()) textBox::setText(box, found);
 }
 
 void takeUnlessBlank(QPlainTextEdit& box, const QString& found) {
@@ -32,23 +34,24 @@ void frmDVD::lookUpInShop() {
         if (!term.isEmpty()) lookup->PredpripravSTR(term);
     } catch (const RuntimeError& failure) {
         // A missing browser plugin must not lose the film being entered.
-        MsgBox(u"Vyhledávání v obchodě nelze otevřít:\n"_s + failure.description(), boxStyle::critical);
+        MsgBox(this, u"Vyhledávání v obchodě nelze otevřít:\n"_s + failure.description(), boxStyle::critical);
         return;
     }
     lookup->exec();
     if (!lookup->VlozitData) return;
     const LookupResult found = lookup->result();
     const QString originalTitle = found.originalTitle == u"&nbsp;" ? u" "_s : found.originalTitle;
-    ui_->txtCZName->setText(found.czechTitle);
-    ui_->txtDelka->setText(found.length);
-    ui_->txtPuvName->setText(originalTitle);
+    textBox::setText(*ui_->txtCZName, found.czechTitle);
+    textBox::setText(*ui_->txtDelka, found.length);
+    textBox::setText(*ui_->txtPuvName, originalTitle);
     textBox::setText(*ui_->txtHerci, found.cast);
     textBox::setText(*ui_->txtPopis, found.description);
-    ui_->txtRezie->setText(found.director);
-    ui_->txtStat->setText(film::shortCountry(found.country));
-    ui_->txtZanr->setText(found.genre);
-    ui_->txtRok->setText(found.year);
+    textBox::setText(*ui_->txtRezie, found.director);
+    textBox::setText(*ui_->txtStat, film::shortCountry(found.country));
+    textBox::setText(*ui_->txtZanr, found.genre);
+    textBox::setText(*ui_->txtRok, found.year);
     takePreview(found);
+    goOnAfterLookup();
 }
 
 void frmDVD::lookUpInFilmDatabase() {
@@ -68,6 +71,27 @@ void frmDVD::lookUpInFilmDatabase() {
     takeUnlessBlank(*ui_->txtZanr, found.genre);
     takeUnlessBlank(*ui_->txtRok, found.year);
     takePreview(found);
+    goOnAfterLookup();
+}
+
+void frmDVD::goOnAfterLookup() {
+    const auto isBlank = [](const QWidget* field) {
+        const auto* line = qobject_cast<const QLineEdit*>(field);
+        return text::trim(line != nullptr ? line->text()
+                                          : textBox::text(*qobject_cast<const QPlainTextEdit*>(field)))
+            .isEmpty();
+    };
+    const std::pair<int, QList<QWidget*>> pages[] = {
+        {0, {ui_->txtCZName, ui_->txtPuvName, ui_->txtZanr, ui_->txtPopis}},
+        {1, {ui_->txtStat, ui_->txtRok, ui_->txtRezie, ui_->txtDelka, ui_->txtHerci}}};
+    for (const auto& [page, fields] : pages) {
+        const auto blank = std::find_if(fields.begin(), fields.end(), isBlank);
+        if (blank == fields.end()) continue;
+        ui_->tabMain->setCurrentIndex(page);
+        (*blank)->setFocus();
+        return;
+    }
+    ui_->cmdSave->setFocus();
 }
 
 void frmDVD::takePreview(const LookupResult& found) {

@@ -9,6 +9,7 @@
 #include "platform/index.h"
 #include "platform/text.h"
 #include "toolkit/loadedText.h"
+#include "toolkit/textBox.h"
 #include "ui_frmDVD.h"
 
 using namespace Qt::StringLiterals;
@@ -19,8 +20,8 @@ QString filmSql(qint32 id) {
     return u"SELECT * from tDVD WHERE DVDID="_s + QString::number(id);
 }
 
-void tellMissingFilm() {
-    MsgBox(u"Záznam nenalezen! (cmdSAVE,frmDVD)"_s, boxStyle::critical, u"Chyba aplikace"_s);
+void tellMissingFilm(QWidget* editor) {
+    MsgBox(editor, u"Záznam nenalezen! (cmdSAVE,frmDVD)"_s, boxStyle::critical, u"Chyba aplikace"_s);
 }
 
 template <typename Box>
@@ -80,7 +81,7 @@ void frmDVD::VycistiForm() {
     if (ui_->cboOddel->count() > 0) ui_->cboOddel->setCurrentIndex(0);
     ui_->txtZanr->clear();
     optJazyk_[0]->setChecked(true);
-    ui_->txtDisk->setText(u"1"_s);
+    textBox::setText(*ui_->txtDisk, u"1"_s);
     const auto untick = [](const auto& boxes) {
         for (QCheckBox* box : boxes)
             box->setChecked(false);
@@ -98,10 +99,14 @@ void frmDVD::Inicializuj(qint32 id) {
     Vysledek = 0;
     IDFilmu = id;
     VycistiForm();
-    if (id == 0) return;
-    const CatalogueQuery films(filmSql(id), CatalogueQuery::Failures::told);
+    if (id != 0) readFilm();
+    shown_ = formContent::of(*this);
+}
+
+void frmDVD::readFilm() {
+    const CatalogueQuery films(filmSql(IDFilmu), CatalogueQuery::Failures::told);
     // A failed open has been told already.
-    if (films.opened() && atEnd(*films)) tellMissingFilm();
+    if (films.opened() && atEnd(*films)) tellMissingFilm(this);
     readColumns(*films);
 }
 
@@ -149,9 +154,10 @@ void frmDVD::save() {
 
 void frmDVD::store() {
     const CatalogueQuery films(filmSql(IDFilmu), CatalogueQuery::Failures::told);
+    reachedCatalogue_ = films.opened();
     if (atEnd(*films)) {
         if (IDFilmu != 0) {
-            if (films.opened()) tellMissingFilm();
+            if (reachedCatalogue_) tellMissingFilm(this);
         } else {
             skipFailure([&] { films->AddNew(); });
         }

@@ -19,13 +19,12 @@ QString LookupBoxes::text(LookupField field) const {
 void LookupBoxes::setText(LookupField field, const QString& text) const {
     QWidget* box = boxes_.at(field);
     if (auto* titles = qobject_cast<QComboBox*>(box)) {
-        titles->setEditText(text);
+        textBox::setText(*titles, text);
     } else if (auto* lines = qobject_cast<QPlainTextEdit*>(box)) {
         textBox::setText(*lines, text.left(longestText));
     } else {
         auto* line = qobject_cast<QLineEdit*>(box);
         loadedText::show(*line, text.left(line->maxLength()));
-        line->setCursorPosition(0);
     }
 }
 

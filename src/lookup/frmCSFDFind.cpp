@@ -14,6 +14,7 @@
 #include "toolkit/icons.h"
 #include "toolkit/keys.h"
 #include "toolkit/letters.h"
+#include "toolkit/textBox.h"
 #include "toolkit/twips.h"
 #include "ui_frmCSFDFind.h"
 
@@ -48,6 +49,9 @@ frmCSFDFind::frmCSFDFind(const Sites& sites, QWidget* parent)
     ui_->lvwSeznam->setAccessibleName(u"Nalezené filmy"_s);
     ui_->findPuvName->setCompleter(nullptr);
     ui_->findPuvName->setInsertPolicy(QComboBox::NoInsert);
+    textBox::showStarts(*ui_->findPuvName);
+    textBox::selectFromEnd(*this);
+    textBox::breakLongWords(*ui_->findPopis);
     ui_->Picture2->setPixmap(icons::named(u"filmdb"_s).pixmap(ui_->Picture2->size()));
     ui_->picTime->hide();
     connect(ui_->Command1, &QPushButton::clicked, this, [this] { Hledej(ui_->Text1->text()); });
@@ -86,7 +90,7 @@ void frmCSFDFind::letGrow() {
 }
 
 void frmCSFDFind::setTerm(const QString& term) {
-    ui_->Text1->setText(term);
+    textBox::setText(*ui_->Text1, term);
 }
 
 void frmCSFDFind::keyPressEvent(QKeyEvent* event) {
@@ -110,7 +114,7 @@ void frmCSFDFind::Hledej(const QString& term) {
     const QString url =
         sites_.filmDb + u"/hledani-filmu-hercu-reziseru-ve-filmove-databazi/?search="_s + UpravText(term);
     if (!DwnFile(url, file)) {
-        MsgBox(u"Pri stahovani doslo k chybe."_s);
+        MsgBox(this, u"Pri stahovani doslo k chybe."_s);
         return;
     }
     buffers_.page = csfd::Page(NactiUTF8Soubor(file));
@@ -139,7 +143,8 @@ void frmCSFDFind::readSelected() {
         ui_->cmdInsertData->setFocus();
     } catch (const RuntimeError& failure) {
         // Only this reading ends: the film being edited behind this window must not be lost.
-        MsgBox(u"Chyba číslo %1:\n%2"_s.arg(failure.number()).arg(failure.description()), boxStyle::critical);
+        MsgBox(this, u"Chyba číslo %1:\n%2"_s.arg(failure.number()).arg(failure.description()),
+               boxStyle::critical);
     }
 }
 

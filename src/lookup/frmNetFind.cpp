@@ -13,6 +13,7 @@
 #include "toolkit/icons.h"
 #include "toolkit/keys.h"
 #include "toolkit/letters.h"
+#include "toolkit/textBox.h"
 #include "toolkit/twips.h"
 #include "ui_frmNetFind.h"
 
@@ -51,6 +52,8 @@ frmNetFind::frmNetFind(const Sites& sites, BrowserFactory& browsers, QWidget* pa
     boxes_ = LookupBoxes(*ui_, ui_->findPuvodni, ui_->Text1);
     icons::place(*this);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+    textBox::breakLongWords(*ui_->findPopis);
+    textBox::selectFromEnd(*this);
     resizeTo(wideWidth, wideHeight);
     for (QWidget* later : QList<QWidget*>{ui_->Frame2, ui_->Frame1, ui_->framData, ui_->picWait})
         later->hide();
@@ -128,7 +131,7 @@ void frmNetFind::listIsThere(const QString& url) {
         ui_->List1->setFocus();
     }
     if (ui_->List1->count() >= tooMany) {
-        MsgBox(u"Bylo nalezeno více než 20 záznamů,upřesněte zadání! "_s, boxStyle::information,
+        MsgBox(this, u"Bylo nalezeno více než 20 záznamů,upřesněte zadání! "_s, boxStyle::information,
                u"Hledání přerušeno:"_s);
     }
 }
@@ -145,6 +148,8 @@ void frmNetFind::NactiSeznamObchod() {
 void frmNetFind::loadSelected() {
     const QListWidgetItem* film = ui_->List1->currentItem();
     if (film == nullptr || !film->isSelected()) return;
+    reading_ = true;
+    setFocus();  // else Qt moves the focus on, to a button that leaves the window
     ui_->Frame2->show();
     ui_->Frame1->hide();
     WebBrowser1_->Navigate(sites_.shop + u"/zbozi_video.php?id_zbozi="_s +
@@ -159,6 +164,7 @@ void frmNetFind::filmIsThere(const QString& url) {
     ui_->framData->raise();
     resizeTo(wideWidth, wideHeight);
     obchod::NactiDetailObchod(filmPage_, sites_.shop, *this);
+    reading_ = false;
     ui_->Command4->setFocus(Qt::TabFocusReason);
 }
 
@@ -172,6 +178,8 @@ void frmNetFind::showProgress(int progress, int maximum) {
 }
 
 void frmNetFind::keyPressEvent(QKeyEvent* event) {
+    // Events run while a page is being cut, and the key may have been meant for the list.
+    if (reading_ && keys::isEnter(*event)) return;
     if (keys::pressFocusedButton(*this, *event)) return;
     if (!keys::isEnter(*event)) return QDialog::keyPressEvent(event);
     if (focusWidget() == ui_->List1 && !event->isAutoRepeat()) ui_->cmdDataGet->click();

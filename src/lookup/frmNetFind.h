@@ -66,6 +66,7 @@ class frmNetFind final : public QDialog, private obchod::DetailWindow {
     Sites sites_;
     QString listPage_;
     QString filmPage_;
+    bool reading_ = false;  // from the choice of a film until its data are shown
     std::unique_ptr<Browser> wbrFind_;
     std::unique_ptr<Browser> WebBrowser1_;
 };

@@ -20,5 +20,9 @@ Outside& Outside::current() {
 }
 
 BoxAnswer MsgBox(const QString& text, int style, const QString& title) {
-    return Outside::current().messageBox(text, style, title, nullptr);
+    return MsgBox(nullptr, text, style, title);
+}
+
+BoxAnswer MsgBox(QObject* owner, const QString& text, int style, const QString& title) {
+    return Outside::current().messageBox(text, style, title, owner);
 }

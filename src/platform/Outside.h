@@ -54,8 +54,8 @@ class Outside {
     /// The current object. @throws RuntimeError 91 when there is none.
     static Outside& current();
 
-    /// Shows a message box over `owner` (the active window if null) and waits for the answer. The default
-    /// title is the program's name.
+    /// Shows a message box and waits for the answer. The default title is the program's name.
+    /// @param owner the window below it; null for the window that the user works in.
     virtual BoxAnswer messageBox(const QString& text, int style, const QString& title, QObject* owner) = 0;
     /// Asks for an existing file; "" if cancelled, else its path with native separators.
     virtual QString openFile(const FileDialogRequest& request, QObject* owner) = 0;
@@ -90,5 +90,8 @@ class Outside {
     Outside* former_;
 };
 
-/// Shows a message box over the active window.
+/// Shows a message box for code that knows no window: over the one that the user works in.
 BoxAnswer MsgBox(const QString& text, int style = boxStyle::plain, const QString& title = {});
+
+/// Shows a message box over the window that it is about.
+BoxAnswer MsgBox(QObject* owner, const QString& text, int style = boxStyle::plain, const QString& title = {});

@@ -19,10 +19,12 @@ namespace {
 constexpr std::chrono::milliseconds busyTimeout{5000};
 constexpr std::chrono::milliseconds busyStep{5};
 
+thread_local int impatient = 0;  // objects of NoWait
+
 /// Waits for another program's lock. SQLite's own handler polls ever less often and keeps missing the gaps
 /// while another program writes row after row.
 int waitForOthers(void* /*handle*/, int tries) noexcept {
-    if (tries * busyStep >= busyTimeout) return 0;
+    if (impatient > 0 || tries * busyStep >= busyTimeout) return 0;
     std::this_thread::sleep_for(busyStep);
     return 1;
 }
@@ -69,6 +71,14 @@ qint32 number(int resultCode) {
 }
 
 }  // namespace
+
+sqlite::NoWait::NoWait() noexcept {
+    ++impatient;
+}
+
+sqlite::NoWait::~NoWait() {
+    --impatient;
+}
 
 QString sqlite::description(int resultCode) {
     switch (resultCode & 0xFF) {

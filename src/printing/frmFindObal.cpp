@@ -17,6 +17,7 @@
 #include "toolkit/keys.h"
 #include "toolkit/letters.h"
 #include "toolkit/rowKey.h"
+#include "toolkit/textBox.h"
 #include "ui_frmFindObal.h"
 
 using namespace Qt::StringLiterals;
@@ -44,6 +45,7 @@ frmFindObal::frmFindObal(const Sites& sites, QWidget* parent)
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     ui_->lvwDVD->setColumns({{u"Český název"_s, 3100}, {u"Původní název"_s, 3000}, {u"Info"_s, 1440}});
     ui_->lvwDVD->setAccessibleName(u"Nalezené obaly"_s);
+    textBox::selectFromEnd(*this);
     showPreview(false);
     connect(ui_->Command1, &QPushButton::clicked, this, &frmFindObal::search);
     connect(ui_->Command4, &QPushButton::clicked, this, &frmFindObal::fetch);
@@ -71,7 +73,7 @@ void frmFindObal::letGrow() {
 }
 
 void frmFindObal::setTerm(const QString& term) {
-    ui_->Text1->setText(term);
+    textBox::setText(*ui_->Text1, term);
 }
 
 void frmFindObal::keyPressEvent(QKeyEvent* event) {
@@ -107,7 +109,7 @@ void frmFindObal::search() {
 void frmFindObal::ZpracujZaznamy(const QString& page) {
     const QStringList options = coverPage::ZpracujZaznamy(page);
     if (options.isEmpty()) {
-        MsgBox(u"Obal nebyl nalezen."_s, boxStyle::information, u"Výsledek hledání"_s);
+        MsgBox(this, u"Obal nebyl nalezen."_s, boxStyle::information, u"Výsledek hledání"_s);
         return;
     }
     for (const QString& option : options)
@@ -136,7 +138,7 @@ void frmFindObal::fetch() {
         // Input made during the download is kept for the page shown next.
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     } else {
-        MsgBox(u"Chyba při stahování obalu"_s);
+        MsgBox(this, u"Chyba při stahování obalu"_s);
     }
     Err.Clear();
     showPreview(true);
@@ -186,7 +188,7 @@ void frmFindObal::printOnChosen() {
     } catch (const RuntimeError& failure) {
         // Only a printer that refuses is reported; a cover that is no picture ends the program.
         if (failure.number() != errors::printer) throw;
-        MsgBox(failure.description(), boxStyle::exclamation, u"Tisk obalu"_s);
+        MsgBox(this, failure.description(), boxStyle::exclamation, u"Tisk obalu"_s);
     }
 }
 

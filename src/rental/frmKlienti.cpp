@@ -155,7 +155,7 @@ void frmKlienti::connectButtons() {
 }
 
 void frmKlienti::NactiList() {
-    const ListView::Fill fill(*ui_->lvwUsers);
+    const ListView::Fill fill(*ui_->lvwUsers, ListView::Selected::first);
     ui_->lvwUsers->clear();
     std::optional<CustomerFields> fields;
     forEachRow(u"SELECT * from tUser order by USNAME"_s, [&](const ado::Recordset& customers) {
@@ -200,12 +200,13 @@ void frmKlienti::findCustomer() {
     }
 }
 
-bool frmKlienti::nameCustomer(ElidedLabel& title, const QString& heading) const {
+bool frmKlienti::nameCustomer(ElidedLabel& title, const QString& heading) {
     const bool named = skipFailure([&] {
         const ListItem customer = ui_->lvwUsers->selectedItem();
         title.setText(heading + customer.subItem(nameColumn) + u" ("_s + customer.text() + u')');
     });
-    if (!named) MsgBox(u"Neexistuje osoba pro zapůjčení!"_s, boxStyle::information, u"Nepovolená operace:"_s);
+    if (!named)
+        MsgBox(this, u"Neexistuje osoba pro zapůjčení!"_s, boxStyle::information, u"Nepovolená operace:"_s);
     Err.Clear();
     return named;
 }
@@ -229,7 +230,7 @@ void frmKlienti::Vratit_Obnovit() {
     auto films = filmsToReturn(code);
     if (!films) {
         ui_->lstVratit->setEntries({});  // another customer's films must not show behind the box
-        MsgBox(u"Osobní kód \"%1\" není celé číslo, výpůjčky pod ním nelze vyhledat."_s.arg(code),
+        MsgBox(this, u"Osobní kód \"%1\" není celé číslo, výpůjčky pod ním nelze vyhledat."_s.arg(code),
                boxStyle::information, u"Vrácení filmů"_s);
         films.emplace();
     }

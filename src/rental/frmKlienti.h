@@ -49,7 +49,7 @@ class frmKlienti final : public QWidget {
     void findCustomer();
     qint32 selectedUSID() const;
 
-    bool nameCustomer(ElidedLabel& title, const QString& heading) const;
+    bool nameCustomer(ElidedLabel& title, const QString& heading);
     void showPanel(QWidget& panel);
     void hidePanel(QWidget& panel);
     /// Moves the focus to the topmost panel and disables what it covers.

@@ -50,7 +50,7 @@ void frmPujcDVD::ReadData() {
 
 void frmPujcDVD::Zapujcit() {
     if (ui_->Combo1->currentIndex() == -1) {
-        MsgBox(u"Není možné zapůjčit, neexistuje uživatel, je nutné ho nejprve vytvořit!"_s,
+        MsgBox(this, u"Není možné zapůjčit, neexistuje uživatel, je nutné ho nejprve vytvořit!"_s,
                boxStyle::critical, u"Půjčovna"_s);
         return;
     }

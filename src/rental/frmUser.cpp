@@ -1,6 +1,7 @@
 #include "rental/frmUser.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 
 #include "core/CatalogueQuery.h"
 #include "platform/Outside.h"
@@ -23,8 +24,8 @@ QString customerSql(const QString& id) {
     return u"SELECT * from tUser WHERE USID="_s + id;
 }
 
-void tellMissingCustomer() {
-    MsgBox(u"Záznam k úpravě nenalezen!"_s, boxStyle::critical, u"Chyba zápisu uživatele:"_s);
+void tellMissingCustomer(QWidget* form) {
+    MsgBox(form, u"Záznam k úpravě nenalezen!"_s, boxStyle::critical, u"Chyba zápisu uživatele:"_s);
 }
 
 void showText(QLineEdit& box, const QString& stored, int limit) {
@@ -45,8 +46,10 @@ frmUser::frmUser(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::fr
     icons::place(*this);
     setFixedSize(size());
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
-    for (QPlainTextEdit* box : {ui_->txtUSADR, ui_->txtUSPOZN})
+    for (QPlainTextEdit* box : {ui_->txtUSADR, ui_->txtUSPOZN}) {
         textBox::limit(*box, longestText);
+        textBox::breakLongWords(*box);  // a stored text may be longer
+    }
     for (QLineEdit* box : findChildren<QLineEdit*>())
         textBox::keepLettersWhole(*box);
     connect(ui_->cmdSave, &QPushButton::clicked, this, &frmUser::save);
@@ -67,11 +70,17 @@ void frmUser::empty() {
     showText(*ui_->txtUSREGNUM, {}, longestCode);
     for (QPlainTextEdit* box : {ui_->txtUSADR, ui_->txtUSPOZN})
         loadedText::show(*box, {});
+    stored_ = formContent::of(*this);
 }
 
 void frmUser::closeEvent(QCloseEvent* event) {
     QDialog::closeEvent(event);
     empty();
+}
+
+void frmUser::keyPressEvent(QKeyEvent* event) {
+    if (!event->matches(QKeySequence::Cancel) || formContent::of(*this) == stored_)
+        QDialog::keyPressEvent(event);
 }
 
 void frmUser::showEvent(QShowEvent* event) {
@@ -80,9 +89,14 @@ void frmUser::showEvent(QShowEvent* event) {
 }
 
 void frmUser::ReadData() {
+    readColumns();
+    stored_ = formContent::of(*this);
+}
+
+void frmUser::readColumns() {
     const CatalogueQuery customers(customerSql(ui_->lblUSID->text()), CatalogueQuery::Failures::skipped);
     if (ui_->lblUSID->text() == u"0") return;
-    if (atEnd(*customers)) return tellMissingCustomer();
+    if (atEnd(*customers)) return tellMissingCustomer(this);
     const auto read = [&](QStringView column, auto&& take) {
         skipFailure([&] { take(customers->Fields(column).Value().toText()); });
     };
@@ -110,7 +124,7 @@ void frmUser::Kontrola(bool& valid) {
     if (message.isEmpty()) {
         valid = true;
     } else {
-        MsgBox(message, boxStyle::information, u"Nelze uložit!"_s);
+        MsgBox(this, message, boxStyle::information, u"Nelze uložit!"_s);
     }
 }
 
@@ -119,7 +133,7 @@ void frmUser::SaveData() {
     if (ui_->lblUSID->text() == u"0") {
         skipFailure([&] { customer->AddNew(); });
     } else if (atEnd(*customer)) {
-        tellMissingCustomer();
+        tellMissingCustomer(this);
         customer.close();  // so that the statements below have nothing to write to
     }
     write(*customer, u"USNAME", loadedText::toStore(*ui_->txtUSNAME));
@@ -130,10 +144,11 @@ void frmUser::SaveData() {
     const QString code = loadedText::toStore(*ui_->txtUSREGNUM);
     const bool coded = !text::trim(code).isEmpty();
     if (coded) write(*customer, u"USREGNUM", code);
-    skipFailure([&] { customer->Update(); });
+    bool stored = skipFailure([&] { customer->Update(); });
     if (!coded) {
         skipFailure([&] { ui_->lblUSID->setText(customer->Fields(u"USID").Value().toText()); });
         write(*customer, u"USREGNUM", ui_->lblUSID->text());
-        skipFailure([&] { customer->Update(); });
+        stored = skipFailure([&] { customer->Update(); }) && stored;
     }
+    if (stored) stored_ = formContent::of(*this);
 }

@@ -3,6 +3,8 @@
 #include <QDialog>
 #include <memory>
 
+#include "toolkit/formContent.h"
+
 namespace Ui {
 class frmUser;
 }
@@ -36,11 +38,15 @@ class frmUser final : public QDialog {
 
  protected:
     void closeEvent(QCloseEvent* event) override;
+    /// Esc leaves only a form in which nothing was entered.
+    void keyPressEvent(QKeyEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
  private:
     void empty();
     void save();
+    void readColumns();
 
     std::unique_ptr<Ui::frmUser> ui_;
+    formContent::Content stored_;  // content of the controls as read or stored last
 };

@@ -65,6 +65,11 @@ int ListModel::find(QStringView key) const {
     return item;
 }
 
+int ListModel::rowWith(QStringView key) const {
+    const int item = texts_.find(key);
+    return item < 0 ? -1 : rowOf(item);
+}
+
 void ListModel::setText(int item, int column, QStringView text) {
     if (texts_.cell(item, column) == text) return;
     texts_.setCell(item, column, text);

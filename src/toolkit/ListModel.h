@@ -37,6 +37,8 @@ class ListModel final : public QAbstractTableModel {
     int add(QStringView key, QStringView text);
     /// @return the item with the key. @throws RuntimeError 35601 when there is none.
     int find(QStringView key) const;
+    /// The row with the key in the current order; -1 when there is none.
+    int rowWith(QStringView key) const;
     /// The item at a row of the current order, and the row of an item.
     int itemAt(int row) const { return elementAt(order_, row); }
     int rowOf(int item) const { return elementAt(rows_, item); }

@@ -6,6 +6,7 @@
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QToolTip>
+#include <algorithm>
 
 #include "platform/errors.h"
 #include "platform/index.h"
@@ -121,10 +122,38 @@ QItemSelectionModel::SelectionFlags ListView::selectionCommand(const QModelIndex
                            : QItemSelectionModel::NoUpdate;
 }
 
+void ListView::beginFill(Selected selected) {
+    if (selected == Selected::first) {
+        place_.reset();
+    } else if (hasSelectedItem()) {
+        const int row = currentIndex().row();
+        place_ = {.keys = {}, .row = row, .top = verticalScrollBar()->value()};
+        for (const int near : {row, row + 1, row - 1}) {
+            if (near >= 0 && near < count()) place_->keys += model_.key(model_.itemAt(near));
+        }
+    }
+    model_.beginFill();
+}
+
+int ListView::rowAt(const Place& place) const {
+    for (const QString& key : place.keys) {
+        if (const int row = model_.rowWith(key); row >= 0) return row;
+    }
+    return std::min(place.row, count() - 1);
+}
+
 void ListView::endFill() {
     model_.endFill();
     if (!model_.sorted()) header()->setSortIndicatorShown(false);
-    if (model_.rowCount() > 0) setCurrentIndex(model_.index(0, 0));
+    if (count() > 0 && place_) {
+        const ListItem item(model_, model_.itemAt(rowAt(*place_)));
+        doItemsLayout();  // so that there is something to scroll
+        verticalScrollBar()->setValue(place_->top);
+        select(item);
+        ensureVisible(item);
+    } else if (count() > 0) {
+        setCurrentIndex(model_.index(0, 0));
+    }
     emit selectionMoved();
 }
 

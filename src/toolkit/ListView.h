@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QStringList>
 #include <QTreeView>
+#include <optional>
 #include <vector>
 
 #include "platform/index.h"
@@ -88,10 +90,19 @@ class ListView final : public QTreeView {
     void select(const ListItem& item);
     void ensureVisible(const ListItem& item);
 
-    /// While it lives, rows are added without a signal each. Its end shows them and selects the first row.
+    /// The row that is selected after a fill.
+    enum class Selected {
+        same,  ///< the one selected before, kept in view; if it is gone, the one below it, else the one above
+        first
+    };
+
+    /// While it lives, rows are added without a signal each. Its end shows them and selects a row; the first
+    /// one in a list that had none selected.
     class Fill final {
      public:
-        explicit Fill(ListView& list) : list_(list) { list_.model_.beginFill(); }
+        explicit Fill(ListView& list, Selected selected = Selected::same) : list_(list) {
+            list_.beginFill(selected);
+        }
         ~Fill() { list_.endFill(); }
         Fill(const Fill&) = delete;
         Fill& operator=(const Fill&) = delete;
@@ -123,10 +134,20 @@ class ListView final : public QTreeView {
         int pixels = 0;  // as the header rounded it
     };
 
+    /// The selected row and its surroundings before a fill.
+    struct Place {
+        QStringList keys;  // of the row, the one below and the one above
+        int row;
+        int top;  // position of the vertical scroll bar
+    };
+
+    void beginFill(Selected selected);
     void endFill();
+    int rowAt(const Place& place) const;
 
     ListModel model_;
     std::vector<Width> widths_;
+    std::optional<Place> place_;  // kept while there are no rows
 };
 
 /// Sets the colour (0xBBGGRR) of the row with the key, the item and all its sub-items.

@@ -1,6 +1,8 @@
 #include "toolkit/OwnedWindows.h"
 
+#include <QScreen>
 #include <QWindow>
+#include <algorithm>
 
 namespace {
 
@@ -11,9 +13,23 @@ void putAbove(QWidget& window, const QWidget& owner) {
 
 }  // namespace
 
+void OwnedWindows::placeBesideOthers(QWidget& window) const {
+    const auto other = std::find_if(windows_.rbegin(), windows_.rend(), [&](const QPointer<QWidget>& open) {
+        return open != nullptr && open != &window && open->isVisible() &&
+               open->metaObject() == window.metaObject();
+    });
+    if (other == windows_.rend()) return;
+    constexpr QPoint step(30, 30);  // pixels: shows the title of the one below
+    // Both without their frames, as that of the new one is not known yet.
+    const QRect place = (*other)->geometry().translated(step);
+    const QRect screen = (*other)->screen()->availableGeometry();
+    window.move(screen.contains(place) ? place.topLeft() : screen.topLeft());
+}
+
 void OwnedWindows::show(QWidget& window, const QWidget& owner) {
     if (!window.isVisible()) {
         putAbove(window, owner);
+        placeBesideOthers(window);
         windows_.removeAll(nullptr);
         windows_.removeAll(&window);
         windows_.append(&window);

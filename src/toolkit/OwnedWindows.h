@@ -27,13 +27,16 @@ class OwnedWindows final {
         show(*shared, owner);
     }
 
-    /// Shows a window above `owner`, or brings it to the front if it is open.
+    /// Shows a window above `owner`, or brings it to the front if it is open. Beside an open one of its kind
+    /// it is shown a little lower to the right, as far as the desktop lets windows be placed.
     void show(QWidget& window, const QWidget& owner);
 
     /// Detaches the windows from their owner, which must call this when it closes.
     void release();
 
  private:
+    void placeBesideOthers(QWidget& window) const;
+
     QList<QPointer<QWidget>> windows_;
 };
 

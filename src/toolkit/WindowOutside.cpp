@@ -13,6 +13,8 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QUrl>
+#include <QWindow>
+#include <algorithm>
 
 #include "platform/download.h"
 #include "platform/errors.h"
@@ -53,13 +55,6 @@ BoxIcon iconOf(int style) {
     }
 }
 
-QWidget* windowOf(QObject* owner) {
-    auto* widget = qobject_cast<QWidget*>(owner);
-    if (widget == nullptr) widget = QApplication::activeWindow();
-    // None is active for a moment after a window was closed.
-    return widget != nullptr ? widget : QApplication::activeModalWidget();
-}
-
 /// Keeps the title, which can say more than the text, from being cut off: Qt sizes the box by the text alone.
 void widenForTitle(QMessageBox& box) {
     const int iconAndButtons = twips::scaled(140);  // beside the title in a window frame
@@ -94,6 +89,29 @@ QString ask(QFileDialog& dialog, const FileDialogRequest& request) {
 }
 
 }  // namespace
+
+WindowOutside::WindowOutside() {
+    QObject::connect(qApp, &QGuiApplication::focusWindowChanged, &watch_, [this](const QWindow* now) {
+        QWidget* window = now != nullptr ? QWidget::find(now->winId()) : nullptr;
+        if (window == nullptr) return;
+        used_.removeIf([window](const QPointer<QWidget>& other) { return !other || other == window; });
+        used_.prepend(window);
+    });
+}
+
+QWidget* WindowOutside::windowOf(QObject* owner) const {
+    for (auto* widget = qobject_cast<QWidget*>(owner); widget != nullptr; widget = widget->parentWidget()) {
+        // A window that is still being made cannot carry a box, but the one that it opens from can.
+        if (widget->isVisible()) return widget->window();
+    }
+    if (QWidget* modal = QApplication::activeModalWidget(); modal != nullptr) return modal;
+    if (QWidget* active = QApplication::activeWindow(); active != nullptr) return active;
+    // After a window was closed, none is active until the desktop has chosen the next one.
+    const auto last = std::find_if(used_.begin(), used_.end(), [](const QPointer<QWidget>& window) {
+        return window != nullptr && window->isVisible();
+    });
+    return last != used_.end() ? *last : nullptr;
+}
 
 BoxAnswer WindowOutside::messageBox(const QString& text, int style, const QString& title, QObject* owner) {
     const bool question = (style & buttonsMask) == boxStyle::yesNo;

@@ -19,7 +19,7 @@ QString unlessChanged(const QWidget& box, const QString& shown) {
 }  // namespace
 
 void loadedText::show(QLineEdit& box, const QString& stored) {
-    box.setText(stored);
+    textBox::setText(box, stored);
     keep(box, box.text(), stored);
 }
 

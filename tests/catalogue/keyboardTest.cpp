@@ -88,7 +88,9 @@ TEST_F(KeyboardTest, EscapeClosesTheGenresOfTheEditorFirstAndControlTabTurnsItsP
     for (const auto& [key, page] :
          {std::pair(Qt::Key_Tab, 1), std::pair(Qt::Key_Tab, 2), std::pair(Qt::Key_Backtab, 1),
           std::pair(Qt::Key_Backtab, 0), std::pair(Qt::Key_Backtab, 3), std::pair(Qt::Key_Tab, 0)}) {
-        QTest::keyClick(editor.focusWidget(), key, Qt::ControlModifier);
+        const bool back = key == Qt::Key_Backtab;
+        QTest::keyClick(editor.focusWidget(), key,
+                        back ? Qt::ControlModifier | Qt::ShiftModifier : Qt::ControlModifier);
         EXPECT_EQ(control<QTabWidget>(editor, "tabMain").currentIndex(), page);
     }
 }

@@ -1,5 +1,6 @@
 #include "film/frmDVD.h"
 
+#include <QClipboard>
 #include <QListWidget>
 #include <QTabWidget>
 #include <QtEndian>
@@ -75,6 +76,7 @@ TEST_F(FrmDVDTest, ANewFilmGetsTheUsualValues) {
     EXPECT_EQ(genres().item(3)->text(), u"Dokumentární"_s);
     type("txtCZName", u"Čáp"_s);
     press("cmdFindNet");  // its plugin is missing
+    EXPECT_EQ(outside.owner(), &editor());
     EXPECT_TRUE(outside.told().startsWith(u"Vyhledávání v obchodě nelze otevřít:\n"));
     EXPECT_EQ(save(), 3u);  // the empty row, the columns, the number
     EXPECT_EQ(editor().IDFilmu, 1);
@@ -131,6 +133,86 @@ TEST_F(FrmDVDTest, OnlyEnterInAFieldSaves) {
         EXPECT_EQ(number("SELECT count(*) FROM tDVD"), result == 1 ? 1 : 0);
     }
     EXPECT_EQ(outside.fileDialogs.size(), 1);
+}
+
+TEST_F(FrmDVDTest, EscapeLeavesOnlyAnEditorWithoutChanges) {
+    sql("INSERT INTO tDVD (DVDID, CZJm, Obsah, Jazyk, Nabidka, Oddel_ID) VALUES"
+        " (1, 'One', 'a' || char(10) || 'b', 1, 'A|N', 2)");
+    const auto line = [this](const char* name) { QTest::keyClicks(&control<QLineEdit>(name), u"x"_s); };
+    const auto lines = [this](const char* name) { control<QPlainTextEdit>(name).insertPlainText(u"x"_s); };
+    const std::function<void()> changes[] = {[&] { line("txtKatalog"); },
+                                             [&] { line("txtCZName"); },
+                                             [&] { line("txtDisk"); },
+                                             [&] { line("txtZanr"); },
+                                             [&] { lines("txtPopis"); },
+                                             [&] { lines("txtPozn"); },
+                                             [&] { control<QAbstractButton>("optJazyk_2").click(); },
+                                             [&] { control<QAbstractButton>("chkMenu_0").click(); },
+                                             [&] { control<QAbstractButton>("chkSound_8").click(); },
+                                             [&] { control<QAbstractButton>("chkTitle_6").click(); },
+                                             [&] { genres().item(1)->setCheckState(Qt::Checked); },
+                                             [&] { QTest::keyClick(&department(), Qt::Key_Down); },
+                                             [&] { QTest::keyClicks(department().lineEdit(), u"x"_s); },
+                                             [&] {
+                                                 outside.files = {picture(u"a.png"_s)};
+                                                 press("cmdOpenObalPic");
+                                             },
+                                             [&] {
+                                                 outside.files = {picture(u"a.png"_s)};
+                                                 press("cmdOpenNahledPic");
+                                             }};
+    int number = 0;
+    for (const auto& change : changes) {
+        for (const qint32 film : {0, 1}) {
+            open(film);
+            change();
+            QTest::keyClick(&editor(), Qt::Key_Escape);
+            EXPECT_TRUE(editor().isVisible()) << number << ' ' << film;
+            ++number;
+        }
+    }
+    open(1);
+    control<QAbstractButton>("chkMenu_0").click();
+    control<QAbstractButton>("chkMenu_0").click();
+    control<QTabWidget>("tabMain").setCurrentIndex(3);
+    press("Command1");
+    press("Command3");
+    QTest::keyClick(&editor(), Qt::Key_Escape);
+    EXPECT_FALSE(editor().isVisible());
+    EXPECT_EQ(editor().Vysledek, 0);
+}
+
+TEST_F(FrmDVDTest, LongTextsStartAtTheirBeginningAndLongWordsBreakAnywhere) {
+    const QString word = QString(u"abcdefghij"_s).repeated(40000);
+    sql("INSERT INTO tDVD (DVDID, KatCisl, CZJm, PuvJm, Zanr, Stat, Rezie, Obsah, Poznamka, Oddel_ID) SELECT "
+        "1, t, t,"
+        " t, t, t, t, t, 'a b', 3 FROM (SELECT replace(hex(zeroblob(150)), '00', 'ab ') AS t)");
+    open(1);
+    for (const QLineEdit* box : editor().findChildren<QLineEdit*>())
+        EXPECT_EQ(box->cursorPosition(), 0) << box->objectName().toStdString();
+    for (int genre = 0; genre < genres().count(); ++genre)
+        genres().item(genre)->setCheckState(Qt::Checked);
+    press("Command2");
+    EXPECT_EQ(control<QLineEdit>("txtZanr").cursorPosition(), 0);
+
+    auto& text = control<QPlainTextEdit>("txtPopis");
+    EXPECT_EQ(text.wordWrapMode(), QTextOption::WrapAtWordBoundaryOrAnywhere);
+    text.selectAll();
+    QApplication::clipboard()->setText(word);
+    text.paste();
+    EXPECT_EQ(text.wordWrapMode(), QTextOption::WrapAnywhere);
+    EXPECT_EQ(control<QPlainTextEdit>("txtPozn").wordWrapMode(), QTextOption::WrapAtWordBoundaryOrAnywhere);
+    text.selectAll();
+    QApplication::clipboard()->clear();
+    text.copy();
+    EXPECT_EQ(QApplication::clipboard()->text(), word);
+    text.undo();
+    EXPECT_EQ(text.wordWrapMode(), QTextOption::WrapAtWordBoundaryOrAnywhere);
+    text.redo();
+    save();
+    EXPECT_EQ(this->text("SELECT Obsah FROM tDVD"), word);
+    open(1);
+    EXPECT_EQ(control<QPlainTextEdit>("txtPopis").wordWrapMode(), QTextOption::WrapAnywhere);
 }
 
 TEST_F(FrmDVDTest, TypingIntoTheDepartmentChoosesNone) {

@@ -36,6 +36,7 @@ TEST_F(FrmCSFDFindTest, ASearchListsFilmsAndTheSelectedOneIsRead) {
     window.show();
     auto& list = control<ListView>(window, "lvwSeznam");
     click(window, "Command1");  // there is no page for an empty term
+    EXPECT_EQ(outside.owner(), &window);
     EXPECT_EQ(outside.told() + count(window), u"Pri stahovani doslo k chybe.|0|"_s);
     window.setTerm(u"ztracený"_s);
     QTest::keyClick(&line(window, "Text1"), Qt::Key_Return);
@@ -57,6 +58,8 @@ TEST_F(FrmCSFDFindTest, ASearchListsFilmsAndTheSelectedOneIsRead) {
     click(window, "Command2");
     EXPECT_EQ(control<QComboBox>(window, "findPuvName").count(), 2);
     EXPECT_EQ(window.result().originalTitle, u"La maison"_s);
+    for (const QLineEdit* box : window.findChildren<QLineEdit*>())
+        EXPECT_EQ(box->cursorPosition(), 0) << box->objectName().toStdString();
     EXPECT_TRUE(control<ImageFrame>(window, "picWenImgNahl").hasPicture());
     EXPECT_EQ(count(window), u"Hotovo z 65%"_s);
     EXPECT_EQ(control<QWidget>(window, "frmData").pos(), QPoint(6, 2));
@@ -74,6 +77,7 @@ TEST_F(FrmCSFDFindTest, TheEditorTakesWhatIsNotBlankUnlessCancelled) {
     editor.show();
     line(editor, "txtCZName").setText(u" ztracený "_s);
     line(editor, "txtRok").setText(u"1950"_s);
+    line(editor, "txtRok").home(false);
     const auto lookUp = [&](const std::function<void(frmCSFDFind&)>& steps) {
         inModalWindow([&] { click(editor, "Command4"); },
                       [&](QWidget& lookup) { steps(dynamic_cast<frmCSFDFind&>(lookup)); });
@@ -100,8 +104,15 @@ TEST_F(FrmCSFDFindTest, TheEditorTakesWhatIsNotBlankUnlessCancelled) {
     EXPECT_EQ(lines.join(u'|'), u"Ztracený dům|Lost House|1950|USA , Eng , Německo|"_s);
     EXPECT_EQ(control<QPlainTextEdit>(editor, "txtHerci").toPlainText(), u"Žofie Černá, René & syn"_s);
     EXPECT_EQ(control<QLabel>(editor, "lblNahled").text(), at(u"data/webnahl.png"_s));
+    for (const QLineEdit* box : editor.findChildren<QLineEdit*>())
+        EXPECT_EQ(box->cursorPosition(), 0) << box->objectName().toStdString();
+    // Work goes on in the field that is still empty, not at another search.
+    EXPECT_EQ(editor.focusWidget(), &line(editor, "txtRezie"));
+    EXPECT_TRUE(line(editor, "txtRezie").isVisible());
+    line(editor, "txtRezie").setText(u"Jan Novák"_s);
     // Without a picture, but with the box ticked, the preview goes.
     lookUp([](frmCSFDFind& window) { click(window, "cmdInsertData"); });
+    EXPECT_EQ(editor.focusWidget(), &control<QPushButton>(editor, "cmdSave"));
     EXPECT_EQ(line(editor, "txtCZName").text() + control<QLabel>(editor, "lblNahled").text(),
               u"Ztracený dům"_s);
 }

@@ -13,13 +13,17 @@ struct FakeBrowser final : Browser {
     FakeBrowser(QWidget& parent, Events raised) : events(std::move(raised)), place(new QWidget(&parent)) {}
     QWidget& widget() override { return *place; }
     void Navigate(const QString& urlOrPath) override { visited += urlOrPath; }
-    void Stop() override { ++stops; }
+    void Stop() override {
+        ++stops;
+        stopped();
+    }
     QString innerHTML() const override { return body; }
 
     Events events;
     QStringList visited;
     QString body;
     int stops = 0;
+    std::function<void()> stopped = [] {};
     QWidget* place;  // its parent's
 };
 
@@ -98,11 +102,36 @@ TEST_F(FrmNetFindTest, TwentyFilmsAreTooMany) {
     list(19);
     EXPECT_TRUE(control<QPushButton>(window, "cmdDataGet").isEnabled());
     list(20);
+    EXPECT_EQ(outside.owner(), &window);
     EXPECT_EQ(outside.told(),
               u"Bylo nalezeno více než 20 záznamů,upřesněte zadání! |64|Hledání přerušeno:"_s);
     EXPECT_EQ(control<QListWidget>(window, "List1").count(), 20);
     search().body = u"<A class=zbozi title=x href=\"id_zbozi=7\">A</A>"_s;
     EXPECT_EQ(failureOf([this] { search().events.DocumentComplete(listUrl); }), errors::invalidCall);
+}
+
+TEST_F(FrmNetFindTest, KeysWhileAFilmIsReadDoNotLeaveTheWindow) {
+    list(1);
+    QTest::keyClick(window.focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(film().visited.last(), u"http://shop/zbozi_video.php?id_zbozi=7"_s);
+    const auto press = [this](Qt::Key key) {
+        QTest::keyClick(window.focusWidget() != nullptr ? window.focusWidget() : &window, key);
+    };
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Space, Qt::Key_Tab, Qt::Key_Return})
+        press(key);
+    // While the page is cut, the buttons of the data are shown already.
+    film().stopped = [&] {
+        for (int step = 0; step < 20; ++step) {
+            press(Qt::Key_Return);
+            press(Qt::Key_Tab);
+        }
+    };
+    film().body = u"<H2 class=title1>Dům<A>"_s;
+    film().events.DocumentComplete(film().visited.last());
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_FALSE(window.VlozitData);
+    press(Qt::Key_Return);
+    EXPECT_TRUE(window.VlozitData);
 }
 
 TEST_F(FrmNetFindTest, ProgressIsRoundedToEvenPercent) {

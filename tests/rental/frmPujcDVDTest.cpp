@@ -68,6 +68,7 @@ TEST_F(FrmPujcDVDTest, WithoutReadableCustomersTheDialogIsAnsweredButStaysOpen) 
     ASSERT_TRUE(QFile::rename(at(u"away"_s), catalogue()));
     EXPECT_EQ(offered(), u""_s);
     click(*dialog, "Command2");
+    EXPECT_EQ(outside.owner(), &*dialog);
     EXPECT_EQ(outside.told(),
               u"Není možné zapůjčit, neexistuje uživatel, je nutné ho nejprve vytvořit!|16|Půjčovna"_s);
     EXPECT_TRUE(dialog->isVisible());

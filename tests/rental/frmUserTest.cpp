@@ -55,6 +55,7 @@ TEST_F(FrmUserTest, ACustomerNeedsNameAndAddressAndGetsTheKeyAsCodeWithoutOne) {
         EXPECT_EQ(customers(), all);
         EXPECT_EQ(key(form), keyAfterwards);
         save(form, {u"5"_s, u"   "_s, u"1"_s, u"2"_s, u"Brno"_s});
+        EXPECT_EQ(outside.owner(), &form);
         EXPECT_EQ(outside.told(), u"Jméno musí být vyplněno!\r\n|64|Nelze uložit!"_s);
         save(form, {u"5"_s, u""_s, {}, {}, u"  "_s});
         EXPECT_EQ(outside.told(),
@@ -126,6 +127,7 @@ TEST_F(FrmUserTest, AMissingCustomerIsReportedAndAMissingCatalogueIsNot) {
     const QString notFound = u"Záznam k úpravě nenalezen!|16|Chyba zápisu uživatele:"_s;
     frmUser form;
     load(form, 99);
+    EXPECT_EQ(outside.owner(), &form);
     EXPECT_EQ(outside.told(), notFound);
     EXPECT_EQ(entered(form).join(u""_s), u""_s);
     load(form, 7);
@@ -143,6 +145,28 @@ TEST_F(FrmUserTest, AMissingCustomerIsReportedAndAMissingCatalogueIsNot) {
     EXPECT_FALSE(Err.pending());
     ASSERT_TRUE(QFile::rename(at(u"away"_s), catalogue()));
     EXPECT_EQ(customers(), u"8|Jiný|-|-|-|-|8"_s);
+}
+
+TEST_F(FrmUserTest, EscapeLeavesOnlyAFormWithoutChanges) {
+    sql("INSERT INTO tUser (USID, USNAME, USADR, USREGNUM) VALUES (7, 'Novák', 'Praha', '7')");
+    frmUser form;
+    for (const qint32 customer : {0, 7}) {
+        for (const char* name :
+             {"txtUSREGNUM", "txtUSNAME", "txtUSPHONE", "txtUSMAIL", "txtUSADR", "txtUSPOZN"}) {
+            load(form, customer);
+            auto& box = control<QWidget>(form, name);
+            QTest::keyClick(&box, Qt::Key_End);
+            for (const bool changed : {true, false}) {
+                changed ? QTest::keyClicks(&box, u"x"_s) : QTest::keyClick(&box, Qt::Key_Backspace);
+                QTest::keyClick(&box, Qt::Key_Escape);
+                EXPECT_EQ(form.isVisible(), changed) << name;
+            }
+        }
+    }
+    save(form, {u"7"_s, u"Jiný"_s, {}, {}, u"Brno"_s});
+    form.show();
+    QTest::keyClick(&form, Qt::Key_Escape);
+    EXPECT_FALSE(form.isVisible());
 }
 
 TEST_F(FrmUserTest, AHiddenFormKeepsItsTextsUntilItsWindowIsClosed) {

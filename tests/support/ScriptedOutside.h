@@ -16,10 +16,11 @@ class ScriptedOutside final : public Outside {
         QString text;
         int style;
         QString title;
+        const QObject* owner;
     };
 
-    BoxAnswer messageBox(const QString& text, int style, const QString& title, QObject* /*owner*/) override {
-        boxes.append({text, style, title});
+    BoxAnswer messageBox(const QString& text, int style, const QString& title, QObject* owner) override {
+        boxes.append({text, style, title, owner});
         if ((style & boxStyle::yesNo) == 0) return BoxAnswer::ok;
         return answers.isEmpty() ? BoxAnswer::yes : answers.takeFirst();
     }
@@ -65,6 +66,9 @@ class ScriptedOutside final : public Outside {
             lines += box.text + u'|' + QString::number(box.style) + u'|' + box.title;
         return lines.join(u'\n');
     }
+
+    /// The window below the box shown last.
+    const QObject* owner() const { return boxes.isEmpty() ? nullptr : boxes.last().owner; }
 
     QList<Box> boxes;
     QList<FileDialogRequest> fileDialogs;

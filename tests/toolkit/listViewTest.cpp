@@ -88,6 +88,42 @@ TEST_F(ListViewTest, AFillCostsTheViewsOneSignalAndSelectsTheFirstRow) {
     EXPECT_EQ(failureOf([this] { list.selectedItem(); }), errors::objectNotSet);
 }
 
+TEST_F(ListViewTest, AFillKeepsTheSelectedRowOrItsNeighbourInView) {
+    const auto refill = [this](const QList<int>& rows,
+                               ListView::Selected selected = ListView::Selected::same) {
+        {
+            const ListView::Fill filling(list, selected);
+            list.clear();
+            for (const int row : rows)
+                list.add(u'K' + QString::number(row), u"x"_s);
+        }
+        if (!list.hasSelectedItem()) return u"none"_s;
+        EXPECT_TRUE(list.viewport()->rect().contains(list.visualRect(list.currentIndex()).center()));
+        EXPECT_TRUE(list.selectionModel()->isRowSelected(list.selectedItem().row()));
+        return list.selectedItem().key();
+    };
+    QList<int> rows;
+    for (int row = 0; row < 200; ++row)
+        rows += row;
+    EXPECT_EQ(refill(rows), u"K0"_s);
+    list.select(list.item(u"K120"_s));
+    list.verticalScrollBar()->setValue(118);
+    EXPECT_EQ(refill(rows), u"K120"_s);
+    EXPECT_EQ(list.verticalScrollBar()->value(), 118);
+    std::reverse(rows.begin(), rows.end());
+    EXPECT_EQ(refill(rows), u"K120"_s);
+    rows.removeAll(120);
+    std::reverse(rows.begin(), rows.end());
+    EXPECT_EQ(refill(rows), u"K119"_s);  // the next one in the order before
+    list.select(list.item(u"K199"_s));
+    rows.removeAll(199);
+    EXPECT_EQ(refill(rows), u"K198"_s);
+    EXPECT_EQ(refill({5, 6}), u"K6"_s);
+    EXPECT_EQ(refill({}), u"none"_s);
+    EXPECT_EQ(refill({4, 5, 6, 7}), u"K6"_s);
+    EXPECT_EQ(refill({4, 5, 6, 7}, ListView::Selected::first), u"K4"_s);
+}
+
 TEST_F(ListViewTest, ARowAddedLaterIsNeitherSelectedNorScrolledTo) {
     fill(200);
     list.select(list.itemAt(3));

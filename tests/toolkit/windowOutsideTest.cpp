@@ -88,6 +88,34 @@ TEST_F(WindowOutsideTest, BoxesShowPlainTextAndTheWholeTitleAndTellWhatWasAnswer
     }
 }
 
+TEST_F(WindowOutsideTest, BoxesBelongToAVisibleWindow) {
+    QWidget lower;
+    QWidget upper;
+    for (QWidget* window : {&lower, &upper}) {
+        window->show();
+        window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+    }
+    QWidget closed;
+    closed.show();
+    closed.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&closed));
+    closed.hide();
+    QDialog beingMade(&lower);
+    QLabel inLower(&lower);
+    inLower.show();
+    const std::pair<QObject*, const QWidget*> cases[] = {
+        {nullptr, &upper}, {&lower, &lower}, {&inLower, &lower}, {&beingMade, &lower}};
+    for (const auto& [owner, expected] : cases) {
+        QApplication::setActiveWindow(nullptr);  // as after a window was closed
+        inModalWindow([&, owner = owner] { real.messageBox(u"Film"_s, 0, {}, owner); },
+                      [expected = expected](QWidget& box) {
+                          EXPECT_EQ(box.parentWidget(), expected);
+                          QTest::keyClick(&box, Qt::Key_Return);
+                      });
+    }
+}
+
 TEST_F(WindowOutsideTest, FileDialogsStartInTheirFolderAndAddTheSuffix) {
     write(u"obal.jpg"_s, "picture");
     const FileDialogRequest request{u"Obrázek"_s, u"JPEG Obrazek (*.jpg)"_s, u"*.jpg"_s, folder(), u"jpg"_s};
