@@ -32,7 +32,7 @@ QString data() {
     return catalogue().folder() + u"/data"_s;
 }
 
-void tellNothing(const QString& /*what*/) {}
+void tellNothing(const QString& /*title*/, qint64 /*done*/, qint64 /*all*/) {}
 
 void readRows(const QString& path) {
     const sqlite::Database database(path, sqlite::Database::Mode::readWrite);

@@ -12,6 +12,7 @@
 #include "datatool/Check.h"
 #include "datatool/DataFiles.h"
 #include "datatool/Interruption.h"
+#include "datatool/NewFolder.h"
 #include "datatool/PairView.h"
 #include "datatool/outputFile.h"
 #include "platform/FolderLock.h"
@@ -41,8 +42,17 @@ bool isBackup(const QFileInfo& folder) {
     return content == QStringList{u"data.ddb"_s, u"pictures.ddb"_s};
 }
 
+bool removeBackup(const QString& target, const QString& name) {
+    // Renamed first, so that half of it is never taken for a backup.
+    if (!QDir(target).rename(name, unfinished(target))) return false;
+    if (QDir(unfinished(target)).removeRecursively()) return true;
+    // Left under that name, it would be in the way of the next backup.
+    QDir(target).rename(unfinished(target), name);
+    return false;
+}
+
 /// Keeps `keep` backups, the one just made among them whatever its name says about its age.
-QStringList removeOldest(const QString& target, int keep, const QString& justMade) {
+void removeOldest(const QString& target, int keep, const QString& justMade, backup::Report& report) {
     QStringList names;
     const QFileInfoList folders = QDir(target).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot);
     for (const QFileInfo& folder : folders) {
@@ -50,15 +60,10 @@ QStringList removeOldest(const QString& target, int keep, const QString& justMad
     }
     std::sort(names.begin(), names.end(),
               [](const QString& left, const QString& right) { return orderOf(left) < orderOf(right); });
-    QStringList removed;
     while (names.size() >= keep) {
         const QString name = names.takeFirst();
-        // Renamed first, so that half of it is never taken for a backup.
-        if (!QDir(target).rename(name, unfinished(target)) || !QDir(unfinished(target)).removeRecursively())
-            outputFile::fail(u"Starší zálohu nelze odstranit"_s, QDir(target).filePath(name));
-        removed += name;
+        (removeBackup(target, name) ? report.removed : report.stayed) += name;
     }
-    return removed;
 }
 
 void syncFile(const QString& path) {
@@ -66,17 +71,19 @@ void syncFile(const QString& path) {
     if (!file.open(QFile::ReadWrite) || !files::sync(file)) outputFile::failWriting(path);
 }
 
-void copyFile(const sqlite::Database& source, const QString& path) {
+void copyFile(const PairView::File& source, const QString& path, const Progress& progress) {
     const sqlite::Database copy(path, sqlite::Database::Mode::create);
     // A copy that fails is removed as a whole, and a complete one is synced once.
     copy.exec("PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF; PRAGMA cache_size=-500");
     try {
-        source.copyInto(copy, [&path] {
+        source.database->copyInto(copy, [&](qint64 done, qint64 all) {
             interruption::check();
+            progress(u"Kopírování souboru "_s + source.name(), done, all);
             files::startSync(path);
         });
     } catch (const sqlite::Failure& failure) {
-        throw RuntimeError(failure.number(), u"%1 (při kopírování do %2)"_s.arg(failure.description(), path));
+        throw RuntimeError(failure.number(), u"%1 (kopírování souboru %2 do %3)"_s.arg(failure.description(),
+                                                                                       source.path, path));
     }
 }
 
@@ -87,6 +94,8 @@ QString backup::Report::text() const {
     lines += u"Záloha je hotová a zkontrolovaná: %1"_s.arg(QDir::toNativeSeparators(folder));
     for (const QString& name : removed)
         lines += u"Odstraněna starší záloha %1"_s.arg(name);
+    for (const QString& name : stayed)
+        lines += u"POZOR, starší zálohu nelze odstranit: %1"_s.arg(name);
     return lines.join(u'\n') + u'\n';
 }
 
@@ -107,25 +116,23 @@ QString backup::freeName(const QString& parent, const QString& prefix, const QDa
     return prefix + (highest == 0 ? moment : u"%1 (%2)"_s.arg(moment).arg(highest + 1));
 }
 
-QStringList backup::copyPair(const QString& from, const QString& to,
-                             const std::function<void(const QString&)>& tell) {
+QStringList backup::copyPair(const QString& from, const QString& to, const Progress& progress) {
     if (!QDir().mkpath(to)) outputFile::fail(u"Složku nelze vytvořit"_s, to);
     QFile::setPermissions(to, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     const PairView source(from);
-    source.forEach([&](const sqlite::Database& database, const QString& name) {
-        tell(u"Kopíruje se soubor %1"_s.arg(name));
-        copyFile(database, QDir(to).filePath(name));
-    });
+    for (const PairView::File& file : source.files())
+        copyFile(file, QDir(to).filePath(file.name()), progress);
     const PairView copy(to);
     // Just written and nobody else's: reading it in place of copying its pages cannot fail.
     copy.forEach([](const sqlite::Database& database, const QString& /*name*/) {
         database.exec("PRAGMA mmap_size=2147418112");
     });
-    const QStringList damaged = check::damaged(copy, tell);
+    const QStringList damaged = check::damaged(copy, progress);
     if (!damaged.isEmpty()) {
-        throw RuntimeError(errors::database,
-                           u"%1 Zdroj kopie: %2"_s.arg(damaged.join(u' '), QDir::toNativeSeparators(from)));
+        throw RuntimeError(errors::database, u"%1 Zkuste kalvera-data repair. Složka: %2"_s.arg(
+                                                 damaged.join(u' '), QDir::toNativeSeparators(from)));
     }
+    progress(u"Zápis na disk"_s, 0, 0);
     for (const QString& path : {dataFiles::cataloguePath(to), dataFiles::picturesPath(to)})
         syncFile(path);
     files::syncFolder(to);
@@ -133,21 +140,22 @@ QStringList backup::copyPair(const QString& from, const QString& to,
 }
 
 backup::Report backup::run(const QString& folder, const QString& parent, int keep, const QDateTime& now,
-                           const std::function<void(const QString&)>& tell) {
+                           const Progress& progress) {
     const QString target = QDir(parent).absolutePath();
-    if (!QDir().mkpath(target)) outputFile::fail(u"Složku nelze vytvořit"_s, target);
+    NewFolder made(target);
     const FolderLock lock(target);
     if (lock.isTaken()) outputFile::fail(u"Do složky právě zálohuje někdo jiný"_s, target);
     const QString making = unfinished(target);
     const auto clear = qScopeGuard([&making] { QDir(making).removeRecursively(); });
     if (!QDir(making).removeRecursively()) outputFile::fail(u"Složku nelze odstranit"_s, making);
     Report report;
-    report.notes = copyPair(folder, making, tell);
+    report.notes = copyPair(folder, making, progress);
     const QString name = freeName(target, {}, now);
     report.folder = QDir(target).filePath(name);
     if (!QDir(target).rename(making, report.folder))
         outputFile::fail(u"Složku nelze vytvořit"_s, report.folder);
     files::syncFolder(target);
-    if (keep > 0) report.removed = removeOldest(target, keep, name);
+    made.keep();
+    if (keep > 0) removeOldest(target, keep, name, report);
     return report;
 }

@@ -3,7 +3,8 @@
 #include <QDateTime>
 #include <QString>
 #include <QStringList>
-#include <functional>
+
+#include "datatool/Progress.h"
 
 /// Copies of a pair in folders named by date and time, such as "2026-11-25 1830".
 namespace backup {
@@ -13,6 +14,7 @@ struct Report {
     QString folder;       // of the copy
     QStringList notes;    // in Czech
     QStringList removed;  // names of older backups
+    QStringList stayed;   // names of older backups that could not be removed
 
     QString text() const;
 };
@@ -24,16 +26,15 @@ QString defaultTarget();
 /// catalogue is copied before the pictures, of which none is ever removed, so that no film of the copy lacks
 /// its picture. The copy gets its name only when it is checked and on disk; older ones are never replaced.
 /// @param keep removes the oldest backups beyond so many; 0 removes none.
-/// @param tell is told what is being done, in Czech.
 /// @throws RuntimeError when the pair cannot be read or is damaged, or the copy cannot be written; nothing is
 ///         left then.
 Report run(const QString& folder, const QString& target, int keep, const QDateTime& now,
-           const std::function<void(const QString&)>& tell);
+           const Progress& progress);
 
 /// Copies the pair in `from` into the new folder `to`, readable by the owner only, and brings it to disk.
 /// @return what should be known of the files read, in Czech.
 /// @throws RuntimeError when that fails or the copy is damaged.
-QStringList copyPair(const QString& from, const QString& to, const std::function<void(const QString&)>& tell);
+QStringList copyPair(const QString& from, const QString& to, const Progress& progress);
 
 /// A name for `now` that nothing in `parent` has yet: `prefix`, date and time, and a counter if need be.
 QString freeName(const QString& parent, const QString& prefix, const QDateTime& now);

@@ -39,31 +39,46 @@ QString check::Report::text() const {
     return lines.join(u'\n') + u'\n';
 }
 
-QStringList check::damaged(const PairView& pair, const std::function<void(const QString&)>& tell) {
-    QStringList files;
-    pair.forEach([&](const sqlite::Database& database, const QString& name) {
-        tell(u"Kontroluje se soubor %1"_s.arg(name));
+QString check::damageOf(const PairView::File& file, const Progress& progress) {
+    if (file.database == nullptr) return file.fault;
+    const auto step = [&](qint64 done, qint64 all) {
         interruption::check();
-        if (const qsizetype faults = integrity::damage(database); faults > 0)
-            files += u"Soubor %1 je poškozený (nejméně na %2 místech)."_s.arg(name).arg(faults);
-    });
-    return files;
+        progress(u"Kontrola souboru "_s + file.name(), done, all);
+    };
+    step(0, 0);
+    qsizetype faults = 0;
+    file.use([&](const sqlite::Database& database) { faults = integrity::damage(database, step); });
+    return faults == 0 ? QString()
+                       : u"Soubor %1 je poškozený (nalezených vad: %2)."_s.arg(file.name()).arg(faults);
 }
 
-check::Report check::run(const QString& folder, const std::function<void(const QString&)>& tell) {
+QStringList check::damaged(const PairView& pair, const Progress& progress) {
+    QStringList lines;
+    for (const PairView::File& file : pair.files())
+        lines += damageOf(file, progress);
+    lines.removeAll(QString());
+    return lines;
+}
+
+check::Report check::run(const QString& folder, const Progress& progress) {
     const PairView pair(folder);
-    Report report{QDir(folder).absolutePath(), pair.notes(), damaged(pair, tell), {}, {}};
+    Report report{QDir(folder).absolutePath(), pair.notes(), damaged(pair, progress), {}, {}};
     if (!report.damaged.isEmpty()) return report;
     // The tables of a large catalogue are read several times over.
     pair.catalogue().exec("PRAGMA cache_size=-65536");
     pair.forEach([&](const sqlite::Database& database, const QString& name) {
-        tell(u"Kontrolují se rejstříky souboru %1"_s.arg(name));
-        for (const QString& index : integrity::wrongIndexes(database))
+        const auto step = [&](qint64 done, qint64 all) {
+            interruption::check();
+            progress(u"Rejstříky souboru "_s + name, done, all);
+        };
+        for (const QString& index : integrity::wrongIndexes(database, step))
             report.indexes +=
                 u"Rejstřík %1 souboru %2 neodpovídá řádkům nebo jejich pořadí."_s.arg(index, name);
     });
-    tell(u"Kontroluje se obsah"_s);
-    pair.onBoth([&report](const sqlite::Database& catalogue) { report.kinds = findings::of(catalogue); });
+    pair.onBoth([&](const sqlite::Database& catalogue) {
+        report.kinds = findings::of(
+            catalogue, [&](qint64 done, qint64 all) { progress(u"Kontrola obsahu"_s, done, all); });
+    });
     return report;
 }
 

@@ -2,10 +2,10 @@
 
 #include <QString>
 #include <QStringList>
-#include <functional>
 #include <vector>
 
 #include "datatool/PairView.h"
+#include "datatool/Progress.h"
 #include "datatool/findings.h"
 
 /// Looks for damage and contradictions in a pair without writing to it.
@@ -24,13 +24,14 @@ struct Report {
     QString text() const;
 };
 
-/// The damaged files of a pair, one line each.
-/// @param tell is told what is being looked at, in Czech.
-QStringList damaged(const PairView& pair, const std::function<void(const QString&)>& tell);
+/// A line about a file that is damaged or cannot be opened; "" for a sound one.
+QString damageOf(const PairView::File& file, const Progress& progress);
 
-/// @param tell as above.
+/// The damaged files of a pair, one line each.
+QStringList damaged(const PairView& pair, const Progress& progress);
+
 /// @throws RuntimeError when the files cannot be looked at.
-Report run(const QString& folder, const std::function<void(const QString&)>& tell);
+Report run(const QString& folder, const Progress& progress);
 
 /// Lines of the kinds that have any.
 QStringList linesOf(const std::vector<findings::Kind>& kinds);

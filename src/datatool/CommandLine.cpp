@@ -42,17 +42,18 @@ QString help(const Command& command) {
 
 QString help(std::span<const Command> commands) {
     QString text =
-        u"Použití: kalvera-data PŘÍKAZ …\n\nZakládá, převádí, kontroluje, opravuje a zálohuje datové "
-        u"soubory\na přenáší filmy mezi "
-        "katalogem a tabulkami. Kontrola, oprava, záloha a obnova bez SLOŽKY pracují s katalogem,\nkterý by "
-        "otevřel program; záloha bez KAM vznikne ve složce Zálohy Kalvéra v dokumentech.\n\nPříkazy:\n"_s;
+        u"Použití: kalvera-data PŘÍKAZ …\n\nZakládá, převádí, kontroluje, opravuje a zálohuje datové soubory "
+        u"a "
+        "přenáší\nfilmy mezi katalogem a tabulkami. Kontrola, oprava, záloha a obnova bez SLOŽKY\npracují "
+        "s katalogem, který by otevřel program. Záloha bez KAM vznikne ve složce\nZálohy Kalvéra "
+        "v dokumentech.\n\nPříkazy:\n"_s;
     for (const Command& command : commands)
         text += row(command.name + u' ' + command.operands, command.summary);
     return text + u"\nVolby:\n"_s + row(u"PŘÍKAZ --help"_s, u"popíše příkaz a jeho volby"_s) +
-           row(u"--version"_s, u"vypíše verzi"_s) +
-           u"\nNávratový kód: 0 hotovo, 1 chyba (pokud zpráva neříká jinak, nic se nezměnilo), 2 chybné "
-           u"volání, 3 něco chybí nebo "
-           "nesouhlasí a zpráva říká co.\n"_s;
+           row(u"--version"_s, u"vypíše verzi"_s) + u"\nNávratové kódy:\n"_s + row(u"0"_s, u"hotovo"_s) +
+           row(u"1"_s, u"chyba; pokud zpráva neříká jinak, nic se nezměnilo"_s) +
+           row(u"2"_s, u"chybné volání"_s) +
+           row(u"3"_s, u"hotovo, ale něco chybí, nesouhlasí nebo zbývá a zpráva říká co"_s);
 }
 
 const Command& find(std::span<const Command> commands, const QString& name) {
@@ -62,10 +63,13 @@ const Command& find(std::span<const Command> commands, const QString& name) {
     return *found;
 }
 
-void checkOperands(const Command& command, qsizetype count) {
+void checkOperands(const Command& command, const QStringList& operands) {
+    const qsizetype count = operands.size();
     const qsizetype most = command.operands.split(u' ', Qt::SkipEmptyParts).size();
-    if (count < most - command.operands.count(u'[')) throw WrongCall(u"Příkazu něco chybí."_s);
-    if (count > most) throw WrongCall(u"Příkaz má víc údajů, než zná."_s);
+    if (count < most - command.operands.count(u'[')) throw WrongCall(u"Příkazu chybí některý údaj."_s);
+    if (count > most) throw WrongCall(u"Příkaz dostal víc údajů, než čeká."_s);
+    // Taken as a path, it would be the current folder.
+    if (operands.contains(QString())) throw WrongCall(u"Údaj příkazu je prázdný."_s);
 }
 
 void readOption(const Command& command, QStringList& rest, CommandCall& call) {
@@ -76,7 +80,8 @@ void readOption(const Command& command, QStringList& rest, CommandCall& call) {
                      [&name](const CommandOption& candidate) { return candidate.name == name; });
     if (option == command.options.end()) throw WrongCall(u"Neznámá volba: %1"_s.arg(argument));
     const bool hasValue = argument.contains(u'=');
-    if (hasValue && option->value.isEmpty()) throw WrongCall(u"Volba %1 nemá hodnotu."_s.arg(name));
+    if (hasValue && option->value.isEmpty())
+        throw WrongCall(u"Volba %1 žádnou hodnotu nepřijímá."_s.arg(name));
     if (!hasValue && !option->value.isEmpty() && rest.isEmpty())
         throw WrongCall(u"Volbě %1 chybí hodnota."_s.arg(name));
     QString& value = call.options[name];
@@ -96,7 +101,7 @@ void read(const Command& command, QStringList rest, CommandCall& call) {
             call.operands += rest.takeFirst();
         }
     }
-    checkOperands(command, call.operands.size());
+    checkOperands(command, call.operands);
 }
 
 int runNamed(const Command& command, const QStringList& rest, QTextStream& output, QTextStream& errors) {
@@ -114,10 +119,9 @@ int runNamed(const Command& command, const QStringList& rest, QTextStream& outpu
     return command.run(call);
 }
 
-}  // namespace
-
-int runCommand(std::span<const Command> commands, const QStringList& arguments, QTextStream& output,
-               QTextStream& errors) {
+/// runCommand without regard to whether the output arrives.
+int runFirst(std::span<const Command> commands, const QStringList& arguments, QTextStream& output,
+             QTextStream& errors) {
     try {
         if (arguments.isEmpty()) throw WrongCall(u"Chybí příkaz."_s);
         const QString& first = arguments.first();
@@ -138,4 +142,15 @@ int runCommand(std::span<const Command> commands, const QStringList& arguments, 
         errors << u"Chyba: %1\n"_s.arg(failure.description());
         return 1;
     }
+}
+
+}  // namespace
+
+int runCommand(std::span<const Command> commands, const QStringList& arguments, QTextStream& output,
+               QTextStream& errors) {
+    const int exitCode = runFirst(commands, arguments, output, errors);
+    output.flush();
+    if (output.status() == QTextStream::Ok) return exitCode;
+    errors << u"Chyba: Výpis nelze zapsat. Příkaz sám skončil s kódem %1.\n"_s.arg(exitCode);
+    return 1;
 }

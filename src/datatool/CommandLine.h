@@ -22,8 +22,9 @@ struct CommandCall {
     bool has(const QString& option) const { return options.contains(option); }
 };
 
-/// Exit codes: 0 all is done, 1 a failure that changed nothing, and these.
+/// Exit codes: 0 all is done, 1 a failure that changed nothing unless its message says otherwise, and these.
 inline constexpr int exitUsage = 2;
+/// Done, but something is missing, does not agree or is left, which the output names.
 inline constexpr int exitDifference = 3;
 
 /// A command of the tool.
@@ -37,7 +38,7 @@ struct Command {
 };
 
 /// Runs the command that `arguments` (without the program's name) call, or shows help or the version. A wrong
-/// call and a failure are told on `errors`.
+/// call, a failure and an output that cannot be written are told on `errors`.
 /// @return the exit code.
 int runCommand(std::span<const Command> commands, const QStringList& arguments, QTextStream& output,
                QTextStream& errors);

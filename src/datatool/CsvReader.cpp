@@ -19,20 +19,16 @@ void CsvReader::refuse(const QString& what) const {
 
 QString CsvReader::quotedField() {
     QString field = u""_s;
-    const qint64 firstLine = line_;
-    for (++at_; at_ < text_.size(); ++at_) {
-        if (text_[at_] == u'\n') ++line_;
-        if (text_[at_] != u'"') {
-            field += text_[at_];
-        } else if (at_ + 1 < text_.size() && text_[at_ + 1] == u'"') {
-            field += text_[++at_];
-        } else {
-            ++at_;
-            return field;
-        }
+    for (;;) {
+        const qsizetype begin = at_ + 1;
+        at_ = text_.indexOf(u'"', begin);
+        if (at_ < 0) refuse(u"uvozovky nejsou ukončeny."_s);
+        field += QStringView(text_).sliced(begin, at_ - begin);
+        if (++at_ == text_.size() || text_[at_] != u'"') break;
+        field += u'"';
     }
-    line_ = firstLine;
-    refuse(u"uvozovky nejsou ukončeny."_s);
+    line_ += field.count(u'\n');
+    return field;
 }
 
 QString CsvReader::field() {

@@ -33,7 +33,7 @@ class CsvReader final {
     QString quotedField();
     [[noreturn]] void refuse(const QString& what) const;
 
-    QString text_;
+    const QString text_;
     QChar separator_;
     QList<bool> quoted_;
     qsizetype at_ = 0;

@@ -141,6 +141,8 @@ CsvText CsvText::read(const QString& path) {
             result.text.first(nul).count(u'\n') + 1,
             u"je tu nulový znak, soubor tedy není text v některém z kódování UTF-8, UTF-16 a Windows-1250."_s);
     }
+    // Lines of old Macintosh programs.
+    if (!result.text.contains(u'\n')) result.text.replace(u'\r', u'\n');
     result.separator = separatorOf(result.text);
     return result;
 }

@@ -9,7 +9,8 @@ struct CsvText {
     QString encoding;  // named for the user: "UTF-8", "UTF-16" or "Windows-1250"
     QChar separator;   // comma, semicolon or tab, whichever the first line has most of
 
-    /// Reads a file in UTF-8, with or without a byte order mark, in UTF-16 with one or in Windows-1250.
+    /// Lines that end by CR alone get LF instead. Reads a file in UTF-8, with or without a byte order mark,
+    /// in UTF-16 with one or in Windows-1250.
     /// @throws RuntimeError when it cannot be read and, with the line in its description, for a mixture of
     ///         encodings, for bytes that its encoding does not have and for NUL.
     static CsvText read(const QString& path);

@@ -16,14 +16,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 sqlite::Database open(const QString& path) {
-    try {
-        sqlite::Database database(path, sqlite::Database::Mode::readWrite);
-        password::checkHeader(database, databasePassword());
-        database.syncEveryCommit();
-        return database;
-    } catch (const RuntimeError& failure) {
-        throw RuntimeError(failure.number(), u"%1 (%2)"_s.arg(failure.description(), path));
-    }
+    sqlite::Database database = dataFiles::checked(path, sqlite::Database::Mode::readWrite);
+    database.syncEveryCommit();
+    return database;
 }
 
 }  // namespace
@@ -34,6 +29,16 @@ QString dataFiles::cataloguePath(const QString& folder) {
 
 QString dataFiles::picturesPath(const QString& folder) {
     return QDir(folder).filePath(u"pictures.ddb"_s);
+}
+
+sqlite::Database dataFiles::checked(const QString& path, sqlite::Database::Mode mode) {
+    try {
+        sqlite::Database database(path, mode);
+        password::checkHeader(database, databasePassword());
+        return database;
+    } catch (const RuntimeError& failure) {
+        throw RuntimeError(failure.number(), u"%1 (%2)"_s.arg(failure.description(), path));
+    }
 }
 
 QString dataFiles::ownFolder() {

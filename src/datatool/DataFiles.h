@@ -15,7 +15,11 @@ inline constexpr qint32 highestKey = 2000000000;
 QString cataloguePath(const QString& folder);
 QString picturesPath(const QString& folder);
 
-/// Opens the catalogue in `folder`.
+/// Opens one of the program's own files and checks its header.
+/// @throws RuntimeError, with the path, when it is missing, damaged or not one of them.
+sqlite::Database checked(const QString& path, sqlite::Database::Mode mode);
+
+/// Opens the catalogue in `folder`, so that a commit that has returned survives a power cut.
 /// @throws RuntimeError when it is missing, damaged or not one of the program's own files.
 sqlite::Database openCatalogue(const QString& folder);
 

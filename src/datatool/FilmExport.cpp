@@ -114,7 +114,7 @@ class Writer final {
 
 filmExport::Report filmExport::write(const QString& folder, const QString& csv, const Progress& progress) {
     const sqlite::Database database = dataFiles::openCatalogue(folder);
-    outputFile::refuseExisting(csv);
+    outputFile::refuseExistingOrHomeless(csv);
     return Writer(database, nullptr).write(csv, progress);
 }
 
@@ -122,11 +122,17 @@ filmExport::Report filmExport::writeWithPictures(const QString& folder, const QS
                                                  const Progress& progress) {
     const sqlite::Database database = dataFiles::openCatalogue(folder);
     const QString path = QDir::cleanPath(QFileInfo(target).absoluteFilePath());
-    outputFile::refuseExisting(path);
+    outputFile::refuseExistingOrHomeless(path);
     QTemporaryDir made(path + u".XXXXXX"_s);
     if (!made.isValid()) outputFile::fail(u"Složku nelze vytvořit"_s, path);
-    PictureFiles pictures(folder, made.path());
-    Report report = Writer(database, &pictures).write(made.filePath(u"films.csv"_s), progress);
+    Report report;
+    try {
+        PictureFiles pictures(folder, made.path());
+        report = Writer(database, &pictures).write(made.filePath(u"films.csv"_s), progress);
+    } catch (const RuntimeError& failure) {
+        // The folder that the user knows.
+        throw RuntimeError(failure.number(), QString(failure.description()).replace(made.path(), path));
+    }
     if (!QDir().rename(made.path(), path)) outputFile::fail(u"Složku nelze vytvořit"_s, path);
     made.setAutoRemove(false);
     files::syncFolder(QFileInfo(path).path());

@@ -13,6 +13,7 @@
 #include "datatool/Interruption.h"
 #include "datatool/KnownFilms.h"
 #include "datatool/TablePictures.h"
+#include "datatool/TrialCatalogue.h"
 #include "datatool/outputFile.h"
 #include "platform/files.h"
 #include "platform/text.h"
@@ -46,28 +47,45 @@ class BadLines final {
 /// Loads the films of a table one by one.
 class TableLoad final {
  public:
-    /// @param pictures null when the table names none.
+    /// @param pictures null when the table names none. @param lines of the table.
     TableLoad(const sqlite::Database& database, const TableLayout& layout, TablePictures* pictures,
-              const filmLoader::Options& options, LoadReport& report)
+              const filmLoader::Options& options, LoadReport& report, qsizetype lines)
         : database_(database),
           layout_(layout),
           pictures_(pictures),
           options_(options),
           report_(report),
-          known_(database),
+          known_(database, lines),
           genres_(database),
-          writer_(database, layout) {}
+          writer_(database, layout),
+          key_(layout.column(u"DVDID")),
+          number_(layout.column(u"KatCisl")),
+          title_(layout.column(u"CZJm")),
+          year_(layout.column(u"Rok")),
+          genre_(layout.column(u"Zanr")),
+          coverKey_(layout.column(u"Obal_ID")),
+          previewKey_(layout.column(u"Nahled_ID")) {}
 
     void add(const TableRecord& record) {
-        if (!known_.isEmpty() && isKnown(record) && options_.skipKnown) {
+        const qint64 line = record.reader.line();
+        KnownFilms::Film film(writer_.text(title_, record), writer_.text(year_, record),
+                              writer_.text(number_, record), writer_.key(record));
+        if (isKnown(film, line) && options_.skipKnown) {
             ++report_.skipped;
             return;
         }
-        const qint64 film = writer_.write(record);
-        genres_.use(writer_.text(u"Zanr", record));
-        storePicture(film, record, layout_.cover, Group::cover, "UPDATE tDVD SET Obal_ID=? WHERE DVDID=?");
-        storePicture(film, record, layout_.preview, Group::preview,
-                     "UPDATE tDVD SET Nahled_ID=? WHERE DVDID=?");
+        if (const auto other = known_.lineOf(film.key)) {
+            const QString where = *other == 0 ? u"v katalogu už je"_s : u"už je na řádku %1"_s.arg(*other);
+            throw BadLine(line, u"film s DVDID %1 %2. Vynechá ho volba --skip-known."_s.arg(
+                                    QString::number(film.key), where));
+        }
+        const qint64 key = writer_.write(record);
+        if (key_.field >= 0) film.key = key;
+        if (record.isBlank(number_)) film.setNumber(QString::number(key));
+        known_.add(film, line);
+        genres_.use(writer_.text(genre_, record));
+        setPicture(key, record, layout_.cover, Group::cover, coverKey_);
+        setPicture(key, record, layout_.preview, Group::preview, previewKey_);
     }
 
     /// Call after the last film.
@@ -75,24 +93,35 @@ class TableLoad final {
         report_.departments = writer_.madeDepartments();
         report_.genres = genres_.missing();
         if (options_.addGenres) genres_.addMissing();
-        if (pictures_ != nullptr) report_.pictures = pictures_->stored();
+        if (pictures_ == nullptr) return;
+        report_.pictures = pictures_->stored();
+        report_.unlinked = pictures_->dropped();
     }
 
  private:
-    bool isKnown(const TableRecord& record) {
-        const QString title = writer_.text(u"CZJm", record);
-        const QString year = writer_.text(u"Rok", record);
-        const auto reason = known_.find(title, year, writer_.text(u"KatCisl", record));
-        if (!reason) return false;
-        report_.known += u"řádek %1, %2 (%3): %4"_s.arg(record.reader.line()).arg(title, year, *reason);
+    bool isKnown(const KnownFilms::Film& film, qint64 line) {
+        const auto match = known_.find(film);
+        if (!match) return false;
+        const QString year = film.year.isEmpty() ? QString() : u" (%1)"_s.arg(film.year);
+        const QString told =
+            u"řádek %1, %2%3: %4"_s.arg(QString::number(line), film.title, year, match->reason);
+        if (match->line == 0) {
+            report_.known += told;
+        } else {
+            report_.repeated += told + u" jako na řádku %1"_s.arg(match->line);
+        }
         return true;
     }
 
-    void storePicture(qint64 film, const TableRecord& record, int field, Group group, const char* setKey) {
-        if (record.isBlank(field, true) || record.isNull(field)) return;
+    /// @param file the field that names the picture's file. @param column the one with its key.
+    void setPicture(qint64 film, const TableRecord& record, int file, Group group, const FilmColumn& column) {
+        if (file < 0 && !record.isBlank(column) && record.fields[column.field] != u"0"_s)
+            pictures_->dropForeignKey(film, group);
+        if (record.isBlank(file, true) || record.isNull(file)) return;
         const qint64 key =
-            pictures_->store(film, csvField::textOf(record.fields[field]), group, record.reader.line());
-        const sqlite::Statement update(database_, setKey);
+            pictures_->store(film, csvField::textOf(record.fields[file]), group, record.reader.line());
+        const sqlite::Statement update(database_,
+                                       "UPDATE tDVD SET " + column.name.toUtf8() + "=? WHERE DVDID=?");
         update.bind(1, key);
         update.bind(2, film);
         update.step();
@@ -106,6 +135,13 @@ class TableLoad final {
     KnownFilms known_;
     Genres genres_;
     FilmWriter writer_;
+    const FilmColumn& key_;
+    const FilmColumn& number_;
+    const FilmColumn& title_;
+    const FilmColumn& year_;
+    const FilmColumn& genre_;
+    const FilmColumn& coverKey_;
+    const FilmColumn& previewKey_;
 };
 
 qint64 countFilms(const sqlite::Database& database) {
@@ -136,7 +172,11 @@ bool isBlank(const QStringList& fields, const CsvReader& reader) {
 
 LoadReport filmLoader::load(const QString& folder, const QString& csv, const Options& options,
                             const Progress& progress) {
-    const sqlite::Database database = dataFiles::openCatalogue(folder);
+    std::optional<TrialCatalogue> trial;
+    if (options.dryRun) trial.emplace(folder);
+    std::optional<sqlite::Database> own;
+    const sqlite::Database& database =
+        trial ? trial->database() : own.emplace(dataFiles::openCatalogue(folder));
     const QString path = QFileInfo(csv).isDir() ? QDir(csv).filePath(u"films.csv"_s) : csv;
     const CsvText file = CsvText::read(path);
     CsvReader reader(file.text, file.separator);
@@ -151,13 +191,13 @@ LoadReport filmLoader::load(const QString& folder, const QString& csv, const Opt
                       options.addGenres};
     const TableLayout layout(database, *header, reader.line(), options.ignoreUnknown);
     report.ignored = layout.unknown;
-    // Spilled pages would be written to the file before it is decided that they stay.
-    if (options.dryRun) database.exec("PRAGMA cache_spill=OFF");
     std::optional<TablePictures> pictures;
     if (layout.hasPictures())
-        pictures.emplace(database, report.folder, QFileInfo(report.csv).path(), options.dryRun);
+        pictures.emplace(database, trial ? trial->pictures() : dataFiles::picturesPath(folder),
+                         QFileInfo(report.csv).path(), options.dryRun);
     sqlite::Transaction transaction(database);
-    TableLoad films(database, layout, pictures ? &*pictures : nullptr, options, report);
+    TableLoad films(database, layout, pictures ? &*pictures : nullptr, options, report,
+                    file.text.count(u'\n'));
     const qint64 before = countFilms(database);
     BadLines bad;
     while (const std::optional<QStringList> fields = reader.next()) {

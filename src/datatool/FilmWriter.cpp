@@ -10,28 +10,36 @@
 using namespace Qt::StringLiterals;
 
 using dataFiles::highestKey;
+using Role = FilmColumn::Role;
 
 namespace {
 
 /// The default for a field that the table leaves out.
-void bindDefault(const sqlite::Statement& insert, int parameter, const QString& column) {
-    if (column == u"DVDID"_s || column == u"Oddel_ID"_s) return insert.bindNull(parameter);
-    if (column == u"DiskPocet"_s) return insert.bind(parameter, qint64{1});
-    if (column == u"Jazyk"_s) return insert.bind(parameter, qint64{2});
-    if (column == u"Obal_ID"_s || column == u"Nahled_ID"_s) return insert.bind(parameter, qint64{0});
-    insert.bind(parameter, QString(u""_s));
+void bindDefault(const sqlite::Statement& insert, int parameter, Role role) {
+    switch (role) {
+        case Role::key:
+        case Role::department:
+            return insert.bindNull(parameter);
+        case Role::discs:
+            return insert.bind(parameter, qint64{1});
+        case Role::language:
+            return insert.bind(parameter, qint64{2});
+        case Role::cover:
+        case Role::preview:
+            return insert.bind(parameter, qint64{0});
+        default:
+            return insert.bindTextInPlace(parameter, {});
+    }
 }
 
 int wholeNumber(const FilmColumn& column, const QString& field, qint64 line) {
     bool isNumber = false;
     int number = text::trim(field).toInt(&isNumber);
-    if (!isNumber && column.name == u"Jazyk"_s) {
-        const auto language = foreignValue::language(field);
-        if (language || !column.isOwn) return language.value_or(2);
-    }
+    // "Jazyk" is what people call the column too.
+    if (!isNumber && column.role == Role::language) return foreignValue::language(field).value_or(2);
     if (!isNumber)
         throw BadLine(line, u"sloupec %1 má být celé číslo a je \"%2\"."_s.arg(column.name, field));
-    if (column.name == u"DVDID"_s && (number < 1 || number > highestKey))
+    if (column.role == Role::key && (number < 1 || number > highestKey))
         throw BadLine(line, u"DVDID má být od 1 do %1 a je %2."_s.arg(highestKey).arg(number));
     return number;
 }
@@ -57,30 +65,37 @@ FilmWriter::FilmWriter(const sqlite::Database& database, const TableLayout& layo
       departments_(database) {}
 
 const FilmColumn& FilmWriter::source(const FilmColumn& column, const TableRecord& record) const {
-    if (column.name != u"CZJm"_s || !record.isBlank(column)) return column;
+    if (column.role != Role::title || !record.isBlank(column)) return column;
     const FilmColumn& original = layout_.column(u"PuvJm");
     return record.isNull(original.field) ? column : original;
 }
 
-QString FilmWriter::text(QStringView column, const TableRecord& record) const {
-    const FilmColumn& from = source(layout_.column(column), record);
+QString FilmWriter::text(const FilmColumn& column, const TableRecord& record) const {
+    const FilmColumn& from = source(column, record);
     if (record.isBlank(from) || record.isNull(from.field)) return {};
     return textOf(from, record.fields[from.field]);
 }
 
+qint64 FilmWriter::key(const TableRecord& record) const {
+    const FilmColumn& column = layout_.column(u"DVDID");
+    if (record.isBlank(column) || record.isNull(column.field)) return 0;
+    return wholeNumber(column, record.fields[column.field], record.reader.line());
+}
+
 void FilmWriter::bind(int parameter, const FilmColumn& column, const TableRecord& record) {
-    if (column.name == u"Oddel_ID"_s) {
+    if (column.role == Role::department) {
         if (const auto department = departmentOf(column, record)) return insert_.bind(parameter, *department);
     }
     const FilmColumn& from = source(column, record);
-    if (record.isBlank(from)) return bindDefault(insert_, parameter, column.name);
+    if (record.isBlank(from)) return bindDefault(insert_, parameter, column.role);
     const QString& field = record.fields[from.field];
     if (csvField::isNull(field)) return insert_.bindNull(parameter);
-    if (!column.isNumber) return insert_.bind(parameter, textOf(from, field));
+    if (!column.isNumber)
+        return insert_.bindTextInPlace(parameter, texts_.emplace_back(textOf(from, field).toUtf8()));
     const qint64 number = wholeNumber(column, field, record.reader.line());
     // The keys of another catalogue's pictures, where the table names their files.
-    const bool isForeign = (column.name == u"Obal_ID"_s && layout_.cover >= 0) ||
-                           (column.name == u"Nahled_ID"_s && layout_.preview >= 0);
+    const bool isForeign = (column.role == Role::cover && layout_.cover >= 0) ||
+                           (column.role == Role::preview && layout_.preview >= 0);
     insert_.bind(parameter, isForeign ? 0 : number);
 }
 
@@ -97,6 +112,8 @@ std::optional<qint64> FilmWriter::departmentOf(const FilmColumn& column, const T
 
 qint64 FilmWriter::write(const TableRecord& record) {
     int parameter = 0;
+    texts_.clear();
+    texts_.reserve(layout_.columns.size());  // what is bound must not move
     for (const FilmColumn& column : layout_.columns)
         bind(++parameter, column, record);
     try {

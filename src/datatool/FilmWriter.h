@@ -14,7 +14,10 @@ class FilmWriter final {
 
     /// What `write` would store in a text column, "" for Null. A title is that of the original if there is no
     /// other.
-    QString text(QStringView column, const TableRecord& record) const;
+    QString text(const FilmColumn& column, const TableRecord& record) const;
+
+    /// The key that the record asks for; 0 for none. @throws BadLine when it cannot be one.
+    qint64 key(const TableRecord& record) const;
 
     /// Names of the departments created.
     const QStringList& madeDepartments() const noexcept { return departments_.made(); }
@@ -29,4 +32,5 @@ class FilmWriter final {
     sqlite::Statement insert_;
     sqlite::Statement number_;
     Departments departments_;
+    std::vector<QByteArray> texts_;  // of the record being written
 };

@@ -146,7 +146,7 @@ class TableImport final {
     void addNotes() {
         if (!unlisted_.isEmpty()) {
             report_.notes +=
-                u"Filmy bez evidenčního čísla jsou převedené, ale hlavní seznam je stejně jako dřív "
+                u"Filmy bez katalogového čísla jsou převedené, ale hlavní seznam je stejně jako dřív "
                 "neukazuje: DVDID %1."_s.arg(unlisted_.join(u", "_s));
         }
         const QStringList leftOut = writer_->leftOut(rows_);

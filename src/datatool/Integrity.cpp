@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "datatool/Interruption.h"
+#include "datatool/PageWatch.h"
 #include "platform/collation.h"
 
 using namespace Qt::StringLiterals;
@@ -12,6 +12,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint64 rowsPerCheck = 10000;
+constexpr qint64 sharesPerIndex = 1000;
 
 struct Index {
     QString name;
@@ -74,11 +75,13 @@ int compare(const Value& left, const Value& right) {
 /// Reads rows of an index's columns, followed by the key.
 class Rows final {
  public:
-    Rows(const sqlite::Database& database, const QByteArray& sql, qsizetype columns)
-        : rows_(database, sql), columns_(static_cast<int>(columns)) {}
+    /// @param step is called from time to time.
+    Rows(const sqlite::Database& database, const QByteArray& sql, qsizetype columns,
+         std::function<void(qint64 rows)> step)
+        : rows_(database, sql), columns_(static_cast<int>(columns)), step_(std::move(step)) {}
 
     bool step() {
-        if (count_ % rowsPerCheck == 0) interruption::check();
+        if (count_ % rowsPerCheck == 0) step_(count_);
         if (!rows_.step()) return false;
         ++count_;
         size_t row = 0;
@@ -109,22 +112,25 @@ class Rows final {
  private:
     sqlite::Statement rows_;
     int columns_;
+    std::function<void(qint64)> step_;
     qint64 count_ = 0;
     size_t sum_ = 0;
     std::vector<Value> former_;
     std::vector<Value> values_;
 };
 
-bool isRight(const sqlite::Database& database, const Index& index) {
+bool isRight(const sqlite::Database& database, const Index& index, const integrity::Step& step) {
+    const qint64 all = 2 * database.number(("SELECT IFNULL(max(rowid), 0) FROM " + index.table).constData());
     const QByteArray columns = index.columns.join(',') + ",rowid";
     const QByteArray select = "SELECT " + columns + " FROM " + index.table;
     Rows indexed(database,
                  select + " INDEXED BY " + quoted(index.name) + index.condition + " ORDER BY " + columns,
-                 index.columns.size());
+                 index.columns.size(), [&](qint64 rows) { step(rows, all); });
     while (indexed.step()) {
         if (!indexed.isInOrder()) return false;
     }
-    Rows stored(database, select + " NOT INDEXED" + index.condition, index.columns.size());
+    Rows stored(database, select + " NOT INDEXED" + index.condition, index.columns.size(),
+                [&](qint64 rows) { step(all / 2 + rows, all); });
     while (stored.step()) {
     }
     return indexed.agrees(stored);
@@ -132,8 +138,11 @@ bool isRight(const sqlite::Database& database, const Index& index) {
 
 }  // namespace
 
-qsizetype integrity::damage(const sqlite::Database& database) {
+qsizetype integrity::damage(const sqlite::Database& database, const Step& step) {
     qsizetype faults = 0;
+    // All pages of the file, and those of the rows once more.
+    const qint64 all = 2 * database.number("PRAGMA page_count");
+    const PageWatch watch(database, [&](qint64 pages) { step(pages, all); });
     try {
         const sqlite::Statement rows(database, "PRAGMA main.quick_check");
         while (rows.step()) {
@@ -143,16 +152,25 @@ qsizetype integrity::damage(const sqlite::Database& database) {
         }
     } catch (const sqlite::Failure& failure) {
         const int code = failure.resultCode() & 0xFF;
+        watch.finish();
         if (code != SQLITE_CORRUPT && code != SQLITE_NOTADB) throw;
         ++faults;
     }
+    watch.finish();
     return faults;
 }
 
-QStringList integrity::wrongIndexes(const sqlite::Database& database) {
+QStringList integrity::wrongIndexes(const sqlite::Database& database, const Step& step) {
     QStringList wrong;
-    for (const Index& index : indexesOf(database)) {
-        if (!isRight(database, index)) wrong += index.name;
+    const std::vector<Index> indexes = indexesOf(database);
+    for (size_t at = 0; at < indexes.size(); ++at) {
+        // Indexes of different tables count alike.
+        const auto stepOfAll = [&](qint64 done, qint64 all) {
+            const qint64 share = all == 0 ? 0 : std::min(done, all) * sharesPerIndex / all;
+            step(static_cast<qint64>(at) * sharesPerIndex + share,
+                 static_cast<qint64>(indexes.size()) * sharesPerIndex);
+        };
+        if (!isRight(database, indexes[at], stepOfAll)) wrong += indexes[at].name;
     }
     return wrong;
 }

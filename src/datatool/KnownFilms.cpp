@@ -8,24 +8,60 @@ QString folded(const QString& text) {
     return text.trimmed().toCaseFolded();
 }
 
-QString titleKey(const QString& title, const QString& year) {
-    return folded(title) + u'\n' + folded(year);
+template <typename Key>
+void note(QHash<Key, qint64>& lines, const Key& key, qint64 line) {
+    if (key == Key()) return;
+    const qsizetype before = lines.size();
+    qint64& place = lines[key];
+    if (lines.size() > before) place = line;
+}
+
+template <typename Key>
+std::optional<qint64> lineIn(const QHash<Key, qint64>& lines, const Key& key) {
+    if (key == Key()) return std::nullopt;
+    const auto found = lines.constFind(key);
+    return found == lines.cend() ? std::nullopt : std::optional(*found);
 }
 
 }  // namespace
 
-KnownFilms::KnownFilms(const sqlite::Database& database) {
-    const sqlite::Statement films(database, "SELECT CZJm, Rok, KatCisl FROM tDVD");
-    while (films.step()) {
-        titles_ += titleKey(films.text(0), films.text(1));
-        numbers_ += folded(films.text(2));
-    }
+KnownFilms::Film::Film(const QString& filmTitle, const QString& filmYear, const QString& filmNumber,
+                       qint64 filmKey)
+    : title(filmTitle), year(filmYear), key(filmKey), foldedTitle(folded(title)) {
+    if (!foldedTitle.isEmpty()) foldedTitle += u'\n' + folded(year);
+    setNumber(filmNumber);
 }
 
-std::optional<QString> KnownFilms::find(const QString& title, const QString& year,
-                                        const QString& number) const {
-    if (!folded(title).isEmpty() && titles_.contains(titleKey(title, year))) return u"stejný název a rok"_s;
-    if (!folded(number).isEmpty() && numbers_.contains(folded(number)))
-        return u"stejné katalogové číslo %1"_s.arg(number);
+void KnownFilms::Film::setNumber(const QString& filmNumber) {
+    number = filmNumber;
+    foldedNumber = folded(number);
+}
+
+KnownFilms::KnownFilms(const sqlite::Database& database, qsizetype more) {
+    const qsizetype all = database.number("SELECT COUNT(*) FROM tDVD") + more;
+    titles_.reserve(all);
+    numbers_.reserve(all);
+    keys_.reserve(all);
+    const sqlite::Statement films(database, "SELECT CZJm, Rok, KatCisl, DVDID FROM tDVD");
+    while (films.step())
+        add({films.text(0), films.text(1), films.text(2), films.number(3)}, 0);
+}
+
+void KnownFilms::add(const Film& film, qint64 line) {
+    note(titles_, film.foldedTitle, line);
+    note(numbers_, film.foldedNumber, line);
+    note(keys_, film.key, line);
+}
+
+std::optional<KnownFilms::Match> KnownFilms::find(const Film& film) const {
+    if (const auto line = lineIn(titles_, film.foldedTitle))
+        return Match{film.year.trimmed().isEmpty() ? u"stejný název"_s : u"stejný název a rok"_s, *line};
+    if (const auto line = lineIn(numbers_, film.foldedNumber))
+        return Match{u"stejné katalogové číslo %1"_s.arg(film.number), *line};
+    if (const auto line = lineOf(film.key)) return Match{u"stejné DVDID %1"_s.arg(film.key), *line};
     return std::nullopt;
+}
+
+std::optional<qint64> KnownFilms::lineOf(qint64 key) const {
+    return lineIn(keys_, key);
 }

@@ -1,22 +1,47 @@
 #pragma once
 
-#include <QSet>
+#include <QHash>
 #include <QString>
 #include <optional>
 
 #include "platform/sqlite.h"
 
-/// The films that a catalogue holds before others are added.
+/// The films that a catalogue holds and those that are added to it from a table, to find those that are there
+/// twice.
 class KnownFilms final {
  public:
-    explicit KnownFilms(const sqlite::Database& database);
+    /// What a film is known by; empty texts and the key 0 are like no other's.
+    struct Film {
+        Film(const QString& title, const QString& year, const QString& number, qint64 key);
+        void setNumber(const QString& number);
 
-    bool isEmpty() const noexcept { return titles_.isEmpty(); }
-    /// By what a film is there already, in Czech: its title and year or its catalogue number, ignoring case;
-    /// nothing if it is not. An empty title or number is like no other.
-    std::optional<QString> find(const QString& title, const QString& year, const QString& number) const;
+        QString title;
+        QString year;
+        QString number;  // in the catalogue
+        qint64 key;
+        // As they are compared.
+        QString foldedTitle;  // with the year
+        QString foldedNumber;
+    };
+
+    /// @param more how many films of the table there may be.
+    KnownFilms(const sqlite::Database& database, qsizetype more);
+
+    /// Takes note of a film of the table.
+    void add(const Film& film, qint64 line);
+
+    /// A film that is like another one.
+    struct Match {
+        QString reason;   // in Czech
+        qint64 line = 0;  // of the other one in the table; 0 when it was in the catalogue before
+    };
+    /// The first film with the same title and year, the same number or the same key, ignoring case.
+    std::optional<Match> find(const Film& film) const;
+    /// The line of the film with a key, 0 as above; nothing if no film has it.
+    std::optional<qint64> lineOf(qint64 key) const;
 
  private:
-    QSet<QString> titles_;
-    QSet<QString> numbers_;
+    QHash<QString, qint64> titles_;
+    QHash<QString, qint64> numbers_;
+    QHash<qint64, qint64> keys_;
 };

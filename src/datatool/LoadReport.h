@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <limits>
 
 /// The outcome of loading a table of films.
 struct LoadReport {
@@ -13,9 +14,11 @@ struct LoadReport {
     bool areGenresAdded = false;
     qint64 read = 0;               // films in the table
     qint64 added = 0;              // increase of the number of films in the catalogue
-    qint64 skipped = 0;            // known films that were to be left out
+    qint64 skipped = 0;            // films known or repeated that were to be left out
     qint64 pictures = 0;           // stored
+    qint64 unlinked = 0;           // keys of pictures that are not in the pair
     QStringList known = {};        // one line for each film that was there already, with the reason
+    QStringList repeated = {};     // the same for each that the table holds on a line before
     QStringList departments = {};  // names of those created
     QStringList genres = {};       // beside the dictionary
     QStringList ignored = {};      // headings
@@ -25,5 +28,6 @@ struct LoadReport {
     /// The outcome in one Czech sentence.
     QString verdict() const;
     /// The whole report in Czech, lines ended by a line feed.
-    QString text() const;
+    /// @param most lines of a listing that are shown; the rest is counted.
+    QString text(qsizetype most = std::numeric_limits<qsizetype>::max()) const;
 };

@@ -36,29 +36,6 @@ void writeText(const QString& made, const QString& path, const QString& text) {
 
 }  // namespace
 
-NewPair::Folder::Folder(const QString& path) {
-    QString missing = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
-    for (; !QFileInfo::exists(missing) && !QFileInfo(missing).isSymLink();
-         missing = QFileInfo(missing).path())
-        made_ += missing;
-    if (QDir().mkpath(path)) return;
-    for (const QString& folder : std::as_const(made_))
-        QDir().rmdir(folder);
-    outputFile::fail(u"Složku nelze vytvořit"_s, path);
-}
-
-NewPair::Folder::~Folder() {
-    // A folder that meanwhile contains something else is kept.
-    for (const QString& folder : std::as_const(made_))
-        QDir().rmdir(folder);
-}
-
-void NewPair::Folder::keep() {
-    for (const QString& folder : std::as_const(made_))
-        files::syncFolder(QFileInfo(folder).path());
-    made_.clear();
-}
-
 NewPair::NewPair(const QString& folder, const QString& report) : folder_(folder) {
     QStringList paths{dataFiles::cataloguePath(folder), dataFiles::picturesPath(folder)};
     if (!report.isEmpty()) paths += QDir(folder).filePath(report);

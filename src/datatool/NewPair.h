@@ -1,10 +1,10 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
 #include <memory>
 #include <vector>
 
+#include "datatool/NewFolder.h"
 #include "platform/sqlite.h"
 
 /// A pair of data files being created, under temporary names until they are complete. Unless `keep` succeeds,
@@ -33,21 +33,8 @@ class NewPair final {
         QString made;  // temporary path
         std::unique_ptr<sqlite::Database> database;
     };
-    class Folder {
-     public:
-        explicit Folder(const QString& path);
-        ~Folder();
-        Folder(const Folder&) = delete;
-        Folder& operator=(const Folder&) = delete;
-        /// Lets the folders stay and syncs their names.
-        void keep();
-
-     private:
-        QStringList made_;  // innermost first
-    };
-
     void discard();
 
-    Folder folder_;
+    NewFolder folder_;
     std::vector<File> files_;
 };

@@ -1,6 +1,7 @@
 #include "datatool/PairView.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include "core/mDatabase.h"
@@ -14,6 +15,12 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+class Missing final : public RuntimeError {
+ public:
+    explicit Missing(const QString& path)
+        : RuntimeError(errors::pathAccess, u"Soubor neexistuje: %1"_s.arg(QDir::toNativeSeparators(path))) {}
+};
 
 template <typename Work>
 void namingFile(const QString& path, Work&& work) {
@@ -38,6 +45,12 @@ bool isReadable(const sqlite::Database& database) {
     return true;
 }
 
+/// A file of the old program is none that could be damaged.
+bool isOld(const QString& path) {
+    QFile file(path);
+    return file.open(QFile::ReadOnly) && file.read(19).endsWith("Standard Jet DB");
+}
+
 QString journalOf(const QString& path) {
     return path + u"-journal"_s;
 }
@@ -50,36 +63,67 @@ void copyWithJournal(const QString& path, const QString& copy) {
 
 }  // namespace
 
-PairView::PairView(const QString& folder) {
-    if (pairReplacement::isHalf(folder))
-        notes_ += u"Výměna souborů, kterou něco přerušilo, ještě není dokončená."_s;
-    open(dataFiles::cataloguePath(folder));
-    open(pairReplacement::currentPictures(folder));
+QString PairView::File::name() const {
+    return QFileInfo(path).fileName();
 }
 
-void PairView::open(const QString& path) {
-    if (!QFileInfo(path).isFile()) outputFile::fail(u"Soubor neexistuje"_s, path);
+void PairView::File::use(const std::function<void(const sqlite::Database&)>& work) const {
+    namingFile(path, [&] { work(*database); });
+}
+
+PairView::PairView(const QString& folder, Unreadable unreadable) {
+    if (pairReplacement::isHalf(folder))
+        notes_ += u"Výměna souborů, kterou něco přerušilo, ještě není dokončená."_s;
+    add(dataFiles::cataloguePath(folder), unreadable);
+    add(pairReplacement::currentPictures(folder), unreadable);
+    if (files_[0].database == nullptr && files_[1].database == nullptr) {
+        throw RuntimeError(errors::database,
+                           u"%1 %2 Katalog vrátí ze zálohy příkaz kalvera-data restore. Složka: %3"_s.arg(
+                               files_[0].fault, files_[1].fault, QDir::toNativeSeparators(folder)));
+    }
+}
+
+void PairView::add(const QString& path, Unreadable unreadable) {
+    File file{path, path, {}};
     namingFile(path, [&] {
-        using Mode = sqlite::Database::Mode;
-        File file{path, path, nullptr, std::make_unique<sqlite::Database>(path, Mode::readOnly)};
-        password::checkHeader(*file.database, databasePassword());
-        if (!isReadable(*file.database)) {
-            file.copy = std::make_unique<QTemporaryDir>();
-            if (!file.copy->isValid()) outputFile::failWriting(file.copy->path());
-            file.read = file.copy->filePath(QFileInfo(path).fileName());
-            copyWithJournal(path, file.read);
-            file.database = std::make_unique<sqlite::Database>(file.read, Mode::readWrite);
-            file.database->number("SELECT COUNT(*) FROM sqlite_schema");
-            notes_ += u"Soubor %1 zůstal po přerušeném zápisu rozepsaný, čte se jeho kopie."_s.arg(
-                QFileInfo(path).fileName());
+        try {
+            open(file);
+        } catch (const sqlite::Failure& failure) {
+            const int code = failure.resultCode() & 0xFF;
+            if (unreadable == Unreadable::refused || (code != SQLITE_NOTADB && code != SQLITE_CORRUPT)) throw;
+            file.fault = u"Soubor %1 nelze otevřít: %2"_s.arg(file.name(), failure.description());
+        } catch (const Missing& failure) {
+            if (unreadable == Unreadable::refused) throw;
+            file.fault = u"Soubor %1 chybí."_s.arg(file.name());
         }
-        files_.push_back(std::move(file));
     });
+    if (!file.fault.isEmpty()) file.database.reset();
+    files_.push_back(std::move(file));
+}
+
+void PairView::open(File& file) {
+    using Mode = sqlite::Database::Mode;
+    if (!QFileInfo::exists(file.path)) throw Missing(file.path);
+    if (!QFileInfo(file.path).isFile()) outputFile::fail(u"Není to soubor"_s, file.path);
+    if (isOld(file.path))
+        outputFile::fail(u"Je to starý soubor, převede ho příkaz kalvera-data import"_s, file.path);
+    file.database = std::make_unique<sqlite::Database>(file.path, Mode::readOnly);
+    password::checkHeader(*file.database, databasePassword());
+    if (isReadable(*file.database)) return;
+    file.copy = std::make_unique<QTemporaryDir>();
+    if (!file.copy->isValid()) outputFile::failWriting(file.copy->path());
+    file.read = file.copy->filePath(file.name());
+    copyWithJournal(file.path, file.read);
+    file.database = std::make_unique<sqlite::Database>(file.read, Mode::readWrite);
+    file.database->number("SELECT COUNT(*) FROM sqlite_schema");
+    notes_ += u"Soubor %1 zůstal po přerušeném zápisu rozepsaný, čte se jeho kopie."_s.arg(file.name());
 }
 
 void PairView::forEach(const std::function<void(const sqlite::Database&, const QString& name)>& work) const {
-    for (const File& file : files_)
-        namingFile(file.path, [&] { work(*file.database, QFileInfo(file.path).fileName()); });
+    for (const File& file : files_) {
+        if (file.database != nullptr)
+            file.use([&](const sqlite::Database& database) { work(database, file.name()); });
+    }
 }
 
 void PairView::onBoth(const std::function<void(const sqlite::Database&)>& work) const {

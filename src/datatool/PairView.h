@@ -13,14 +13,35 @@
 /// read as a private copy, in which the transaction is rolled back.
 class PairView final {
  public:
-    /// @throws RuntimeError when a file is missing, cannot be read or is not one of the program's own. Damage
-    ///         behind the header shows later.
-    explicit PairView(const QString& folder);
+    /// One of the two files.
+    struct File {
+        QString path;
+        QString read;   // the file itself or its copy
+        QString fault;  // why it cannot be opened at all, in Czech
+        std::unique_ptr<QTemporaryDir> copy = nullptr;
+        std::unique_ptr<sqlite::Database> database = nullptr;  // null for such a file
+
+        QString name() const;
+        /// Runs `work` on the open file. @throws RuntimeError what `work` throws, with the path.
+        void use(const std::function<void(const sqlite::Database&)>& work) const;
+    };
+    /// What becomes of a file that is missing or that the engine does not take for a database.
+    enum class Unreadable { refused, told };
+
+    /// @throws RuntimeError when a file is missing, cannot be read or is not one of the program's own, unless
+    ///         the other can be opened and `unreadable` says that this is told. Files of a newer format,
+    ///         with another password or without permission to read are always refused. Damage behind the
+    ///         header shows later.
+    explicit PairView(const QString& folder, Unreadable unreadable = Unreadable::refused);
 
     const sqlite::Database& catalogue() const { return *files_[0].database; }
     const sqlite::Database& pictures() const { return *files_[1].database; }
 
-    /// Runs `work` on the catalogue and then on the pictures, with the name of the file in the folder.
+    /// The catalogue and the pictures.
+    const std::vector<File>& files() const noexcept { return files_; }
+
+    /// Runs `work` on the catalogue and then on the pictures as far as they are open, with the name of the
+    /// file in the folder.
     /// @throws RuntimeError what `work` throws, with the path of the file.
     void forEach(const std::function<void(const sqlite::Database&, const QString& name)>& work) const;
 
@@ -31,14 +52,8 @@ class PairView final {
     const QStringList& notes() const noexcept { return notes_; }
 
  private:
-    struct File {
-        QString path;
-        QString read;  // the file itself or its copy
-        std::unique_ptr<QTemporaryDir> copy;
-        std::unique_ptr<sqlite::Database> database;
-    };
-
-    void open(const QString& path);
+    void add(const QString& path, Unreadable unreadable);
+    void open(File& file);
 
     std::vector<File> files_;
     QStringList notes_;

@@ -15,9 +15,9 @@ namespace {
 
 constexpr qint64 firstShow = 1000;  // milliseconds
 constexpr qint64 interval = 100;
-constexpr int titleWidth = 22;
+constexpr int titleWidth = 32;
 constexpr qint64 barWidth = 30;
-constexpr int lineWidth = 70;
+constexpr int lineWidth = 72;
 
 bool isErrorTerminal() {
 #ifdef Q_OS_WIN

@@ -3,6 +3,8 @@
 #include <QDir>
 #include <QSaveFile>
 #include <QScopeGuard>
+#include <QTemporaryDir>
+#include <algorithm>
 
 #include "core/pairReplacement.h"
 #include "datatool/Backup.h"
@@ -22,30 +24,80 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// @return the folder of the damaged pair.
-QString replaceDamaged(const PairView& pair, const QDateTime& now, repair::Report& report) {
+/// Brings what can be read of a file into the new one.
+/// @param damage as check::damageOf tells it.
+/// @return false when that was nothing.
+bool bringOver(const PairView::File& file, const QString& damage, const sqlite::Database& made,
+               const Progress& progress, repair::Report& report) {
+    if (damage.isEmpty()) {
+        file.database->copyInto(made, [&](qint64 done, qint64 all) {
+            interruption::check();
+            progress(u"Kopírování souboru "_s + file.name(), done, all);
+        });
+        return true;
+    }
+    salvage::Result result;
+    if (file.database != nullptr) {
+        result = salvage::copy(*file.database, made, progress);
+    } else {
+        const QTemporaryDir folder;
+        const QString copy = folder.filePath(file.name());
+        if (!folder.isValid()) outputFile::failWriting(folder.path());
+        if (salvage::copyWithHeader(file.path, made, copy))
+            result = salvage::copy({copy, sqlite::Database::Mode::readOnly}, made, progress);
+    }
+    const bool isNothing = file.database == nullptr && result.copied == 0;
+    if (isNothing) {
+        report.steps += u"Ze souboru %1 nebylo co zachránit, místo něj je nový prázdný."_s.arg(file.name());
+    } else {
+        report.steps += result.lines;
+    }
+    report.lostRows = report.lostRows || isNothing || result.lost > 0;
+    return !isNothing;
+}
+
+/// Lets new rows of a lost file have keys that nothing in the other file refers to.
+/// @param highest query for the highest key that does.
+void keepKeys(const sqlite::Database& lost, const QString& table, const sqlite::Database& other,
+              const char* highest) {
+    salvage::keepKeys(lost, table, std::clamp<qint64>(other.number(highest), 0, dataFiles::highestKey));
+}
+
+/// @param damage of each file.
+/// @return the folder of the former pair.
+QString replaceDamaged(const PairView& pair, const QStringList& damage, const QDateTime& now,
+                       const Progress& progress, repair::Report& report) {
     const QString room = pairReplacement::makeRoom(report.folder);
     auto undo = qScopeGuard([&report] { pairReplacement::makeRoom(report.folder); });
     NewPair made(room);
-    for (const auto& [from, to] :
-         {std::pair(&pair.catalogue(), &made.catalogue()), std::pair(&pair.pictures(), &made.pictures())}) {
-        const salvage::Result result = salvage::copy(*from, *to);
-        report.steps += result.lines;
-        report.lostRows = report.lostRows || result.lost > 0;
+    const bool hasFilms = bringOver(pair.files()[0], damage[0], made.catalogue(), progress, report);
+    const bool hasPictures = bringOver(pair.files()[1], damage[1], made.pictures(), progress, report);
+    if (!hasFilms) {
+        made.catalogue().exec(dataFiles::script(u"dictionaries.sql"_s).constData());
+        keepKeys(made.catalogue(), u"tDVD"_s, made.pictures(), "SELECT max(PicDVDID) FROM tPicture");
+    }
+    if (!hasPictures) {
+        keepKeys(made.pictures(), u"tPicture"_s, made.catalogue(),
+                 "SELECT max(IFNULL(max(Obal_ID), 0), IFNULL(max(Nahled_ID), 0)) FROM tDVD");
     }
     made.keep();
     undo.dismiss();
     const auto held = restore::holdPair(report.folder);
     QString aside = restore::asideFolder(report.folder, now);
     pairReplacement::replace(report.folder, aside);
-    report.steps += u"Poškozené soubory jsou odložené ve složce %1"_s.arg(QDir::toNativeSeparators(aside));
+    report.steps += u"Původní soubory jsou odložené ve složce %1"_s.arg(QDir::toNativeSeparators(aside));
     return aside;
 }
 
-void renewIndexes(const sqlite::Database& database, repair::Report& report) {
-    for (const QString& index : integrity::wrongIndexes(database)) {
+void renewIndexes(const sqlite::Database& database, const QString& file, const Progress& progress,
+                  repair::Report& report) {
+    const auto step = [&](qint64 done, qint64 all) {
+        interruption::check();
+        progress(u"Rejstříky souboru "_s + file, done, all);
+    };
+    for (const QString& index : integrity::wrongIndexes(database, step)) {
         database.exec(("REINDEX \"" + index.toUtf8().replace('"', "\"\"") + '"').constData());
-        report.steps += u"Rejstřík %1 je vytvořený znovu."_s.arg(index);
+        report.steps += u"Rejstřík %1 souboru %2 je vytvořen znovu."_s.arg(index, file);
     }
 }
 
@@ -70,15 +122,15 @@ void mendRows(const sqlite::Database& catalogue, repair::Report& report) {
         const QByteArray own = " FROM pictures.tPicture WHERE PicDVDID=DVDID AND PicSkup=" + link.group + ")";
         mendFilms(catalogue, "UPDATE tDVD SET " + link.column + "=(SELECT PicID" + own,
                   findings::wrongLink(link) + " AND (SELECT COUNT(*)" + own + "=1",
-                  u"%1 vede na vlastní obrázek filmu"_s.arg(QString::fromLatin1(link.column)), report);
+                  u"%1 vede opět na obrázek tohoto filmu"_s.arg(QString::fromUtf8(link.name)), report);
     }
     // An empty row that is still referred to stays out of the list.
     const QByteArray filled = " AND NOT " + findings::emptyFilm();
     mendFilms(catalogue, "UPDATE tDVD SET KatCisl=DVDID", "KatCisl IS NULL" + filled,
-              u"dostal evidenční číslo podle svého klíče"_s, report);
+              u"chybějící katalogové číslo nahradilo vlastní číslo filmu"_s, report);
     // A film that is listed and has none would end the list.
-    mendFilms(catalogue, "UPDATE tDVD SET Jazyk=2", "Jazyk IS NULL" + filled, u"jazyk je neuvedený"_s,
-              report);
+    mendFilms(catalogue, "UPDATE tDVD SET Jazyk=2", "Jazyk IS NULL" + filled,
+              u"chybějící jazyk je nastaven na „neuvedeno“"_s, report);
 }
 
 void write(const repair::Report& report, const std::function<void()>& commit) {
@@ -92,21 +144,20 @@ void write(const repair::Report& report, const std::function<void()>& commit) {
         throw RuntimeError(errors::pathAccess, u"Katalog je opravený, ale zprávu repair.txt nelze zapsat."_s);
 }
 
-void mend(repair::Report& report, const std::function<void(const QString&)>& tell) {
-    tell(u"Opravují se obrázky"_s);
+void mend(repair::Report& report, const Progress& progress) {
     {
         const sqlite::Database pictures = dataFiles::openPictures(report.folder);
         sqlite::Transaction transaction(pictures);
-        renewIndexes(pictures, report);
+        renewIndexes(pictures, u"pictures.ddb"_s, progress, report);
         transaction.commit();
     }
-    tell(u"Opravuje se katalog"_s);
     const sqlite::Database catalogue = dataFiles::openCatalogue(report.folder);
     catalogue.attach(dataFiles::picturesPath(report.folder), u"pictures"_s);
     sqlite::Transaction transaction(catalogue);
-    renewIndexes(catalogue, report);
+    renewIndexes(catalogue, u"data.ddb"_s, progress, report);
     mendRows(catalogue, report);
-    report.left = check::linesOf(findings::of(catalogue));
+    report.left = check::linesOf(
+        findings::of(catalogue, [&](qint64 done, qint64 all) { progress(u"Kontrola obsahu"_s, done, all); }));
     write(report, [&transaction] { transaction.commit(); });
 }
 
@@ -116,7 +167,9 @@ QString repair::Report::text() const {
     QStringList lines{u"Oprava složky %1"_s.arg(QDir::toNativeSeparators(folder))};
     lines += steps;
     lines += QString();
-    if (lostRows) lines += u"Některé řádky poškozených souborů nešlo přečíst."_s;
+    if (lostRows)
+        lines +=
+            u"Některé řádky poškozených souborů nešlo přečíst. Máte-li zálohu, vrátí ji příkaz kalvera-data restore."_s;
     if (left.isEmpty()) {
         lines += u"Nic dalšího k opravě nezbývá."_s;
     } else {
@@ -126,27 +179,29 @@ QString repair::Report::text() const {
     return lines.join(u'\n') + u'\n';
 }
 
-repair::Report repair::run(const QString& folder, const QDateTime& now,
-                           const std::function<void(const QString&)>& tell) {
+repair::Report repair::run(const QString& folder, const QDateTime& now, const Progress& progress) {
     Report report{QDir(folder).absolutePath(), {}, {}, false};
     const FolderLock lock(report.folder);
     restore::refuseTaken(lock, report.folder);
-    pairReplacement::finish(report.folder);
+    pairReplacement::makeRoom(report.folder);  // finishes what was killed
     QString aside;
     {
-        const PairView pair(report.folder);
+        const PairView pair(report.folder, PairView::Unreadable::told);
         report.steps += pair.notes();
-        const QStringList damaged = check::damaged(pair, tell);
-        report.steps += damaged;
-        if (!damaged.isEmpty()) aside = replaceDamaged(pair, now, report);
+        QStringList damage;
+        for (const PairView::File& file : pair.files())
+            damage += check::damageOf(file, progress);
+        report.steps += damage;
+        report.steps.removeAll(QString());
+        if (!damage.join(QString()).isEmpty()) aside = replaceDamaged(pair, damage, now, progress, report);
     }
     if (aside.isEmpty()) {
         const QString target = QDir::cleanPath(QDir(report.folder).filePath(u"../Zálohy"_s));
-        const backup::Report saved = backup::run(report.folder, target, 0, now, tell);
+        const backup::Report saved = backup::run(report.folder, target, 0, now, progress);
         report.steps += u"Záloha před opravou: %1"_s.arg(QDir::toNativeSeparators(saved.folder));
     }
     try {
-        mend(report, tell);
+        mend(report, progress);
     } catch (const interruption::Interrupted&) {
         if (aside.isEmpty()) throw;
         throw RuntimeError(

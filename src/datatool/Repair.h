@@ -3,7 +3,8 @@
 #include <QDateTime>
 #include <QString>
 #include <QStringList>
-#include <functional>
+
+#include "datatool/Progress.h"
 
 /// Mends of a pair what can be mended without guessing.
 namespace repair {
@@ -21,10 +22,11 @@ struct Report {
 
 /// Makes a backup beside `folder`, then mends indexes, picture keys, missing numbers and languages, and
 /// deletes rows that hold nothing, in one transaction for each file. Of a damaged pair all that can be read
-/// is first brought into a new one; the damaged pair is put aside within `folder`. What was done stands in
-/// `repair.txt` there too.
-/// @param tell is told what is being done, in Czech.
-/// @throws RuntimeError when the program holds `folder` or the files cannot be read or written.
-Report run(const QString& folder, const QDateTime& now, const std::function<void(const QString&)>& tell);
+/// is first brought into a new one: page by page from a sound file, row by row from a damaged one; a file
+/// that is missing or in which no row can be read becomes an empty one. The former pair is put aside within
+/// `folder`. What was done stands in `repair.txt` there too.
+/// @throws RuntimeError when the program holds `folder`, when neither file can be opened and when they cannot
+///         be read or written.
+Report run(const QString& folder, const QDateTime& now, const Progress& progress);
 
 }  // namespace repair

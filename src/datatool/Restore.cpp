@@ -1,12 +1,14 @@
 #include "datatool/Restore.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QScopeGuard>
 
 #include "core/pairReplacement.h"
 #include "datatool/Backup.h"
 #include "datatool/DataFiles.h"
 #include "datatool/Interruption.h"
+#include "datatool/NewFolder.h"
 #include "datatool/outputFile.h"
 
 using namespace Qt::StringLiterals;
@@ -44,19 +46,23 @@ QString restore::asideFolder(const QString& folder, const QDateTime& now) {
 }
 
 restore::Report restore::run(const QString& backup, const QString& folder, const QDateTime& now,
-                             const std::function<void(const QString&)>& tell) {
-    if (!QDir().mkpath(folder)) outputFile::fail(u"Složku nelze vytvořit"_s, folder);
+                             const Progress& progress) {
+    const QString same = QFileInfo(folder).canonicalFilePath();
+    if (!same.isEmpty() && same == QFileInfo(backup).canonicalFilePath())
+        outputFile::fail(u"Záloha a cíl jsou tatáž složka"_s, backup);
+    NewFolder made(folder);
     const FolderLock lock(folder);
     refuseTaken(lock, folder);
     Report report{QDir(folder).absolutePath(), {}, {}};
     {
         auto undo = qScopeGuard([&folder] { pairReplacement::makeRoom(folder); });
-        report.notes = backup::copyPair(backup, pairReplacement::makeRoom(folder), tell);
+        report.notes = backup::copyPair(backup, pairReplacement::makeRoom(folder), progress);
         interruption::check();
         undo.dismiss();
     }
     const auto held = holdPair(report.folder);
     const QString aside = asideFolder(report.folder, now);
     if (pairReplacement::replace(report.folder, aside)) report.aside = aside;
+    made.keep();
     return report;
 }

@@ -3,9 +3,9 @@
 #include <QDateTime>
 #include <QString>
 #include <QStringList>
-#include <functional>
 #include <vector>
 
+#include "datatool/Progress.h"
 #include "platform/FolderLock.h"
 #include "platform/sqlite.h"
 
@@ -23,11 +23,9 @@ struct Report {
 
 /// Checks the backup and puts a copy of it in place. The former pair goes into a folder named by date and
 /// time within `folder`. A kill at any moment leaves a whole pair: see core/pairReplacement.
-/// @param tell is told what is being done, in Czech.
-/// @throws RuntimeError when the program holds `folder`, another one writes to it, the backup is damaged, or
-///         files cannot be written; the former pair then stays.
-Report run(const QString& backup, const QString& folder, const QDateTime& now,
-           const std::function<void(const QString&)>& tell);
+/// @throws RuntimeError when both are the same folder, the program holds `folder`, another one writes to it,
+///         the backup is damaged, or files cannot be written; the former pair then stays.
+Report run(const QString& backup, const QString& folder, const QDateTime& now, const Progress& progress);
 
 /// Refuses a folder that is in use.
 /// @throws RuntimeError when another program holds the lock.

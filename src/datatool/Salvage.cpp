@@ -1,13 +1,19 @@
 #include "datatool/Salvage.h"
 
+#include <QFile>
+#include <QFileInfo>
+#include <QtEndian>
 #include <algorithm>
+#include <functional>
 #include <utility>
 #include <vector>
 
 #include "datatool/DataFiles.h"
 #include "datatool/Interruption.h"
 #include "datatool/TableColumns.h"
+#include "datatool/outputFile.h"
 #include "platform/ado.h"
+#include "platform/files.h"
 
 using namespace Qt::StringLiterals;
 
@@ -48,13 +54,14 @@ class TableCopy final {
                              " NOT INDEXED WHERE rowid>? AND rowid<=? ORDER BY rowid"),
           insert_(made, ado::insertSql(table.toUtf8(), columns_)) {}
 
-    void run(qint64 highest) {
+    /// @param step is told from time to time up to which key all is done.
+    void run(qint64 highest, const std::function<void(qint64 key)>& step) {
         std::vector<std::pair<qint64, qint64>> ranges{{-1, highest}};
         while (!ranges.empty()) {
             const auto [above, upTo] = ranges.back();
             ranges.pop_back();
-            interruption::check();
-            const qint64 read = copyRange(above, upTo);
+            step(above);
+            const qint64 read = copyRange(above, upTo, step);
             if (read == upTo) continue;
             if (upTo - read == 1) {
                 ++lost_;
@@ -78,7 +85,7 @@ class TableCopy final {
     }
 
     /// @return the key up to which all is read.
-    qint64 copyRange(qint64 above, qint64 upTo) {
+    qint64 copyRange(qint64 above, qint64 upTo, const std::function<void(qint64 key)>& step) {
         qint64 read = above;
         rows_.reset();
         rows_.bind(1, above);
@@ -95,7 +102,7 @@ class TableCopy final {
             if (key <= read || key > upTo) return read;
             insert();
             read = key;
-            if (++copied_ % rowsPerCheck == 0) interruption::check();
+            if (++copied_ % rowsPerCheck == 0) step(key);
         }
     }
 
@@ -113,7 +120,27 @@ class TableCopy final {
     qint64 lost_ = 0;
 };
 
-void keepKeys(const sqlite::Database& made, const QString& table, qint64 given) {
+}  // namespace
+
+bool salvage::copyWithHeader(const QString& path, const sqlite::Database& made, const QString& copy) {
+    // The file format of SQLite 3, "The Database Header". The size counts because the number of changes that
+    // a new file has stands twice in its header; its list of free pages is empty.
+    constexpr qint64 headerLength = 100;
+    constexpr qint64 pageSize = 4096;  // of files that the program has made
+    constexpr qint64 sizeOffset = 28;
+    if (QFileInfo(path).size() < pageSize) return false;
+    files::copy(path, copy);
+    QFile file(copy);
+    QFile source(QString::fromUtf8(sqlite3_db_filename(made.handle(), "main")));
+    QByteArray header = source.open(QFile::ReadOnly) ? source.read(headerLength) : QByteArray();
+    if (header.size() != headerLength || !file.open(QFile::ReadWrite)) outputFile::failWriting(copy);
+    qToBigEndian(static_cast<quint32>(file.size() / pageSize), header.data() + sizeOffset);
+    if (file.write(header) != headerLength || !file.flush()) outputFile::failWriting(copy);
+    return true;
+}
+
+void salvage::keepKeys(const sqlite::Database& made, const QString& table, qint64 given) {
+    if (given <= 0) return;
     const sqlite::Statement clear(made, "DELETE FROM sqlite_sequence WHERE name=? AND seq<?");
     clear.bind(1, table);
     clear.bind(2, given);
@@ -126,9 +153,8 @@ void keepKeys(const sqlite::Database& made, const QString& table, qint64 given) 
     keep.step();
 }
 
-}  // namespace
-
-salvage::Result salvage::copy(const sqlite::Database& damaged, const sqlite::Database& made) {
+salvage::Result salvage::copy(const sqlite::Database& damaged, const sqlite::Database& made,
+                              const Progress& progress) {
     Result result;
     sqlite::Transaction transaction(made);
     for (const QString& table : tablesOf(made)) {
@@ -138,7 +164,12 @@ salvage::Result salvage::copy(const sqlite::Database& damaged, const sqlite::Dat
                                0, dataFiles::highestKey);
         try {
             TableCopy rows(damaged, made, table);
-            rows.run(std::max(given, readable(damaged, "SELECT max(rowid) FROM " + name)));
+            const qint64 highest = std::max(given, readable(damaged, "SELECT max(rowid) FROM " + name));
+            rows.run(highest, [&](qint64 key) {
+                interruption::check();
+                progress(u"Záchrana tabulky "_s + table, key, highest);
+            });
+            result.copied += rows.copied();
             result.lost += rows.lost();
             result.lines += u"Tabulka %1: zachráněno řádků %2, nepřečteno nejvýš %3."_s.arg(
                 table, QString::number(rows.copied()), QString::number(rows.lost()));
@@ -147,7 +178,7 @@ salvage::Result salvage::copy(const sqlite::Database& damaged, const sqlite::Dat
             ++result.lost;
             result.lines += u"Tabulka %1: nelze ji přečíst, její řádky chybějí."_s.arg(table);
         }
-        if (given > 0) keepKeys(made, table, given);
+        keepKeys(made, table, given);
     }
     transaction.commit();
     return result;

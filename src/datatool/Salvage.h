@@ -2,6 +2,7 @@
 
 #include <QStringList>
 
+#include "datatool/Progress.h"
 #include "platform/sqlite.h"
 
 /// Brings what can still be read of a damaged file into a new one.
@@ -10,12 +11,22 @@ namespace salvage {
 /// What came of all tables of a file.
 struct Result {
     QStringList lines;  // one for each table, in Czech
+    qint64 copied = 0;  // rows
     qint64 lost = 0;    // keys that could not be read, which is at least the number of rows lost
 };
 
 /// Copies table by table. Where a page cannot be read, the range of keys is halved until only the rows of
 /// that page are left out. Keys that the old file has given out are not given again.
 /// @throws RuntimeError when the new file cannot be written.
-Result copy(const sqlite::Database& damaged, const sqlite::Database& made);
+Result copy(const sqlite::Database& damaged, const sqlite::Database& made, const Progress& progress);
+
+/// Writes `copy`, a copy of the file `path` with the header of the new file `made` of the same kind, for a
+/// file whose own header is damaged: the schema and the pages follow it.
+/// @return false when the file has no page to be read.
+/// @throws RuntimeError 75 or 61 when the copy cannot be written.
+bool copyWithHeader(const QString& path, const sqlite::Database& made, const QString& copy);
+
+/// Lets new rows of a table get keys above `given` only.
+void keepKeys(const sqlite::Database& made, const QString& table, qint64 given);
 
 }  // namespace salvage

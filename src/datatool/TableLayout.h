@@ -8,7 +8,11 @@
 
 /// A column of `tDVD`.
 struct FilmColumn {
+    /// What is special about its values.
+    enum class Role { key, title, discs, language, department, cover, preview, other };
+
     QString name;
+    Role role = Role::other;
     bool isNumber = false;
     int field = -1;     // in the table; -1 if missing
     bool isOwn = true;  // headed by its own name, so that its values are taken literally
@@ -32,14 +36,15 @@ struct TableLayout {
     int department = -1;
     int cover = -1;
     int preview = -1;
-    QStringList unknown;  // headings
+    QStringList unknown;  // headings; a column without one by its number from 1
 
     /// Finds the columns by the table's first record.
     /// @throws BadLine when two headings stand for the same column, and for unknown ones.
     TableLayout(const sqlite::Database& database, const QStringList& header, qint64 line, bool ignoreUnknown);
 
     const FilmColumn& column(QStringView name) const;
-    bool hasPictures() const { return cover >= 0 || preview >= 0; }
+    /// Whether the table names pictures, by their files or by their keys.
+    bool hasPictures() const;
 
  private:
     void place(const QStringList& header, int field, qint64 line);

@@ -9,21 +9,21 @@
 /// attached to the catalogue's connection, so that one transaction covers both files.
 class TablePictures final {
  public:
-    /// Opens the picture file of the pair in `folder`.
-    /// @throws RuntimeError when it is missing, damaged or not one of the program's own files.
-    static sqlite::Database open(const QString& folder);
-
-    /// @param folder of the pair. @param base the folder that paths in the table are relative to.
+    /// @param file the picture file. @param base the folder that paths in the table are relative to.
     /// @param isDryRun to check the files only.
-    /// @throws RuntimeError as `open` does.
-    TablePictures(const sqlite::Database& catalogue, const QString& folder, const QString& base,
-                  bool isDryRun);
+    /// @throws RuntimeError when the picture file is missing, damaged or not one of the program's own.
+    TablePictures(const sqlite::Database& catalogue, const QString& file, const QString& base, bool isDryRun);
 
     /// @return the key of the picture; 0 in a dry run.
-    /// @throws BadLine when the file is missing, empty or cannot be read.
+    /// @throws BadLine when the file is missing, empty, a folder or cannot be read.
     qint64 store(qint64 film, const QString& path, blob::Group group, qint64 line);
 
     qint64 stored() const noexcept { return stored_; }
+
+    /// Replaces a key of a film by 0 unless it leads to a picture of this film and group: the table may come
+    /// from another catalogue.
+    void dropForeignKey(qint64 film, blob::Group group);
+    qint64 dropped() const noexcept { return dropped_; }
 
  private:
     const sqlite::Database& attached_;
@@ -32,5 +32,8 @@ class TablePictures final {
     sqlite::Statement find_;
     sqlite::Statement insert_;
     sqlite::Statement update_;
+    sqlite::Statement dropCover_;
+    sqlite::Statement dropPreview_;
     qint64 stored_ = 0;
+    qint64 dropped_ = 0;
 };

@@ -15,11 +15,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Runs `work` with a bar that shows what is being done.
+/// Runs `work` with a bar that shows its progress.
 template <typename Work>
 auto withBar(const CommandCall& call, Work&& work) {
     ProgressBar bar(call.errors);
-    return work([show = bar.function()](const QString& what) { show(what, 0, 0); });
+    return work(bar.function());
 }
 
 QString folderOf(const CommandCall& call, qsizetype operand) {
@@ -48,26 +48,26 @@ int backUp(const CommandCall& call) {
         }
     }
     const QString target = call.operands.size() > 1 ? call.operands[1] : backup::defaultTarget();
-    const backup::Report report = withBar(call, [&](const auto& show) {
-        return backup::run(folderOf(call, 0), target, keep, QDateTime::currentDateTime(), show);
+    const backup::Report report = withBar(call, [&](const Progress& progress) {
+        return backup::run(folderOf(call, 0), target, keep, QDateTime::currentDateTime(), progress);
     });
     call.output << report.text();
     if (call.has(u"--desktop"_s)) notify(u"Zálohování katalogu"_s, report.text());
-    return 0;
+    return report.stayed.isEmpty() ? 0 : exitDifference;
 }
 
 }  // namespace
 
 int checkPair(const CommandCall& call) {
     const check::Report report =
-        withBar(call, [&](const auto& show) { return check::run(folderOf(call, 0), show); });
+        withBar(call, [&](const Progress& progress) { return check::run(folderOf(call, 0), progress); });
     call.output << report.text();
     return report.isClean() ? 0 : exitDifference;
 }
 
 int repairPair(const CommandCall& call) {
-    const repair::Report report = withBar(call, [&](const auto& show) {
-        return repair::run(folderOf(call, 0), QDateTime::currentDateTime(), show);
+    const repair::Report report = withBar(call, [&](const Progress& progress) {
+        return repair::run(folderOf(call, 0), QDateTime::currentDateTime(), progress);
     });
     call.output << report.text();
     return report.isWhole() ? 0 : exitDifference;
@@ -84,8 +84,8 @@ int backUpPair(const CommandCall& call) {
 }
 
 int restorePair(const CommandCall& call) {
-    const restore::Report report = withBar(call, [&](const auto& show) {
-        return restore::run(call.operands[0], folderOf(call, 1), QDateTime::currentDateTime(), show);
+    const restore::Report report = withBar(call, [&](const Progress& progress) {
+        return restore::run(call.operands[0], folderOf(call, 1), QDateTime::currentDateTime(), progress);
     });
     call.output << report.text();
     return 0;

@@ -17,7 +17,9 @@ struct Kind {
 
 /// All kinds, also those without a finding.
 /// @param catalogue connection that reads the pictures as schema `pictures`.
-std::vector<Kind> of(const sqlite::Database& catalogue);
+/// @param step is told before each kind how many are done, and of how many.
+std::vector<Kind> of(const sqlite::Database& catalogue,
+                     const std::function<void(qint64 done, qint64 all)>& step);
 
 /// A film in a line of text, such as "Film 12 „Kolja“"; long titles are cut.
 QString filmName(const QString& key, const QString& title);
@@ -29,6 +31,7 @@ QByteArray emptyFilm();
 struct PictureLink {
     QByteArray column;
     QByteArray group;  // SQL literal
+    QByteArray name;   // for the user
 };
 const std::vector<PictureLink>& pictureLinks();
 /// SQL condition for a row of tDVD whose key leads to no picture, to another film's or to one of the other

@@ -15,6 +15,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// Films that a report names on the screen; `load.txt` names all.
+constexpr qsizetype linesShown = 50;
+
 int create(const CommandCall& call) {
     const QString& folder = call.operands[0];
     dataFiles::create(folder);
@@ -31,7 +34,7 @@ int load(const CommandCall& call) {
     ProgressBar bar(call.errors);
     const LoadReport report = filmLoader::load(call.operands[0], call.operands[1], options, bar.function());
     bar.clear();
-    call.output << report.text();
+    call.output << report.text(linesShown);
     return report.agrees() ? 0 : exitDifference;
 }
 
@@ -63,7 +66,7 @@ const Command commands[] = {
      u"přidá do katalogu filmy z tabulky nebo ze složky, kterou zapsal export --pictures"_s,
      {{u"--ignore-unknown"_s, {}, u"vynechá sloupce, které program nezná"_s},
       {u"--add-genres"_s, {}, u"přidá do číselníku žánry, které v něm chybějí"_s},
-      {u"--skip-known"_s, {}, u"vynechá filmy, které už v katalogu jsou"_s},
+      {u"--skip-known"_s, {}, u"vynechá filmy, které už v katalogu jsou nebo se v tabulce opakují"_s},
       {u"--dry-run"_s, {}, u"jen ukáže, co by se stalo, a nic nezapíše"_s}},
      load},
     {u"export"_s,

@@ -13,7 +13,14 @@ void outputFile::fail(const QString& what, const QString& path) {
 
 void outputFile::refuseExisting(const QString& path) {
     const QFileInfo file(path);
+    if (file.isDir()) fail(u"Složka již existuje a nebude přepsána"_s, path);
     if (file.exists() || file.isSymLink()) fail(u"Soubor již existuje a nebude přepsán"_s, path);
+}
+
+void outputFile::refuseExistingOrHomeless(const QString& path) {
+    refuseExisting(path);
+    const QString parent = QFileInfo(QDir::cleanPath(path)).absolutePath();
+    if (!QFileInfo(parent).isDir()) fail(u"Nadřazená složka neexistuje"_s, parent);
 }
 
 void outputFile::failWriting(const QString& path) {

@@ -11,6 +11,9 @@ namespace outputFile {
 /// @throws RuntimeError 75 when something exists at `path`, even if only a dangling link.
 void refuseExisting(const QString& path);
 
+/// The same, also when the folder that `path` is to stand in is missing.
+void refuseExistingOrHomeless(const QString& path);
+
 /// @throws RuntimeError 75 always.
 [[noreturn]] void failWriting(const QString& path);
 

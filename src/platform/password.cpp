@@ -44,7 +44,7 @@ bool holds(const QByteArray& header, qsizetype offset, const char (&bytes)[Lengt
 }
 
 [[noreturn]] void refuse(int resultCode) {
-    throw RuntimeError(errors::database, sqlite::description(resultCode));
+    throw sqlite::Failure(errors::database, sqlite::description(resultCode), resultCode);
 }
 
 [[noreturn]] void refuseNewer(qint64 format) {

@@ -169,7 +169,8 @@ void sqlite::Database::attach(const QString& path, const QString& schema) const 
     attaching.step();
 }
 
-void sqlite::Database::copyInto(const Database& target, const std::function<void()>& step) const {
+void sqlite::Database::copyInto(const Database& target,
+                                const std::function<void(qint64 done, qint64 all)>& step) const {
     struct Finish {
         void operator()(sqlite3_backup* backup) const noexcept { sqlite3_backup_finish(backup); }
     };
@@ -184,7 +185,8 @@ void sqlite::Database::copyInto(const Database& target, const std::function<void
     int left = 0;
     int result = SQLITE_OK;
     while (result == SQLITE_OK) {
-        step();
+        const int all = sqlite3_backup_pagecount(backup.get());
+        step(all - left, all);
         result = sqlite3_backup_step(backup.get(), passes < patience ? pages : -1);
         if (sqlite3_backup_remaining(backup.get()) >= left) ++passes;
         left = sqlite3_backup_remaining(backup.get());

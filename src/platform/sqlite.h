@@ -70,8 +70,10 @@ class Database final {
 
     /// Replaces the content of `target` by that of this file as it stands at one moment. Others can read and
     /// write this file meanwhile.
-    /// @param step runs between the pages; what it throws ends the copying.
-    void copyInto(const Database& target, const std::function<void()>& step) const;
+    /// @param step runs between the pages and is told how many are done, and of how many (0 at the
+    /// beginning);
+    ///        what it throws ends the copying.
+    void copyInto(const Database& target, const std::function<void(qint64 done, qint64 all)>& step) const;
 
  private:
     struct Close {

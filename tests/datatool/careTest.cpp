@@ -6,15 +6,17 @@
 #include "datatool/Check.h"
 #include "datatool/Repair.h"
 #include "datatool/Restore.h"
+#include "datatool/careCommands.h"
 #include "datatool/importFixture.h"
 #include "platform/FolderLock.h"
+#include "platform/restrictions.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 const QDateTime now(QDate(2026, 11, 25), QTime(18, 30));
-const auto silent = [](const QString&) {};
+const auto silent = [](const QString&, qint64, qint64) {};
 
 class Care : public OldPair {
  protected:
@@ -71,20 +73,24 @@ TEST_F(Care, CheckNamesEachFaultAndRepairMendsWhatNeedsNoGuess) {
         {"INSERT INTO tDVD (DVDID) VALUES (9)", "", u"Film 9: záznam neobsahuje nic"_s, true},
         {"INSERT INTO tDVD (DVDID) VALUES (9); INSERT INTO tPujcky (P_UID, P_DVDID) VALUES (1, 9)", "",
          u"Film 9: záznam neobsahuje nic"_s, false},
-        {"UPDATE tDVD SET KatCisl=NULL WHERE DVDID=3", "", u"Film 3 „Film 3“: nemá evidenční"_s, true},
+        {"UPDATE tDVD SET KatCisl=NULL WHERE DVDID=3", "", u"Film 3 „Film 3“: nemá katalogové"_s, true},
         {"UPDATE tDVD SET Jazyk=NULL WHERE DVDID=3", "", u"Film 3 „Film 3“: nemá jazyk"_s, true},
         {"UPDATE tDVD SET Obal_ID=77 WHERE DVDID=3", "", u"Film 3 „Film 3“: obal má klíč 77, takový"_s, true},
         {"UPDATE tDVD SET Obal_ID=4 WHERE DVDID=3", "", u"obal má klíč 4, to je obrázek filmu 4"_s, true},
-        {"UPDATE tDVD SET Nahled_ID=3 WHERE DVDID=3", "", u"náhled má klíč 3, to je obrázek druhého"_s,
-         false},
+        {"UPDATE tDVD SET Nahled_ID=3 WHERE DVDID=3", "", u"náhled má klíč 3, to je obal"_s, false},
         {"UPDATE tDVD SET Obal_ID=77 WHERE DVDID=3",
          "INSERT INTO tPicture (PicDVDID, PicSkup, PicSize, PicDat) VALUES (3, 'O', 0, zeroblob(1))",
          u"obal má klíč 77"_s, false},
-        {"", "UPDATE tPicture SET PicSize=100000 WHERE PicID=3", u"má mít 100002 bajtů a má jich 3001"_s,
-         false},
+        {"", "UPDATE tPicture SET PicSize=100000 WHERE PicID=3", u"má mít délku 100002 B a má 3001"_s, false},
         {"", "UPDATE tPicture SET PicSize=NULL, PicDat=NULL WHERE PicID=3", u"obrázek 3 nemá žádná data"_s,
          false},
+        {"", "UPDATE tPicture SET PicSkup='?' WHERE PicID=3", u"obal má klíč 3, to je obrázek neznámého"_s,
+         false},
         {"DELETE FROM tDVD WHERE DVDID=2", "", u"Film 2: půjčeno neznámo kdy, film už v katalogu"_s, false},
+        {"INSERT INTO tPujcky (P_UID, PDatPujcky) VALUES (1, '2020-01-02 10:00:00')", "",
+         u"Film bez čísla: půjčeno 2. 1. 2020, film už v katalogu není"_s, false},
+        {"INSERT INTO tPujcky (P_DVDID, PDatPujcky) VALUES (3, '2020-11-30')", "",
+         u"Film 3 „Film 3“: půjčeno 30. 11. 2020 bez čísla zákazníka (nevráceno)"_s, false},
         {"INSERT INTO tPujcky (P_UID, P_DVDID) VALUES (1, 2)", "", u"„Film 2“: je půjčený 2krát"_s, false},
         {"UPDATE tPujcky SET P_UID=8, PDatVraceni=PDatPujcky WHERE P_DVDID=2", "", u"pod číslem 8 (nev"_s,
          false}};
@@ -115,8 +121,12 @@ TEST_F(Care, IndexInAnotherOrderIsFoundAndMadeAnew) {
         elsewhere.exec("REINDEX tDVD_CZJm");
     }
     EXPECT_TRUE(checked().contains(u"Rejstřík tDVD_CZJm souboru data.ddb"));
+    write(u"data/leftover"_s, "");
+    ASSERT_TRUE(QDir().mkpath(at(u"data/.nova-dvojice"_s)) &&
+                QFile::rename(at(u"data/leftover"_s), at(u"data/.nova-dvojice/data.ddb"_s)));
     EXPECT_TRUE(repair::run(at(u"data"_s), now, silent).isWhole());
     EXPECT_TRUE(checked().contains(u"Vše je v pořádku."));
+    EXPECT_EQ(names(u"data"_s), QStringList({u"data.ddb"_s, u"pictures.ddb"_s, u"repair.txt"_s}));
 }
 
 TEST_F(Care, DamagedPageLosesOnlyItsRowsAndThePairIsPutAside) {
@@ -124,14 +134,92 @@ TEST_F(Care, DamagedPageLosesOnlyItsRowsAndThePairIsPutAside) {
     spoilPage(u"data/data.ddb"_s, 20);
     const QByteArray damaged = content(u"data/data.ddb"_s);
     EXPECT_TRUE(checked().contains(u"Soubor data.ddb je poškozený"));
-    EXPECT_THROW(backUp(), RuntimeError);
-    EXPECT_TRUE(names(u"safe"_s).isEmpty());
+    EXPECT_TRUE(descriptionOf([&] { backUp(); }).contains(u"Zkuste kalvera-data repair. Složka: "));
+    EXPECT_FALSE(QFile::exists(at(u"safe"_s)));
     EXPECT_FALSE(repair::run(at(u"data"_s), now, silent).isWhole());
     EXPECT_TRUE(content(u"data/Odloženo 2026-11-25 1830/data.ddb"_s) == damaged);
     EXPECT_TRUE(checked().contains(u"Vše je v pořádku.")) << checked().toStdString();
     EXPECT_GT(number("SELECT COUNT(*) FROM tDVD"), 280);
     EXPECT_LT(number("SELECT COUNT(*) FROM tDVD"), 300);
     EXPECT_EQ(number("SELECT seq FROM sqlite_sequence WHERE name='tDVD'"), 300);
+}
+
+TEST_F(Care, FileThatCannotBeOpenedIsMadeAnewAndTheOtherStays) {
+    const QByteArray sound[] = {content(u"data/data.ddb"_s), content(u"data/pictures.ddb"_s)};
+    const QString files[] = {u"data.ddb"_s, u"pictures.ddb"_s};
+    // The next key of the lost file's rows, which nothing refers to.
+    const char* const keys[] = {"SELECT seq FROM sqlite_sequence WHERE name='tDVD'",
+                                "SELECT seq FROM sqlite_sequence WHERE name='tPicture'"};
+    const auto repaired = [this] { return repair::run(at(u"data"_s), now, silent).text(); };
+    for (const size_t lost : {0U, 1U}) {
+        for (const QByteArray& spoilt : {QByteArray(), QByteArray("SQLite format 3"), noise(9000), "-"_ba}) {
+            QDir(at(u"data"_s)).removeRecursively();
+            ASSERT_TRUE(QDir().mkpath(at(u"data"_s)));
+            write(u"data/"_s + files[1 - lost], sound[1 - lost]);
+            if (spoilt != "-") write(u"data/"_s + files[lost], spoilt);
+            const QString told = repaired();
+            EXPECT_TRUE(told.contains(u"Ze souboru %1 nebylo co zachránit"_s.arg(files[lost])) &&
+                        told.contains(u"kalvera-data restore"))
+                << told.toStdString();
+            EXPECT_EQ(number("SELECT COUNT(*) FROM tDVD"), lost == 0 ? 0 : 5);
+            EXPECT_EQ(number("SELECT COUNT(*) FROM tOddeleni"), 5);
+            EXPECT_EQ(text(pictures(), "SELECT COUNT(*) FROM tPicture"), lost == 0 ? u"5"_s : u"0"_s);
+            EXPECT_EQ(text(at(u"data/"_s + files[lost]), keys[lost]), u"5"_s);
+            EXPECT_EQ(checked().count(u"takový obrázek není"), lost == 0 ? 0 : 5);
+            const QString aside = u"data/Odloženo 2026-11-25 1830/"_s;
+            EXPECT_TRUE(content(aside + files[1 - lost]) == sound[1 - lost]);
+            EXPECT_TRUE(content(aside + files[lost]) == (spoilt == "-" ? "no file" : spoilt));
+        }
+    }
+    // A damaged header alone loses nothing.
+    for (const size_t spoilt : {0U, 1U}) {
+        write(u"data/"_s + files[1 - spoilt], sound[1 - spoilt]);
+        write(u"data/"_s + files[spoilt], noise(100) + sound[spoilt].sliced(100));
+        EXPECT_TRUE(repair::run(at(u"data"_s), now, silent).isWhole());
+        EXPECT_EQ(films(at(u"data"_s)), 5);
+        EXPECT_EQ(number("SELECT COUNT(*) FROM tPujcky"), 2);
+    }
+    // Neither can be read; one is of a newer program.
+    const std::pair<QByteArray, QString> refused[] = {
+        {"", u"Katalog vrátí ze zálohy příkaz kalvera-data restore."_s},
+        {QByteArray("\0\1\0\0Standard Jet DB", 19), u"převede ho příkaz kalvera-data import"_s},
+        {QByteArray(sound[0]).replace(68, 4, "KvDE"), u"novější formát"_s}};
+    for (const auto& [bytes, told] : refused) {
+        QFile::remove(pictures());
+        write(u"data/data.ddb"_s, bytes);
+        EXPECT_TRUE(descriptionOf([&] { repaired(); }).contains(told));
+        EXPECT_TRUE(content(u"data/data.ddb"_s) == bytes && !QFile::exists(pictures()));
+    }
+}
+
+TEST_F(Care, LongWorkTellsItsProgressAndCanBeEnded) {
+    renew(3000);
+    QStringList moved;
+    qint64 last = 0;
+    const auto note = [&](const QString& title, qint64 done, qint64 all) {
+        EXPECT_LE(done, all) << title.toStdString();
+        EXPECT_TRUE(moved.isEmpty() || moved.last() != title || done >= last) << title.toStdString();
+        last = done;
+        if (done > 0 && (moved.isEmpty() || moved.last() != title)) moved += title;
+    };
+    check::run(at(u"data"_s), note);
+    EXPECT_EQ(moved, QStringList({u"Kontrola souboru data.ddb"_s, u"Kontrola souboru pictures.ddb"_s,
+                                  u"Rejstříky souboru data.ddb"_s, u"Rejstříky souboru pictures.ddb"_s,
+                                  u"Kontrola obsahu"_s}));
+    moved.clear();
+    backup::run(at(u"data"_s), at(u"safe"_s), 0, now, note);
+    EXPECT_EQ(moved, QStringList({u"Kopírování souboru pictures.ddb"_s, u"Kontrola souboru data.ddb"_s,
+                                  u"Kontrola souboru pictures.ddb"_s}));
+    const auto end = [](const QString& title, qint64 done, qint64 /*all*/) {
+        if (title.startsWith(u"Kontrola souboru") && done > 0) throw RuntimeError(errors::itemNotFound);
+    };
+    EXPECT_EQ(failureOf([&] { check::run(at(u"data"_s), end); }), errors::itemNotFound);
+    spoilPage(u"data/data.ddb"_s, 20);
+    moved.clear();
+    repair::run(at(u"data"_s), now, note);
+    EXPECT_TRUE(moved.contains(u"Záchrana tabulky tDVD"_s) &&
+                moved.contains(u"Kopírování souboru pictures.ddb"_s))
+        << moved.join(u' ').toStdString();
 }
 
 TEST_F(Care, FileOfAKilledWriterIsCheckedAsACopy) {
@@ -152,10 +240,12 @@ TEST_F(Care, FileOfAKilledWriterIsCheckedAsACopy) {
 
 TEST_F(Care, BackupIsOfOneMomentWhileOthersWriteAndOnlyTheOldestOfItsOwnGo) {
     int writes = 0;
-    const backup::Report report = backup::run(at(u"data"_s), at(u"safe"_s), 0, now, [&](const QString& what) {
-        if (what.contains(u"pictures") && ++writes == 1) sql("DELETE FROM tDVD WHERE DVDID>2");
-    });
-    EXPECT_EQ(writes, 2);
+    const backup::Report report = backup::run(
+        at(u"data"_s), at(u"safe"_s), 0, now, [&](const QString& title, qint64 /*done*/, qint64 /*all*/) {
+            if (title == u"Kopírování souboru pictures.ddb" && writes++ == 0)
+                sql("DELETE FROM tDVD WHERE DVDID>2");
+        });
+    EXPECT_GT(writes, 0);
     EXPECT_EQ(films(report.folder), 5);
     ASSERT_TRUE(QDir().mkpath(at(u"safe/2020-01-01 1000"_s)));
     write(u"safe/2020-01-01 1000/mine.txt"_s, "");
@@ -165,6 +255,30 @@ TEST_F(Care, BackupIsOfOneMomentWhileOthersWriteAndOnlyTheOldestOfItsOwnGo) {
     EXPECT_EQ(names(u"safe"_s),
               QStringList({u"2020-01-01 1000"_s, u"2026-11-25 1830 (3)"_s, u"2026-11-25 1830 (4)"_s}));
     EXPECT_EQ(QFile::permissions(at(u"safe/2026-11-25 1830 (3)/pictures.ddb"_s)), QFile::Permissions(0x6600));
+}
+
+TEST_F(Care, OlderBackupThatCannotBeRemovedHidesNotTheNewOne) {
+    for (const QString& name : {u"safe/2020-01-01 1000"_s, u"safe/2020-01-01 1001"_s}) {
+        ASSERT_TRUE(QDir().mkpath(at(name)));
+        for (const QString& file : {u"/data.ddb"_s, u"/pictures.ddb"_s})
+            write(name + file, "");
+    }
+    makeReadOnly();
+    for (const QString& open : {u"safe"_s, u"safe/2020-01-01 1001"_s})
+        QFile::setPermissions(at(open), QFile::Permissions(0x7777));
+    QString output;
+    QTextStream told(&output);
+    CommandCall call{{at(u"data"_s), at(u"safe"_s)}, {{u"--keep"_s, u"1"_s}}, told, told};
+    {
+        const OrdinaryUser user;
+        EXPECT_EQ(backUpPair(call), exitDifference);
+    }
+    const QStringList left = names(u"safe"_s);
+    ASSERT_TRUE(left.size() == 2 && left.first() == u"2020-01-01 1000") << left.join(u' ').toStdString();
+    EXPECT_EQ(output,
+              u"Záloha je hotová a zkontrolovaná: %1\nOdstraněna starší záloha 2020-01-01 1001\n"
+              "POZOR, starší zálohu nelze odstranit: 2020-01-01 1000\n"_s.arg(at(u"safe/"_s + left.last())));
+    QFile::setPermissions(at(u"safe/"_s + left.first()), QFile::Permissions(0x7777));
 }
 
 TEST_F(Care, RestoreChecksTheBackupAndPutsTheFormerPairAside) {
@@ -187,6 +301,11 @@ TEST_F(Care, RestoreChecksTheBackupAndPutsTheFormerPairAside) {
     EXPECT_EQ(restore::run(saved, at(u"data"_s), now, silent).aside, at(u"data/Odloženo 2026-11-25 1830"_s));
     EXPECT_EQ(films(at(u"data"_s)), 5);
     EXPECT_EQ(films(at(u"data/Odloženo 2026-11-25 1830"_s)), 3);
+    EXPECT_TRUE(descriptionOf([&] {
+                    restore::run(at(u"safe/../data"_s), at(u"data"_s), now, silent);
+                }).contains(u"tatáž složka"));
+    EXPECT_NE(failureOf([&] { restore::run(at(u"none"_s), at(u"new/data"_s), now, silent); }), 0);
+    EXPECT_FALSE(QFile::exists(at(u"new"_s)));
     spoilPage(saved + u"/pictures.ddb"_s, 2);
     EXPECT_TRUE(descriptionOf([&] {
                     restore::run(saved, at(u"data"_s), now, silent);

@@ -1,4 +1,5 @@
 #include "core/mVerze.h"
+#include "datatool/CommandLine.h"
 #include "datatool/DataFiles.h"
 #include "datatool/FilmLoader.h"
 #include "datatool/NewPair.h"
@@ -84,6 +85,7 @@ TEST_F(DataFiles, FilmsAreLoadedWithTheUsualContentWhereTheFileSaysNothing) {
         {"CZJm,Oddel_ID,Oddeleni\nA,2,\\N\nB,3,\"\"\nC,\\N,\"\"\nD,3,\"\"\n", u"UTF-8,"_s,
          "CZJm||IFNULL(Oddel_ID,'-')||quote(OdJm)", u"A71NULL B72'' C-NULL D72''"_s},
         {"\xFF\xFE" + utf16(u"CZJm\tRok\nPelíšky\t1999"), u"UTF-16\t"_s, "CZJm||Rok", u"Pelíšky1999"_s},
+        {"CZJm;Rok\r\"Kolja\";1996\r\r", u"UTF-8;"_s, "CZJm||Rok", u"Kolja1996"_s},
         {QByteArray("\xFE\xFF\0C\0Z\0J\0m\0\n\1\x7D", 14), u"UTF-16,"_s, "CZJm", u"Ž"_s},
         {"CZJm\nK\xD8\xCD\x8E\nP\xF8\xED\x9AT\xCC\x8E\n", u"Windows-1250,"_s, "CZJm", u"KŘÍŽ PříšTĚŽ"_s}};
     for (const auto& [csv, written, columns, films] : cases) {
@@ -103,13 +105,16 @@ TEST_F(DataFiles, FileWithAnyFaultAddsNoFilm) {
     const std::pair<QByteArray, QString> cases[] = {
         {"", u"prázdný"_s},
         {"CZJm,Cena\nKolja,5\n", u"Řádek 1: neznámé sloupce: \"Cena\""_s},
-        {"Titul,Rok,Name\nKolja,1996,Kolja\n", u"Řádek 1: sloupce \"Titul\" a \"Name\" jsou oba CZJm."_s},
-        {"\nCZJm,Rok,czjm\nKolja,1996,Kolja\n", u"Řádek 2: sloupce \"CZJm\" a \"czjm\" jsou oba CZJm."_s},
+        {"Titul,Rok,Name\nKolja,1996,Kolja\n",
+         u"Řádek 1: sloupce \"Titul\" a \"Name\" znamenají totéž (CZJm)."_s},
+        {"\nCZJm,Rok,czjm\nKolja,1996,Kolja\n",
+         u"Řádek 2: sloupce \"CZJm\" a \"czjm\" znamenají totéž (CZJm)."_s},
+        {"CZJm,Rok, \nKolja,1996,\n", u"Řádek 1: sloupec 3 nemá nadpis."_s},
         {"CZJm,Rok\nKolja,1996\nVratné lahve\n", u"Řádek 3"_s},
         {"CZJm,Rok\nKolja,1996\nVratné lahve,2007,\n", u"Řádek 3"_s},
         {"CZJm,DiskPocet\nKolja,1\nLahve,dva\n", u"Řádek 3: sloupec DiskPocet"_s},
         {"CZJm,Obal_ID\nKolja,1\nLahve,2147483648\n", u"Řádek 3: sloupec Obal_ID"_s},
-        {"DVDID,CZJm\n5,Kolja\n5,Lahve\n", u"Řádek 3"_s},
+        {"DVDID,CZJm\n5,Kolja\n5,Lahve\n", u"Řádek 3: film s DVDID 5 už je na řádku 2. Vynechá"_s},
         {"DVDID,CZJm\n0,x\n", u"Řádek 2: DVDID"_s},
         {"DVDID,CZJm\n2000000001,x\n", u"Řádek 2: DVDID"_s},
         {"CZJm\nKolja\n\"Lahve\n", u"Řádek 3"_s},
@@ -147,12 +152,20 @@ TEST_F(DataFiles, ProgramTellsWhatItDid) {
     const std::tuple<QStringList, int, QString, QString> calls[] = {
         {{u"load"_s, at(u"new"_s), at(u"bad.csv"_s)}, 1, {}, u"Chyba: Řádek 2: "_s},
         {{u"load"_s, at(u"none"_s), at(u"bad.csv"_s)}, 1, {}, u"Chyba: Soubor databáze nelze otevřít."_s},
+        {{u"export"_s, at(u"new"_s), at(u"none/a.csv"_s)}, 1, {}, u"Chyba: Nadřazená složka neexistuje: "_s},
+        {{u"check"_s, {}}, 2, {}, u"Chyba: Údaj příkazu je prázdný.\n"_s},
         {{}, 2, {}, u"Chyba: Chybí příkaz.\nPoužití: "_s},
         {{u"help"_s}, 2, {}, u"Chyba: Neznámý příkaz: help\nPoužití: "_s},
-        {{u"create"_s}, 2, {}, u"Chyba: Příkazu něco chybí.\nPoužití: kalvera-data create SLOŽKA\n"_s},
-        {{u"create"_s, u"--"_s, u"-a"_s, u"b"_s}, 2, {}, u"Chyba: Příkaz má víc údajů"_s},
+        {{u"create"_s},
+         2,
+         {},
+         u"Chyba: Příkazu chybí některý údaj.\nPoužití: kalvera-data create SLOŽKA\n"_s},
+        {{u"create"_s, u"--"_s, u"-a"_s, u"b"_s}, 2, {}, u"Chyba: Příkaz dostal víc údajů"_s},
         {{u"load"_s, u"--pictures"_s, u"a"_s, u"b"_s}, 2, {}, u"Chyba: Neznámá volba: --pictures\n"_s},
-        {{u"load"_s, u"--dry-run=1"_s, u"a"_s, u"b"_s}, 2, {}, u"Chyba: Volba --dry-run nemá hodnotu.\n"_s},
+        {{u"load"_s, u"--dry-run=1"_s, u"a"_s, u"b"_s},
+         2,
+         {},
+         u"Chyba: Volba --dry-run žádnou hodnotu nepřijímá.\n"_s},
         {{u"--help"_s}, 0, u"Použití: kalvera-data PŘÍKAZ"_s, {}},
         {{u"load"_s, u"--help"_s}, 0, u"Použití: kalvera-data load SLOŽKA FILMY.csv ["_s, {}},
         {{u"--version"_s}, 0, u"kalvera-data "_s + verze::text(), {}}};
@@ -163,4 +176,18 @@ TEST_F(DataFiles, ProgramTellsWhatItDid) {
         EXPECT_TRUE(result.output.startsWith(output) && result.output.isEmpty() == output.isEmpty());
         EXPECT_TRUE(result.errors.startsWith(errors) && result.errors.isEmpty() == errors.isEmpty());
     }
+}
+
+TEST_F(DataFiles, OutputThatCannotBeWrittenIsAFailure) {
+    const Command commands[] = {{u"done"_s, {}, {}, {}, [](const CommandCall& call) {
+                                     call.output << u"all is done"_s;
+                                     return 0;
+                                 }}};
+    QFile full(u"/dev/full"_s);
+    ASSERT_TRUE(full.open(QFile::WriteOnly | QFile::Unbuffered));
+    QTextStream output(&full);
+    QString told;
+    QTextStream errors(&told);
+    EXPECT_EQ(runCommand(commands, {u"done"_s}, output, errors), 1);
+    EXPECT_EQ(told, u"Chyba: Výpis nelze zapsat. Příkaz sám skončil s kódem 0.\n"_s);
 }

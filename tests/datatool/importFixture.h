@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QProcess>
 
@@ -38,6 +39,18 @@ class OldPair : public TemporaryProgram {
             return failure.description();
         }
         return QStringLiteral("none");
+    }
+    /// Lets every user read all there is, and write nothing.
+    void makeReadOnly() const {
+        const auto all = QFile::ReadOwner | QFile::ReadUser | QFile::ReadGroup | QFile::ReadOther;
+        const auto enter = QFile::ExeOwner | QFile::ExeUser | QFile::ExeGroup | QFile::ExeOther;
+        QFile::setPermissions(folder(), all | enter);
+        for (QDirIterator each(folder(), QDir::AllEntries | QDir::NoDotAndDotDot,
+                               QDirIterator::Subdirectories);
+             each.hasNext();) {
+            each.next();
+            QFile::setPermissions(each.filePath(), each.fileInfo().isDir() ? all | enter : all);
+        }
     }
     QStringList names(const QString& path) const {
         return QDir(at(path)).entryList(QDir::AllEntries | QDir::Hidden | QDir::System |

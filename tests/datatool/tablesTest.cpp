@@ -3,6 +3,7 @@
 #include "datatool/FilmLoader.h"
 #include "datatool/importFixture.h"
 #include "film/mObrazky.h"
+#include "platform/restrictions.h"
 
 using namespace Qt::StringLiterals;
 
@@ -57,6 +58,7 @@ TEST_F(Tables, HeadingsAndValuesOfPeopleAndOtherProgramsAreUnderstood) {
         {"Title,Original Title,Runtime (mins),Year,Genres,Directors\n,Die Hard,132,1988,\"Action, "
          "Thriller\",J\n",
          "CZJm||PuvJm||Delka||Rok||Zanr||Rezie", u"Die HardDie Hard1321988Action, ThrillerJ"_s},
+        {"CZJm,Jazyk\nA,anglicky\n", "Jazyk", u"2"_s},
         {"Name,Year,Jazyk\nA,2001,\"cz dabing, titulky\"\n", "CZJm||Rok||Jazyk", u"A20010"_s},
         {"CZJm,PuvJm,Herci,Zanr\nA,B,C:D|E:,F; G\n", "CZJm||PuvJm||Herci||Zanr", u"ABC:D|E:F; G"_s}};
     for (const auto& [csv, columns, film] : cases) {
@@ -79,9 +81,9 @@ TEST_F(Tables, OptionsTellWhatBecomesOfUnknownColumnsGenresAndFilms) {
         {{.ignoreUnknown = true, .skipKnown = true},
          u"Kolja,B"_s,
          0,
-         {u"Přidáno filmů: 1\n"_s, u"už jsou: 2\n"_s, u"Vynechané sloupce: Cover\n"_s,
+         {u"Přidáno filmů: 1\n"_s, u"opakují: 2\n"_s, u"Vynechané sloupce: Cover\n"_s,
           u"--add-genres): nový\n"_s,
-          u"- řádek 2, KOLJA (1996): stejný název a rok\n- řádek 3, A (): stejné katalogové číslo 7\n"_s,
+          u"- řádek 2, KOLJA (1996): stejný název a rok\n- řádek 3, A: stejné katalogové číslo 7\n"_s,
           u"Vše souhlasí"_s}},
         {{.ignoreUnknown = true, .addGenres = true},
          u"Kolja,B,KOLJA,A,B"_s,
@@ -127,15 +129,17 @@ TEST_F(Tables, PicturesAreStoredAsTheEditorDoesAndComeBackWhole) {
     sql(pictures(), "DELETE FROM tPicture WHERE PicDVDID=5");
     const Result partial = run({u"export"_s, at(u"data"_s), at(u"partial"_s), u"--pictures"_s});
     EXPECT_EQ(partial.exitCode, 3);
-    EXPECT_TRUE(partial.output.contains(u"film 5, nahled číslo 3: obrázek chybí"_s))
+    EXPECT_TRUE(partial.output.contains(u"film 5, náhled číslo 3: obrázek chybí"_s))
         << partial.output.toStdString();
 }
 
 TEST_F(Tables, FaultLeavesNeitherFilmsNorPictures) {
     write(u"a.jpg"_s, noise(10));
     write(u"empty.jpg"_s, {});
+    ASSERT_TRUE(QDir().mkpath(at(u"folder.jpg"_s)));
     const std::pair<QByteArray, QString> cases[] = {
         {"CZJm,Obal\nA,a.jpg\nB,b.jpg\n", u"Řádek 3: obrázek \"b.jpg\" chybí."_s},
+        {"CZJm,Obal\nA,a.jpg\nB,folder.jpg\n", u"Řádek 3: obrázek \"folder.jpg\" není soubor."_s},
         {"CZJm,Nahled\nA,a.jpg\nB,empty.jpg\n", u"Řádek 3: obrázek \"empty.jpg\" je prázdný."_s},
         {"CZJm,Obal,Rok\nA,a.jpg,1\nB,a.jpg\n", u"Řádek 3: má 2 polí"_s},
         // The report cannot be written.
@@ -147,4 +151,59 @@ TEST_F(Tables, FaultLeavesNeitherFilmsNorPictures) {
         EXPECT_EQ(titles(), u"Kolja"_s);
         EXPECT_EQ(text(pictures(), "SELECT COUNT(*) FROM tPicture"), u"0"_s);
     }
+}
+
+TEST_F(Tables, FilmsThatAreThereOrRepeatedAreNamedOrLeftOut) {
+    sql("INSERT INTO tDVD (KatCisl,CZJm) VALUES ('x','Bez roku')");
+    const QByteArray csv =
+        "DVDID,CZJm,Rok,KatCisl\n1,Jiný,1,\n,B,2000,\n,b,2000,\n,C,,3\n,BEZ ROKU,,\n9,D,,\n9,E,,\n";
+    const QString text = load(csv, {.skipKnown = true}).text();
+    EXPECT_TRUE(text.contains(
+        u"\nUž v katalogu:\n- řádek 2, Jiný (1): stejné DVDID 1\n- řádek 6, BEZ ROKU: stejný název\n"
+        "\nOpakují se v tabulce:\n- řádek 4, b (2000): stejný název a rok jako na řádku 3\n"
+        "- řádek 5, C: stejné katalogové číslo 3 jako na řádku 3\n"
+        "- řádek 8, E: stejné DVDID 9 jako na řádku 7\n\nVše souhlasí: v katalogu přibyly všechny filmy ze "
+        "souboru, které v něm ještě nebyly.\n"_s))
+        << text.toStdString();
+    EXPECT_EQ(titles(), u"Kolja,Bez roku,B,D"_s);
+    EXPECT_EQ(descriptionOf([&] { load(csv); }).section(u'\n', 0, 1),
+              u"Řádek 2: film s DVDID 1 v katalogu už je. Vynechá ho volba --skip-known.\n"
+              "Řádek 7: film s DVDID 9 v katalogu už je. Vynechá ho volba --skip-known."_s);
+    const LoadReport twice = load("CZJm,Rok\nB,2000\nZ,1\nZ,1\nD,\n");
+    EXPECT_TRUE(twice.agrees() && twice.verdict().contains(u"některé jsou v něm teď vícekrát (3)"))
+        << twice.verdict().toStdString();
+    const QString shortened = twice.text(1);
+    EXPECT_TRUE(shortened.contains(u"- řádek 2, B (2000): stejný název a rok\n… a dalších: 1 (") &&
+                !shortened.contains(u"řádek 5"))
+        << shortened.toStdString();
+}
+
+TEST_F(Tables, KeyOfAPictureStaysOnlyWhereThePairHasItForThisFilm) {
+    write(u"a.jpg"_s, noise(10));
+    load("DVDID,CZJm,Obal,Nahled\n2,A,a.jpg,\n3,B,a.jpg,a.jpg\n");
+    EXPECT_EQ(run({u"export"_s, at(u"data"_s), at(u"plain.csv"_s)}).exitCode, 0);
+    const char* links = "SELECT group_concat(DVDID||' '||Obal_ID||' '||Nahled_ID) FROM tDVD WHERE DVDID>1";
+    sql("DELETE FROM tDVD");
+    EXPECT_EQ(run({u"load"_s, at(u"data"_s), at(u"plain.csv"_s)}).exitCode, 0);
+    EXPECT_EQ(text(links), u"2 1 0,3 2 3"_s);
+    // The other pair has a picture of its own under each of the keys.
+    dataFiles::create(at(u"other"_s));
+    sql(at(u"other/pictures.ddb"_s),
+        "INSERT INTO tPicture (PicDVDID, PicSkup) VALUES (2, 'N'), (7, 'O'), (3, 'N')");
+    const QString told = run({u"load"_s, at(u"other"_s), at(u"plain.csv"_s)}).output;
+    EXPECT_TRUE(told.contains(u"u těchto filmů v katalogu nejsou: 2\n")) << told.toStdString();
+    EXPECT_EQ(text(at(u"other/data.ddb"_s), links), u"2 0 0,3 0 3"_s);
+}
+
+TEST_F(Tables, DryRunNeedsNothingThatCanBeWritten) {
+    write(u"a.jpg"_s, noise(10));
+    write(u"films.csv"_s, "CZJm,Obal,Oddeleni\nA,a.jpg,Sklep\nB,,\n");
+    makeReadOnly();
+    const OrdinaryUser user;
+    const QString told = filmLoader::load(at(u"data"_s), at(u"films.csv"_s), {.dryRun = true},
+                                          [](const QString&, qint64, qint64) {})
+                             .text();
+    EXPECT_TRUE(told.contains(u"Přidalo by se filmů: 2\n") && told.contains(u"Uložilo by se obrázků: 1\n") &&
+                told.contains(u"Nová oddělení: Sklep\n"))
+        << told.toStdString();
 }
