@@ -35,6 +35,13 @@ class RoadTest : public RealProgram {
         return QString(text).replace(tags, u" "_s).replace(u"&nbsp;"_s, u" "_s).simplified();
     }
 
+    /// Waits for a file that is downloaded, and for the window that a slow download shows: it would take
+    /// clicks.
+    void waitForDownload(const QString& path) const {
+        VirtualScreen::expect([&] { return QFile::exists(at(path)); }, path);
+        screen.waitUntilGone(splash);  // has the same title
+    }
+
     const QString question = sites.update + u"/podpora/files/dvdkalver.asp"_s;
 };
 
@@ -62,7 +69,9 @@ TEST_F(RoadTest, OneFilmGoesFromNothingToAPrintedList) {
     screen.click(editor, 510, 53);
     const QString lookup = screen.waitForWindow(u"^Vyhledat v .*SFD$"_s);
     screen.press(lookup, u"Return"_s);
+    waitForDownload(u"data/list.find"_s);
     screen.click(lookup, 580, 366);  // "Načti data"
+    waitForDownload(u"data/webnahl.png"_s);
     screen.click(lookup, 265, 366);  // "Vložit data"
     screen.waitUntilGone(u"^Vyhledat v .*SFD$"_s);
     screen.click(editor, 412, 372);  // "Uložit"
