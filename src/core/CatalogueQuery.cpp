@@ -1,11 +1,7 @@
 #include "core/CatalogueQuery.h"
 
-#include <QDir>
-
 #include "core/mDatabase.h"
 #include "platform/Outside.h"
-
-using namespace Qt::StringLiterals;
 
 CatalogueQuery::CatalogueQuery(const QString& sql, Failures failures, bool addNew) : failures_(failures) {
     if (failures_ == Failures::thrown) {
@@ -13,8 +9,7 @@ CatalogueQuery::CatalogueQuery(const QString& sql, Failures failures, bool addNe
     } else {
         Err.Clear();
         opened_ = skipFailure([] { OpenDB(); });
-        if (!opened_ && failures_ == Failures::told)
-            MsgBox(Err.Description() + u"\n\n"_s + QDir::toNativeSeparators(ActDBPath));
+        if (!opened_ && failures_ == Failures::told) MsgBox(Err.Description());
     }
     open(sql, addNew);
 }

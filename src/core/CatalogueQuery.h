@@ -14,7 +14,7 @@ class CatalogueQuery final {
     /// and shows at the first use of the rows.
     enum class Failures {
         skipped,  ///< `Err` is clear after opening and after closing
-        told,     ///< skipped as well, after a plain box with the reason and the file
+        told,     ///< skipped as well, after a plain box with the reason
         thrown    ///< a failure pending in `Err` is shown by OpenDB
     };
 

@@ -35,6 +35,7 @@ sqlite::Database dataFiles::checked(const QString& path, sqlite::Database::Mode 
     try {
         sqlite::Database database(path, mode);
         password::checkHeader(database, databasePassword());
+        database.readSchema();
         return database;
     } catch (const RuntimeError& failure) {
         throw RuntimeError(failure.number(), u"%1 (%2)"_s.arg(failure.description(), path));

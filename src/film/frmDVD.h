@@ -32,7 +32,8 @@ class frmDVD final : public QDialog {
     ~frmDVD() override;
 
     /// Shows the film with the key; 0 for a new one. Failures are skipped and leave their control as for a
-    /// new film; a missing film is reported in a box.
+    /// new film; a missing film is reported in a box. A film that could not be read is not stored by this
+    /// window.
     void Inicializuj(qint32 id);
 
     void Refresh_ZanrLST();
@@ -86,6 +87,7 @@ class frmDVD final : public QDialog {
 
     std::unique_ptr<Ui::frmDVD> ui_;
     Sites sites_;
+    bool unread_ = false;  ///< its row could not be read, so the controls do not show it
     bool departmentTyped_ = false;
     bool reachedCatalogue_ = true;
     formContent::Content shown_;  // content of the controls when the film was opened

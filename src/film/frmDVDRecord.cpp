@@ -105,8 +105,9 @@ void frmDVD::Inicializuj(qint32 id) {
 
 void frmDVD::readFilm() {
     const CatalogueQuery films(filmSql(IDFilmu), CatalogueQuery::Failures::told);
+    unread_ = atEnd(*films);
     // A failed open has been told already.
-    if (films.opened() && atEnd(*films)) tellMissingFilm(this);
+    if (films.opened() && unread_) tellMissingFilm(this);
     readColumns(*films);
 }
 
@@ -161,6 +162,12 @@ void frmDVD::store() {
         } else {
             skipFailure([&] { films->AddNew(); });
         }
+    } else if (unread_) {
+        // Another program held the catalogue then, say: the empty controls must not be stored over the film.
+        MsgBox(this,
+               u"Film se při otevření nepodařilo načíst, proto se neuložil. V katalogu zůstal beze změny."_s,
+               boxStyle::exclamation);
+        return;
     }
     // Stores an empty row first, so that the database assigns its key.
     updateRow(*films);

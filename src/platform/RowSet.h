@@ -19,6 +19,7 @@ namespace detail {
 /// The open file of a connection, shared with its recordsets, which may outlive the connection object.
 class Session {
  public:
+    QString path;
     std::unique_ptr<sqlite::Database> database;
     std::vector<RowSet*> open;
 };
@@ -35,6 +36,8 @@ class RowSet final {
 
     /// False once the recordset or its connection has been closed.
     bool alive() const noexcept { return session_ != nullptr; }
+    /// The path of the open file. Only while alive.
+    const QString& path() const noexcept { return session_->path; }
     /// Releases everything that keeps the file open.
     void release() noexcept;
 

@@ -1,5 +1,7 @@
 #include "platform/ado.h"
 
+#include <QDir>
+
 #include "platform/RowSet.h"
 #include "platform/password.h"
 
@@ -23,6 +25,21 @@ ConnectionParts parse(const QString& connectionString) {
     return {connectionString.mid(path, password - path), connectionString.mid(password + passwordKey.size())};
 }
 
+/// There are two data files: whoever has to mend or replace one must know which.
+RuntimeError naming(const QString& path, const RuntimeError& failure) {
+    return {failure.number(), failure.description() + u"\n\n"_s + QDir::toNativeSeparators(path)};
+}
+
+/// Runs an operation on an open file, whose failures then name it.
+template <typename Work>
+auto onFile(const QString& path, Work&& work) {
+    try {
+        return std::forward<Work>(work)();
+    } catch (const sqlite::Failure& failure) {
+        throw naming(path, failure);
+    }
+}
+
 }  // namespace
 
 namespace ado {
@@ -33,19 +50,21 @@ Connection::~Connection() = default;
 
 void Connection::Open(const QString& connectionString, const QString&, const QString&, int) {
     if (isOpen()) throw RuntimeError(errors::objectOpen);
+    QString path;
     try {
         const ConnectionParts parts = parse(connectionString);
+        path = parts.path;
         auto session = std::make_shared<detail::Session>();
-        session->database = std::make_unique<sqlite::Database>(parts.path, sqlite::Database::Mode::readWrite);
+        session->path = path;
+        session->database = std::make_unique<sqlite::Database>(path, sqlite::Database::Mode::readWrite);
         password::checkHeader(*session->database, parts.password);
         session->database->syncEveryCommit();
-        // SQLite opens lazily; reading the schema reveals a truncated or locked file now.
-        session->database->number("SELECT count(*) FROM sqlite_master");
+        session->database->readSchema();
         session_ = std::move(session);
         refusal_.reset();
     } catch (const RuntimeError& failure) {
-        refusal_ = failure;
-        throw;
+        refusal_ = path.isEmpty() ? failure : naming(path, failure);
+        throw RuntimeError(*refusal_);
     }
 }
 
@@ -82,7 +101,8 @@ void Recordset::Open(const QString& sql, Connection& connection, int, int, int) 
     rows_.reset();
     try {
         if (!connection.isOpen()) throw connection.refusal_.value_or(RuntimeError(errors::objectClosed));
-        rows_ = std::make_shared<RowSet>(connection.session_, sql);
+        const std::shared_ptr<detail::Session>& session = connection.session_;
+        rows_ = onFile(session->path, [&] { return std::make_shared<RowSet>(session, sql); });
         refusal_.reset();
     } catch (const RuntimeError& failure) {
         refusal_ = failure;
@@ -109,11 +129,13 @@ bool Recordset::Eof() const {
 }
 
 void Recordset::MoveNext() {
-    rows()->moveNext();
+    RowSet& rows = *this->rows();
+    onFile(rows.path(), [&] { rows.moveNext(); });
 }
 
 qint32 Recordset::RecordCount() const {
-    return rows()->count();
+    RowSet& rows = *this->rows();
+    return onFile(rows.path(), [&] { return rows.count(); });
 }
 
 Field Recordset::Fields(QStringView name) const {
@@ -126,12 +148,14 @@ void Recordset::AddNew() {
 }
 
 void Recordset::Update() {
-    rows()->update();
+    RowSet& rows = *this->rows();
+    onFile(rows.path(), [&] { rows.update(); });
 }
 
 void Recordset::Delete(int affected) {
     if (affected != 1) throw RuntimeError(errors::invalidCall);
-    rows()->remove();
+    RowSet& rows = *this->rows();
+    onFile(rows.path(), [&] { rows.remove(); });
 }
 
 }  // namespace ado

@@ -8,7 +8,7 @@
 #include "platform/errors.h"
 
 /// Connections, recordsets and fields in the style of ActiveX Data Objects, on top of SQLite. Failures are
-/// thrown as RuntimeError with a Czech description.
+/// thrown as RuntimeError with a Czech description; those of the file end with its path.
 namespace ado {
 
 class Recordset;

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <thread>
 
+#include "platform/LockPatience.h"
 #include "platform/collation.h"
 #include "platform/errors.h"
 #include "platform/index.h"
@@ -16,15 +17,16 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr std::chrono::milliseconds busyTimeout{5000};
 constexpr std::chrono::milliseconds busyStep{5};
 
 thread_local int impatient = 0;  // objects of NoWait
 
 /// Waits for another program's lock. SQLite's own handler polls ever less often and keeps missing the gaps
 /// while another program writes row after row.
-int waitForOthers(void* /*handle*/, int tries) noexcept {
-    if (impatient > 0 || tries * busyStep >= busyTimeout) return 0;
+int waitForOthers(void* handle, int tries) noexcept {
+    thread_local LockPatience patience;
+    const char* file = sqlite3_db_filename(static_cast<sqlite3*>(handle), "main");
+    if (impatient > 0 || !patience.lasts(file, tries, LockPatience::Clock::now())) return 0;
     std::this_thread::sleep_for(busyStep);
     return 1;
 }
@@ -52,6 +54,7 @@ void distrustFile(sqlite3* handle) {
     sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_exec(handle, "PRAGMA ignore_check_constraints=ON", nullptr, nullptr, nullptr);
 }
 
 qint32 number(int resultCode) {
@@ -137,13 +140,26 @@ sqlite::Database::Database(const QString& path, Mode mode) {
     const int result =
         sqlite3_open_v2(absolute.toUtf8().constData(), &opened, access | SQLITE_OPEN_NOMUTEX, nullptr);
     handle_.reset(opened);
-    if (result != SQLITE_OK) throwFailure(opened, result);
+    if (result != SQLITE_OK) {
+        // SQLite has one code for a missing file and a missing right.
+        const QFileInfo file(absolute);
+        throwFailure(opened, file.exists() && !file.isReadable() ? SQLITE_PERM : result);
+    }
     sqlite3_extended_result_codes(opened, 1);
     distrustFile(opened);
-    sqlite3_busy_handler(opened, waitForOthers, nullptr);
+    sqlite3_busy_handler(opened, waitForOthers, opened);
     const int registered =
         sqlite3_create_collation_v2(opened, collation::name, SQLITE_UTF8, nullptr, compareCzech, nullptr);
     if (registered != SQLITE_OK) throwFailure(opened, registered);
+}
+
+void sqlite::Database::readSchema() const {
+    // A computed column is worked out whenever its row is read, which may take minutes. Virtual tables have
+    // no root page. Only tables declared with an "AS" are looked into, as none of ours is.
+    const qint64 computed = number(
+        "SELECT count(*) FROM sqlite_schema AS s, pragma_table_xinfo(s.name) "
+        "WHERE s.type='table' AND s.rootpage>0 AND s.sql LIKE '%as%(%' AND hidden>1");
+    if (computed > 0) throw RuntimeError(errors::database, description(SQLITE_NOTADB));
 }
 
 void sqlite::Database::syncEveryCommit() const {

@@ -41,8 +41,8 @@ class NoWait final {
     NoWait& operator=(const NoWait&) = delete;
 };
 
-/// One open database file with the collation CZECH and a busy time-out of 5 seconds. Triggers and views of
-/// the file do not run.
+/// One open database file with the collation CZECH and a busy time-out of 5 seconds. Triggers, views
+/// and checks of the file do not run.
 class Database final {
  public:
     enum class Mode { readOnly, readWrite, create };
@@ -54,6 +54,10 @@ class Database final {
     Database(const QString& path, Mode mode);
 
     sqlite3* handle() const noexcept { return handle_.get(); }
+
+    /// Reads the schema, so that a truncated or locked file is noticed now: SQLite reads as late as it can.
+    /// @throws RuntimeError then, and for a file with computed columns, which ours never have.
+    void readSchema() const;
 
     /// From now on a commit that has returned survives a power cut. Reads the file, so its header must have
     /// been checked before.

@@ -50,7 +50,8 @@ TEST_F(FrmMasterTest, AReplacedCatalogueIsUsedAndAnUnreadableOneIsReportedOnce) 
     ASSERT_TRUE(QFile::resize(catalogue(), 3000));
     window().NactiSeznam(u"CZJM"_s);
     EXPECT_TRUE(rows().isEmpty());
-    EXPECT_TRUE(outside.told().startsWith(u"Došlo k chybě:\nSoubor databáze je poškozený.|"_s));
+    const QString damaged = u"Došlo k chybě:\nSoubor databáze je poškozený.\n\n"_s + catalogue() + u'|';
+    EXPECT_TRUE(outside.told().startsWith(damaged));
     EXPECT_EQ(counts(), u"1 1"_s);
     window().ObnovZaznam(2);  // fails silently
     EXPECT_EQ(outside.told(), u""_s);

@@ -339,6 +339,23 @@ TEST_F(FrmDVDTest, AMissingFilmIsReportedOnceAndEndsAsSaved) {
     EXPECT_EQ(ConnDB, nullptr);
 }
 
+TEST_F(FrmDVDTest, AFilmThatCouldNotBeReadIsNotStoredOver) {
+    sql("INSERT INTO tDVD (KatCisl, CZJm, Jazyk) VALUES ('1', 'Čáp', 0)");
+    const QString before = row();
+    const QString away = at(u"away.ddb"_s);
+    ASSERT_TRUE(QFile::rename(catalogue(), away));
+    open(1);
+    ASSERT_TRUE(QFile::rename(away, catalogue()));
+    outside.boxes.clear();
+    save();
+    EXPECT_EQ(row(), before);
+    EXPECT_TRUE(outside.told().contains(u"beze změny"_s));
+    open(1);
+    type("txtCZName", u"Kolja"_s);
+    save();
+    EXPECT_TRUE(row().contains(u"Kolja"_s));
+}
+
 TEST_F(FrmDVDTest, PicturesAreStoredAndKeepTheirKeys) {
     const auto choose = [this](const QStringList& files) {
         outside.files = files;

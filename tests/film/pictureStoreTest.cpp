@@ -101,7 +101,8 @@ TEST_F(PictureStoreTest, AStoreThatCannotBeUsedIsReported) {
     EXPECT_EQ(rows(), u"0"_s);
     ASSERT_TRUE(QFile::remove(pictures()));
     EXPECT_EQ(UlozObal(1, path), 0);
-    EXPECT_EQ(outside.told(), QStringList(4, u"Soubor databáze nelze otevřít.|0|"_s).join(u'\n'));
+    EXPECT_EQ(outside.told(),
+              QStringList(4, u"Soubor databáze nelze otevřít.\n\n"_s + pictures() + u"|0|"_s).join(u'\n'));
     EXPECT_EQ(failureOf([&] { UlozNahled(1, path); }), errors::database);
     EXPECT_EQ(ZobrazObal(1) + ZobrazNahled(1), u""_s);
     EXPECT_EQ(std::exchange(outside.boxes, {}).size(), 2);

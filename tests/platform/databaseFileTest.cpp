@@ -3,6 +3,7 @@
 #include <QProcess>
 
 #include "core/mDatabase.h"
+#include "platform/LockPatience.h"
 #include "platform/restrictions.h"
 #include "support/TemporaryProgram.h"
 
@@ -128,4 +129,28 @@ TEST_F(DatabaseFileTest, ReadOnlyFolderIsReadAndRefusesChanges) {
     }
     ASSERT_TRUE(QFile::setPermissions(data, QFile::Permissions(0x7755)));
     EXPECT_TRUE(content(catalogue()) == whole_);
+
+    ASSERT_TRUE(QFile::setPermissions(catalogue(), QFile::Permissions()));
+    const OrdinaryUser user;
+    skipFailure([this] { ado::Connection().Open(connectionString(catalogue())); });
+    EXPECT_EQ(Err.Description(), u"K souboru databáze nemáte oprávnění.\n\n"_s + catalogue());
+    Err.Clear();
+}
+
+TEST(LockPatience, LastsFiveSecondsByTheClockAndNotAgainRightAfter) {
+    LockPatience patience;
+    const struct {
+        const char* file;
+        int tries;
+        int milliseconds;
+        bool lasts;
+    } steps[] = {{"a", 0, 0, true},      {"a", 1, 4999, true},  {"a", 2, 5000, false},
+                 {"a", 0, 5001, false},  {"b", 0, 5002, true},  {"b", 3000, 5003, true},
+                 {"a", 0, 5999, false},  {"a", 0, 6000, true},  {"a", 1, 10999, true},
+                 {"a", 2, 11000, false}, {"b", 0, 11001, true}, {"a", 0, 11002, false}};
+    for (const auto& [file, tries, milliseconds, lasts] : steps) {
+        const LockPatience::Clock::time_point now(std::chrono::hours(1) +
+                                                  std::chrono::milliseconds(milliseconds));
+        EXPECT_EQ(patience.lasts(file, tries, now), lasts) << file << ' ' << milliseconds;
+    }
 }
