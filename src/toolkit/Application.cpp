@@ -40,15 +40,16 @@ void Application::showFocusIn(QWidget* window) const {
     if (byKeys_ && window != nullptr) window->setAttribute(Qt::WA_KeyboardFocusChange);
 }
 
+void Application::keepOnScreen(const QObject* shown) {
+    for (QWidget* window : topLevelWidgets()) {
+        if (window == shown) onScreen::keep(*window);
+    }
+}
+
 bool Application::notify(QObject* receiver, QEvent* event) {
     bool handled = false;
     // The receiver must not be cast: the browser engine's are not all what their meta-object says.
     if (event->type() == QEvent::MouseButtonPress) byKeys_ = false;
-    if (event->type() == QEvent::Show) {
-        for (QWidget* window : topLevelWidgets()) {
-            if (window == receiver) onScreen::keep(*window);
-        }
-    }
     // Some desktops set their font late or anew, but places have been chosen for this one.
     if (event->type() == QEvent::ApplicationFontChange && receiver == this) letters::keepInUse();
     if (event->type() == QEvent::KeyPress) {
@@ -56,6 +57,9 @@ bool Application::notify(QObject* receiver, QEvent* event) {
         showFocusIn(activeWindow());
     }
     guarded([&] { handled = QApplication::notify(receiver, event); });
+    // Not before: a dialog centres itself on its owner when it is shown, unless somebody has moved it.
+    // Nor when one comes back after it was minimised, from where its user had put it.
+    if (event->type() == QEvent::Show && !event->spontaneous()) keepOnScreen(receiver);
     return handled;
 }
 

@@ -39,6 +39,8 @@ class Application : public QApplication {
     /// Shows the focus to keyboard users. Qt does so only after the first Tab, and until then Enter would
     /// press a button that looks like any other.
     void showFocusIn(QWidget* window) const;
+    /// Keeps a window that has just been shown on the screen; other receivers of the event stay as they are.
+    static void keepOnScreen(const QObject* shown);
 
     bool byKeys_ = false;
     WindowOutside outside_;

@@ -1,5 +1,7 @@
 #include "toolkit/HelpPage.h"
 
+#include <QBuffer>
+#include <QImageReader>
 #include <QPagedPaintDevice>
 #include <QScrollBar>
 #include <QWheelEvent>
@@ -52,18 +54,34 @@ HelpLook HelpPage::look() const {
     return {.palette = palette(),
             .font = font(),
             .zoom = zoom_ / percent,
-            .widestPicture = 0,
+            .widestPicture = room(),
             .dotsPerPixel = devicePixelRatioF()};
+}
+
+qreal HelpPage::room() const {
+    // Counted with the scroll bar, so that it does not depend on the height of the pictures. Beside the text
+    // are the margin of the document, that of the style sheet, which grows with the zoom, and in lists their
+    // indent.
+    const qreal margin = fontMetrics().height() * (1 + zoom_ / percent);
+    const qreal beside = 2 * frameWidth() + verticalScrollBar()->sizeHint().width() + 2 * margin;
+    return std::max(width() - beside - document()->indentWidth(), 1.0);
 }
 
 QVariant HelpPage::loadResource(int type, const QUrl& name) {
     const QUrl whole = source().isEmpty() ? name : source().resolved(name);
+    if (type == QTextDocument::ImageResource) {
+        QBuffer bytes;
+        bytes.setData(file_.read(whole.path()));
+        widest_ = std::max(widest_, QImageReader(&bytes).size().width() * zoom_ / percent);
+    }
     if (type != QTextDocument::HtmlResource) return resource(file_, whole.path(), look());
+    widest_ = 0;
     return codepage::fromWindows1250(file_.read(whole.path()));
 }
 
 void HelpPage::redraw() {
     const int kept = place();
+    drawnRoom_ = room();
     document()->setDefaultFont(look().zoomedFont());
     document()->setDocumentMargin(fontMetrics().height());
     if (source().isEmpty()) return;
@@ -126,9 +144,9 @@ void HelpPage::printOn(QPagedPaintDevice& paper) const {
     look.font.setPointSizeF(printedPoints);
     look.palette.setColor(QPalette::WindowText, Qt::black);
     const qreal width = paper.pageLayout().paintRect(QPageLayout::Inch).width();
-    look.widestPicture = (width - 2 * printMargin) * pixelsPerInch;
-    look.dotsPerPixel = 0;
     QTextDocument printed;
+    look.widestPicture = (width - 2 * printMargin) * pixelsPerInch - printed.indentWidth();
+    look.dotsPerPixel = 0;
     printed.setResourceProvider(
         [&](const QUrl& name) { return resource(file_, source().resolved(name).path(), look); });
     printed.setDefaultFont(look.font);
@@ -139,6 +157,11 @@ void HelpPage::printOn(QPagedPaintDevice& paper) const {
 void HelpPage::changeEvent(QEvent* event) {
     QTextBrowser::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange) redraw();
+}
+
+void HelpPage::resizeEvent(QResizeEvent* event) {
+    QTextBrowser::resizeEvent(event);
+    if (std::min(widest_, room()) != std::min(widest_, drawnRoom_)) redraw();
 }
 
 void HelpPage::wheelEvent(QWheelEvent* event) {

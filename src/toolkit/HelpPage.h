@@ -41,14 +41,19 @@ class HelpPage final : public QTextBrowser {
  protected:
     QVariant loadResource(int type, const QUrl& name) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
  private:
     HelpLook look() const;
+    /// The width that pictures may have without being cut, in pixels.
+    qreal room() const;
     /// Reads and draws the page again and keeps the place.
     void redraw();
 
     const ChmFile& file_;
     int zoom_ = 100;
-    int wheel_ = 0;  // eighths of a degree not yet made into a step
+    qreal widest_ = 0;     // width of the page's widest picture as zoomed
+    qreal drawnRoom_ = 0;  // for which its pictures have been drawn
+    int wheel_ = 0;        // eighths of a degree not yet made into a step
 };

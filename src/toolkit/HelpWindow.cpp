@@ -92,6 +92,7 @@ QWidget* HelpWindow::makeSide() {
     search_->setPlaceholderText(u"Hledat v nápovědě"_s);
     search_->setAccessibleName(search_->placeholderText());
     search_->setClearButtonEnabled(true);
+    paintHint();
     trees_ = new QTabWidget(side);
     trees_->setAccessibleName(u"Obsah a rejstřík"_s);
     trees_->tabBar()->setAccessibleName(trees_->accessibleName());
@@ -117,6 +118,16 @@ QWidget* HelpWindow::makeSide() {
     connect(results_, &HelpResults::itemClicked, this, &HelpWindow::openResult);
     connect(results_, &HelpResults::itemActivated, this, &HelpWindow::openResult);
     return side;
+}
+
+void HelpWindow::paintHint() {
+    // Some themes that set dark colours leave this one as it is for light ones.
+    constexpr float faint = 0.6F;
+    QColor hint = palette().color(QPalette::Text);
+    hint.setAlphaF(faint);
+    QPalette colours = search_->palette();
+    colours.setColor(QPalette::PlaceholderText, hint);
+    search_->setPalette(colours);
 }
 
 void HelpWindow::makeBar() {
@@ -258,6 +269,7 @@ void HelpWindow::standAboveModal() {
 
 bool HelpWindow::event(QEvent* event) {
     if (event->type() == QEvent::WindowBlocked) standAboveModal();
+    if (event->type() == QEvent::PaletteChange) paintHint();
     return QMainWindow::event(event);
 }
 

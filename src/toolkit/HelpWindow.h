@@ -52,6 +52,8 @@ class HelpWindow final : public QMainWindow {
  private:
     QWidget* makeSide();
     void makeBar();
+    /// Gives the hint in the search field a colour that can be read on the field's.
+    void paintHint();
     QTreeWidget* addTree(const QString& name, const std::vector<ChmFile::Topic>& topics);
     /// Marks the words searched for and selects the page's entry in the trees: a tree without one would open
     /// its first page as soon as it gets the focus.

@@ -31,6 +31,8 @@ constexpr double sameWidth = 1.03;
 
 /// The largest window of a fixed size, the film editor, with room for its frame; in pixels of the layout.
 constexpr QSize largestFixed(534, 389 + 36);
+/// Smaller letters could hardly be read; for a screen of 1366 x 768 at 200 % and a panel this is enough.
+constexpr double leastFactor = 0.8;
 
 std::optional<QFont> used;
 
@@ -123,13 +125,13 @@ QRect withRoomForALine(const QWidget& widget, const QRect& place) {
 }  // namespace
 
 letters::Fit letters::fitTo(const QFont& desktop, const QSize& screen) {
-    if (isNobodysWish(desktop)) return {layoutFont(), 1};
-    const double wanted = factorFor(desktop);
+    const bool wished = !isNobodysWish(desktop);
+    QFont font = wished ? desktop : layoutFont();
+    const double wanted = wished ? factorFor(desktop) : 1;
     const double room = std::min(static_cast<double>(screen.width()) / largestFixed.width(),
                                  static_cast<double>(screen.height()) / largestFixed.height());
-    const double factor = std::min(wanted, std::max(room, 1.0));
-    QFont font = desktop;
-    if (factor < wanted) font.setPointSizeF(pointsOf(desktop) * factor / wanted);
+    const double factor = std::min(wanted, std::max(room, leastFactor));
+    if (factor < wanted) font.setPointSizeF(pointsOf(font) * factor / wanted);
     return {font, factor};
 }
 

@@ -16,7 +16,7 @@ struct Fit {
 /// What a desktop's font asks for. Windows are laid out for 8.25 points of Liberation Sans and its equals:
 /// for these the factor is 1, otherwise the ratio of the sizes, or of the widths of usual captions where that
 /// is larger. The largest window that cannot be sized still fits into `screen`, for which font and factor may
-/// become smaller, though not smaller than laid out.
+/// become smaller, down to 0.8.
 /// @param desktop its font for windows; Qt's own default counts as no wish, and gives the font laid out for.
 /// @param screen the area that is free for windows, in pixels.
 Fit fitTo(const QFont& desktop, const QSize& screen);

@@ -1,5 +1,6 @@
 #include "toolkit/onScreen.h"
 
+#include <QDialog>
 #include <QScreen>
 #include <QStyle>
 #include <algorithm>
@@ -30,5 +31,10 @@ void onScreen::keep(QWidget& window) {
     const QSize size = place.size().boundedTo(room.size()).expandedTo(window.minimumSize());
     const QPoint corner(moved(place.x(), size.width(), room.x(), room.width()),
                         moved(place.y(), size.height(), room.y(), room.height()));
-    window.setGeometry(QRect(corner, size));
+    // The desktop finds the place for a window that has none yet; a dialog has found its own.
+    if (qobject_cast<const QDialog*>(&window) == nullptr && !window.testAttribute(Qt::WA_Moved)) {
+        window.resize(size);
+    } else {
+        window.setGeometry(QRect(corner, size));
+    }
 }

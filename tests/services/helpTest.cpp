@@ -233,6 +233,27 @@ TEST_F(HelpTest, ThePagesFollowDarkColoursAtOnce) {
     EXPECT_EQ(ground(), QColor(Qt::white));
 }
 
+TEST_F(HelpTest, PicturesFitIntoThePageAndTheHintOfTheSearchIsReadable) {
+    HelpWindow& help = opened();
+    HelpPage& page = pageOf(help);
+    for (const char16_t* name : {u"/editor.html", u"/obchod.html"}) {  // also in a list
+        page.setSource(QUrl(QString::fromUtf16(name)));
+        for (const int width : {700, 1000, 600}) {
+            help.resize(width, 500);
+            EXPECT_EQ(page.horizontalScrollBar()->maximum(), 0) << width;
+            page.zoomBy(1);
+            EXPECT_EQ(page.horizontalScrollBar()->maximum(), 0) << width;
+        }
+    }
+    // As themes do that know nothing of hints.
+    QPalette dark = darkPalette();
+    dark.setColor(QPalette::PlaceholderText, Qt::black);
+    help.setPalette(dark);
+    const QPalette search = help.findChild<QLineEdit*>()->palette();
+    EXPECT_GT(search.color(QPalette::PlaceholderText).lightness(),
+              search.color(QPalette::Base).lightness() + 60);
+}
+
 TEST_F(HelpTest, TabGoesThroughTheWindowAndEverythingOnItsWayHasAName) {
     HelpWindow& help = opened();
     pageOf(help).setSource(QUrl(u"/o-programu.html"_s));

@@ -1,7 +1,9 @@
+#include <QDialog>
 #include <QHeaderView>
 #include <QListWidget>
 #include <QScreen>
 #include <QSignalSpy>
+#include <cstdlib>
 
 #include "film/frmDVD.h"
 #include "lookup/frmCSFDFind.h"
@@ -37,11 +39,14 @@ TEST(LettersTest, TheFactorFollowsSizeWidthAndScreen) {
     EXPECT_EQ(factor(u"Liberation Sans"_s, 8.25), 1);
     EXPECT_EQ(factor(u"Liberation Sans"_s, 11), 11 / 8.25);
     EXPECT_GT(factor(u"DejaVu Sans"_s, 10), 1.05 * 10 / 8.25);  // wider letters
-    // The film editor still fits, down to the size laid out for.
+    // The film editor still fits, down to letters that can be read.
     const letters::Fit tight = letters::fitTo(desktopFont(u"Liberation Sans"_s, 16.5), {1366, 510});
     EXPECT_EQ(tight.factor, 1.2);
     EXPECT_DOUBLE_EQ(tight.font.pointSizeF(), 1.2 * 8.25);
-    EXPECT_EQ(factor(u"Liberation Sans"_s, 11, {640, 300}), 1);
+    for (const QString& family : {u"Liberation Sans"_s, u"Sans Serif"_s}) {
+        EXPECT_EQ(factor(family, 9, {683, 374}), 0.88) << family.toStdString();
+        EXPECT_EQ(factor(family, 9, {640, 300}), 0.8) << family.toStdString();
+    }
 }
 
 TEST_F(WindowSizeTest, FormsTheirPlacesAndIconsGrowTogether) {
@@ -80,6 +85,24 @@ TEST_F(WindowSizeTest, WindowsStayOnTheScreen) {
     EXPECT_GT(sizable.height(), free.height() - 60);
     EXPECT_TRUE(free.contains(fixed.geometry()));
     EXPECT_TRUE(free.contains(tooLarge.pos()));
+}
+
+TEST_F(WindowSizeTest, DialogsOpenInTheMiddleOfTheirOwner) {
+    QWidget owner;
+    owner.setGeometry(60, 60, 600, 450);
+    owner.show();
+    QDialog dialog(&owner);
+    dialog.setFixedSize(300, 200);
+    dialog.show();
+    // Qt leaves room for a frame that it does not know yet.
+    const QPoint aside = dialog.geometry().center() - owner.geometry().center();
+    EXPECT_LT(std::abs(aside.x()), 50);
+    EXPECT_LT(std::abs(aside.y()), 50);
+    // The desktop places a window of no place, but only as long as nobody moves it.
+    QWidget placeless(&owner, Qt::Dialog);
+    placeless.resize(300, 200);
+    placeless.show();
+    EXPECT_FALSE(placeless.testAttribute(Qt::WA_Moved));
 }
 
 TEST_F(WindowSizeTest, BothSearchesGrowWithTheirListsAndTexts) {
