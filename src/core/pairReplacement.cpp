@@ -43,7 +43,8 @@ void rollBack(const QString& path) {
 
 void keepUnder(const QString& path, const QString& other) {
     std::error_code failure;
-    std::filesystem::create_hard_link(native(path), native(other), failure);
+    // A second name of a symbolic link would lead nowhere from another folder.
+    std::filesystem::create_hard_link(native(QFileInfo(path).canonicalFilePath()), native(other), failure);
     if (!failure) return;
     files::copy(path, other);
     QFile copy(other);
@@ -57,15 +58,23 @@ void rename(const QString& from, const QString& to) {
     if (failure) fail(u"Soubor nelze nahradit"_s, to);
 }
 
+/// Whether both are names of one file. A symbolic link is none: without the file it leads nowhere.
+bool isSame(const QString& path, const QString& other) {
+    std::error_code failure;
+    return std::filesystem::equivalent(native(path), native(other), failure) &&
+           !QFileInfo(path).isSymLink() && !QFileInfo(other).isSymLink();
+}
+
 /// After a kill between putting aside and renaming, the files aside are still those in place.
 void removeSecondNames(const QString& folder) {
-    const QStringList subfolders = QDir(folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    // Through a link to the folder itself the only names would be removed.
+    const QStringList subfolders =
+        QDir(folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks);
     for (const QString& name : subfolders) {
         const QString aside = QDir(folder).filePath(name);
-        std::error_code failure;
-        if (!std::filesystem::equivalent(native(in(aside, catalogueName)), native(in(folder, catalogueName)),
-                                         failure))
-            continue;
+        if (!isSame(in(aside, catalogueName), in(folder, catalogueName))) continue;
+        const QString pictures = in(aside, picturesName);
+        if (QFileInfo::exists(pictures) && !isSame(pictures, in(folder, picturesName))) continue;
         for (const QStringView file : {picturesName, catalogueName}) {
             QFile::remove(in(aside, file, journal));
             QFile::remove(in(aside, file));

@@ -3,10 +3,13 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 #include "core/mDatabase.h"
+#include "core/mFunction.h"
 #include "datatool/NewPair.h"
+#include "datatool/outputFile.h"
 #include "platform/errors.h"
 #include "platform/password.h"
 #include "platform/paths.h"
@@ -37,6 +40,9 @@ sqlite::Database dataFiles::checked(const QString& path, sqlite::Database::Mode 
         password::checkHeader(database, databasePassword());
         database.readSchema();
         return database;
+    } catch (const sqlite::Failure& failure) {
+        throw sqlite::Failure(failure.number(), u"%1 (%2)"_s.arg(failure.description(), path),
+                              failure.resultCode());
     } catch (const RuntimeError& failure) {
         throw RuntimeError(failure.number(), u"%1 (%2)"_s.arg(failure.description(), path));
     }
@@ -45,7 +51,18 @@ sqlite::Database dataFiles::checked(const QString& path, sqlite::Database::Mode 
 QString dataFiles::ownFolder() {
     const QString user =
         QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/BremDVDKalvera"_s;
-    return paths::chooseProgramFolder(QCoreApplication::applicationDirPath(), user, {}) + u"/data"_s;
+    QString folder =
+        paths::chooseProgramFolder(QCoreApplication::applicationDirPath(), user, {}) + u"/data"_s;
+    // That catalogue and the pictures are in two folders, and the catalogue beside the pictures is not in
+    // use.
+    const QString catalogue = cataloguePath(folder);
+    const QFileInfo set(CtiNastaveni(u"ActDB"_s, catalogue));
+    if (set.absoluteFilePath() != QFileInfo(catalogue).absoluteFilePath() &&
+        (!set.exists() || set.canonicalFilePath() != QFileInfo(catalogue).canonicalFilePath())) {
+        outputFile::fail(u"Program má v nastavení (ActDB) katalog jinde než obrázky, uveďte složku"_s,
+                         set.filePath());
+    }
+    return folder;
 }
 
 sqlite::Database dataFiles::openCatalogue(const QString& folder) {

@@ -27,6 +27,8 @@ sqlite::Database openCatalogue(const QString& folder);
 sqlite::Database openPictures(const QString& folder);
 
 /// The folder of the pair that the program itself would open.
+/// @throws RuntimeError 75 when its settings name a catalogue elsewhere, which makes no pair with the
+/// pictures.
 QString ownFolder();
 
 /// One of the SQL scripts that the pair is created with, such as `catalogue.sql`.

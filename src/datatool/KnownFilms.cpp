@@ -4,8 +4,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString folded(const QString& text) {
-    return text.trimmed().toCaseFolded();
+/// The hash of a text as it is compared, without case; `empty` for one without letters.
+size_t hashOf(const QString& text, size_t empty, size_t seed) {
+    const QString trimmed = text.trimmed();
+    return trimmed.isEmpty() ? empty : qHash(trimmed.toCaseFolded(), seed);
 }
 
 template <typename Key>
@@ -27,14 +29,14 @@ std::optional<qint64> lineIn(const QHash<Key, qint64>& lines, const Key& key) {
 
 KnownFilms::Film::Film(const QString& filmTitle, const QString& filmYear, const QString& filmNumber,
                        qint64 filmKey)
-    : title(filmTitle), year(filmYear), key(filmKey), foldedTitle(folded(title)) {
-    if (!foldedTitle.isEmpty()) foldedTitle += u'\n' + folded(year);
+    : title(filmTitle), year(filmYear), key(filmKey), titleHash(hashOf(title, 0, QHashSeed::globalSeed())) {
+    if (titleHash != 0) titleHash = hashOf(year, titleHash, titleHash);
     setNumber(filmNumber);
 }
 
 void KnownFilms::Film::setNumber(const QString& filmNumber) {
     number = filmNumber;
-    foldedNumber = folded(number);
+    numberHash = hashOf(number, 0, QHashSeed::globalSeed());
 }
 
 KnownFilms::KnownFilms(const sqlite::Database& database, qsizetype more) {
@@ -48,15 +50,15 @@ KnownFilms::KnownFilms(const sqlite::Database& database, qsizetype more) {
 }
 
 void KnownFilms::add(const Film& film, qint64 line) {
-    note(titles_, film.foldedTitle, line);
-    note(numbers_, film.foldedNumber, line);
+    note(titles_, film.titleHash, line);
+    note(numbers_, film.numberHash, line);
     note(keys_, film.key, line);
 }
 
 std::optional<KnownFilms::Match> KnownFilms::find(const Film& film) const {
-    if (const auto line = lineIn(titles_, film.foldedTitle))
+    if (const auto line = lineIn(titles_, film.titleHash))
         return Match{film.year.trimmed().isEmpty() ? u"stejný název"_s : u"stejný název a rok"_s, *line};
-    if (const auto line = lineIn(numbers_, film.foldedNumber))
+    if (const auto line = lineIn(numbers_, film.numberHash))
         return Match{u"stejné katalogové číslo %1"_s.arg(film.number), *line};
     if (const auto line = lineOf(film.key)) return Match{u"stejné DVDID %1"_s.arg(film.key), *line};
     return std::nullopt;

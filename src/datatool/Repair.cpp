@@ -67,6 +67,8 @@ void keepKeys(const sqlite::Database& lost, const QString& table, const sqlite::
 /// @return the folder of the former pair.
 QString replaceDamaged(const PairView& pair, const QStringList& damage, const QDateTime& now,
                        const Progress& progress, repair::Report& report) {
+    // What others wrote behind what has been read would be missing in the new pair.
+    const auto held = restore::holdPair(report.folder);
     const QString room = pairReplacement::makeRoom(report.folder);
     auto undo = qScopeGuard([&report] { pairReplacement::makeRoom(report.folder); });
     NewPair made(room);
@@ -82,7 +84,6 @@ QString replaceDamaged(const PairView& pair, const QStringList& damage, const QD
     }
     made.keep();
     undo.dismiss();
-    const auto held = restore::holdPair(report.folder);
     QString aside = restore::asideFolder(report.folder, now);
     pairReplacement::replace(report.folder, aside);
     report.steps += u"Původní soubory jsou odložené ve složce %1"_s.arg(QDir::toNativeSeparators(aside));
@@ -202,12 +203,12 @@ repair::Report repair::run(const QString& folder, const QDateTime& now, const Pr
     }
     try {
         mend(report, progress);
-    } catch (const interruption::Interrupted&) {
+    } catch (const RuntimeError& failure) {
         if (aside.isEmpty()) throw;
-        throw RuntimeError(
-            errors::invalidCall,
-            u"Práce byla přerušena. Zachráněné soubory už jsou na místě, poškozené ve složce %1"_s.arg(
-                aside));
+        const bool isInterrupted = dynamic_cast<const interruption::Interrupted*>(&failure) != nullptr;
+        throw RuntimeError(failure.number(),
+                           u"%1 Zachráněné soubory už jsou na místě, poškozené ve složce %2"_s.arg(
+                               isInterrupted ? u"Práce byla přerušena."_s : failure.description(), aside));
     }
     return report;
 }

@@ -33,8 +33,12 @@ std::vector<sqlite::Database> restore::holdPair(const QString& folder) {
     for (const auto open : {&dataFiles::openCatalogue, &dataFiles::openPictures}) {
         try {
             held.push_back(open(folder));
-        } catch (const RuntimeError&) {
+        } catch (const sqlite::Failure& failure) {
+            // Whoever writes a lot locks even readers out.
+            if ((failure.resultCode() & 0xFF) == SQLITE_BUSY) throw;
             continue;  // nobody can be writing to it
+        } catch (const RuntimeError&) {
+            continue;
         }
         held.back().exec("BEGIN IMMEDIATE");
     }

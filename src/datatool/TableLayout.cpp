@@ -26,7 +26,9 @@ FilmColumn::Role roleOf(const QString& column) {
 
 bool TableRecord::isBlank(int field, bool isNumber) const {
     if (field < 0) return true;
-    return (isNumber || !reader.isQuoted(field)) && text::trim(fields[field]).isEmpty();
+    if (!isNumber && reader.isQuoted(field)) return false;
+    const QString& content = fields[field];
+    return std::all_of(content.begin(), content.end(), [](QChar letter) { return letter == u' '; });
 }
 
 bool TableRecord::isNull(int field) const {

@@ -1,6 +1,7 @@
 #include <QRandomGenerator>
 #include <filesystem>
 
+#include "core/mFunction.h"
 #include "core/pairReplacement.h"
 #include "datatool/Backup.h"
 #include "datatool/Check.h"
@@ -136,7 +137,16 @@ TEST_F(Care, DamagedPageLosesOnlyItsRowsAndThePairIsPutAside) {
     EXPECT_TRUE(checked().contains(u"Soubor data.ddb je poškozený"));
     EXPECT_TRUE(descriptionOf([&] { backUp(); }).contains(u"Zkuste kalvera-data repair. Složka: "));
     EXPECT_FALSE(QFile::exists(at(u"safe"_s)));
-    EXPECT_FALSE(repair::run(at(u"data"_s), now, silent).isWhole());
+    // What another program wrote meanwhile would be put aside unseen.
+    QStringList refused;
+    const sqlite::NoWait noWait;
+    const auto writeMeanwhile = [&](const QString& title, qint64, qint64) {
+        if (!title.startsWith(u"Záchrana") || refused.contains(title)) return;
+        EXPECT_NE(failureOf([&] { sql(at(u"data/pictures.ddb"_s), "UPDATE tPicture SET PicTyp='png'"); }), 0);
+        refused += title;
+    };
+    EXPECT_FALSE(repair::run(at(u"data"_s), now, writeMeanwhile).isWhole());
+    EXPECT_FALSE(refused.isEmpty());
     EXPECT_TRUE(content(u"data/Odloženo 2026-11-25 1830/data.ddb"_s) == damaged);
     EXPECT_TRUE(checked().contains(u"Vše je v pořádku.")) << checked().toStdString();
     EXPECT_GT(number("SELECT COUNT(*) FROM tDVD"), 280);
@@ -291,13 +301,21 @@ TEST_F(Care, RestoreChecksTheBackupAndPutsTheFormerPairAside) {
               std::function<void()>([&] { repair::run(at(u"data"_s), now, silent); })})
             EXPECT_TRUE(descriptionOf(work).contains(u"pracuje program"));
     }
-    {
-        const sqlite::Database writer = dataFiles::openCatalogue(at(u"data"_s));
-        const sqlite::Transaction writing(writer);
-        EXPECT_TRUE(descriptionOf([&] {
-                        restore::run(saved, at(u"data"_s), now, silent);
-                    }).contains(u"používá jiný program"));
+    const sqlite::NoWait noWait;
+    for (const char* writing : {"BEGIN IMMEDIATE", "BEGIN EXCLUSIVE"}) {
+        for (const auto open : {&dataFiles::openCatalogue, &dataFiles::openPictures}) {
+            const sqlite::Database writer = open(at(u"data"_s));
+            writer.exec(writing);
+            EXPECT_TRUE(descriptionOf([&] {
+                            restore::run(saved, at(u"data"_s), now, silent);
+                        }).contains(u"používá jiný program"))
+                << writing;
+        }
     }
+    EXPECT_EQ(films(at(u"data"_s)), 3);
+    // A link leads elsewhere from the folder where it is put aside.
+    ASSERT_TRUE(QFile::rename(catalogue(), at(u"data/elsewhere.ddb"_s)));
+    ASSERT_TRUE(QFile::link(u"elsewhere.ddb"_s, catalogue()));
     EXPECT_EQ(restore::run(saved, at(u"data"_s), now, silent).aside, at(u"data/Odloženo 2026-11-25 1830"_s));
     EXPECT_EQ(films(at(u"data"_s)), 5);
     EXPECT_EQ(films(at(u"data/Odloženo 2026-11-25 1830"_s)), 3);
@@ -311,8 +329,8 @@ TEST_F(Care, RestoreChecksTheBackupAndPutsTheFormerPairAside) {
                     restore::run(saved, at(u"data"_s), now, silent);
                 }).contains(u"pictures.ddb je poškozený"));
     EXPECT_EQ(films(at(u"data"_s)), 5);
-    EXPECT_EQ(names(u"data"_s),
-              QStringList({u"data.ddb"_s, u"Odloženo 2026-11-25 1830"_s, u"pictures.ddb"_s}));
+    EXPECT_EQ(names(u"data"_s), QStringList({u"data.ddb"_s, u"elsewhere.ddb"_s, u"Odloženo 2026-11-25 1830"_s,
+                                             u"pictures.ddb"_s}));
 }
 
 TEST_F(Care, ReplacementKilledBetweenItsRenamingsIsSeenWholeAndFinished) {
@@ -326,8 +344,20 @@ TEST_F(Care, ReplacementKilledBetweenItsRenamingsIsSeenWholeAndFinished) {
     ASSERT_TRUE(QDir().mkpath(at(u"data/Odloženo"_s)));
     std::filesystem::create_hard_link(catalogue().toStdString(),
                                       at(u"data/Odloženo/data.ddb"_s).toStdString());
+    // These are the user's own.
+    std::filesystem::create_directory_symlink(".", at(u"data/odkaz"_s).toStdString());
+    ASSERT_TRUE(QDir().mkpath(at(u"data/vlastni"_s)));
+    std::filesystem::create_hard_link(catalogue().toStdString(),
+                                      at(u"data/vlastni/data.ddb"_s).toStdString());
+    write(u"data/vlastni/pictures.ddb"_s, "another");
     pairReplacement::finish(at(u"data"_s));
-    EXPECT_EQ(names(u"data"_s), QStringList({u"data.ddb"_s, u"pictures.ddb"_s}));
+    EXPECT_EQ(names(u"data"_s), QStringList({u"data.ddb"_s, u"odkaz"_s, u"pictures.ddb"_s, u"vlastni"_s}));
+    EXPECT_EQ(names(u"data/vlastni"_s), QStringList({u"data.ddb"_s, u"pictures.ddb"_s}));
+    ASSERT_TRUE(QDir().mkpath(at(u"linked/real"_s)));
+    write(u"linked/real/data.ddb"_s, "films");
+    ASSERT_TRUE(QFile::link(u"real/data.ddb"_s, at(u"linked/data.ddb"_s)));
+    pairReplacement::finish(at(u"linked"_s));
+    EXPECT_EQ(content(at(u"linked/data.ddb"_s)), "films");
     EXPECT_EQ(films(at(u"data"_s)), 5);
 }
 
@@ -368,4 +398,7 @@ TEST_F(Care, ProgramTellsByItsExitCodeWhatItFound) {
     for (const QStringList& wrong :
          {QStringList{u"backup"_s, u"a"_s, u"b"_s, u"--keep"_s, u"0"_s}, {u"restore"_s}})
         EXPECT_EQ(run(wrong).exitCode, 2);
+    EXPECT_EQ(failureOf([] { dataFiles::ownFolder(); }), 0);
+    UlozNastaveni(u"ActDB"_s, catalogue());
+    EXPECT_TRUE(descriptionOf([] { dataFiles::ownFolder(); }).contains(catalogue()));
 }
