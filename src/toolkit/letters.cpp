@@ -33,6 +33,7 @@ constexpr double sameWidth = 1.03;
 constexpr QSize largestFixed(534, 389 + 36);
 /// Smaller letters could hardly be read; for a screen of 1366 x 768 at 200 % and a panel this is enough.
 constexpr double leastFactor = 0.8;
+constexpr double nearly = 0.98;
 
 std::optional<QFont> used;
 
@@ -130,7 +131,9 @@ letters::Fit letters::fitTo(const QFont& desktop, const QSize& screen) {
     const double wanted = wished ? factorFor(desktop) : 1;
     const double room = std::min(static_cast<double>(screen.width()) / largestFixed.width(),
                                  static_cast<double>(screen.height()) / largestFixed.height());
-    const double factor = std::min(wanted, std::max(room, leastFactor));
+    // For a few pixels at the edge all places are not rounded anew.
+    const bool nearlyFits = room > wanted * nearly;
+    const double factor = nearlyFits ? wanted : std::min(wanted, std::max(room, leastFactor));
     if (factor < wanted) font.setPointSizeF(pointsOf(font) * factor / wanted);
     return {font, factor};
 }
