@@ -157,6 +157,19 @@ void ListView::endFill() {
     emit selectionMoved();
 }
 
+void ListView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                       const QModelIndex& index) const {
+    QTreeView::drawRow(painter, option, index);
+    const int behind = header()->length() - header()->offset();
+    if (behind >= viewport()->width() || !selectionModel()->isRowSelected(index.row())) return;
+    QStyleOptionViewItem rest = option;
+    rest.rect.setLeft(behind);
+    rest.rect.setRight(viewport()->width() - 1);
+    rest.state |= QStyle::State_Selected;
+    rest.viewItemPosition = QStyleOptionViewItem::End;
+    style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &rest, painter, this);
+}
+
 void ListView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
     QTreeView::currentChanged(current, previous);
     emit selectionMoved();

@@ -120,6 +120,9 @@ class ListView final : public QTreeView {
     void contextMenuAsked(const QPoint& globalPosition);
 
  protected:
+    /// Marks the selected row up to the edge, where the header reaches to.
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) const override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event = nullptr) const override;
