@@ -26,9 +26,10 @@ class Picture final : public QAccessibleWidget {
 };
 
 QAccessibleInterface* describe(const QString& className, QObject* object) {
-    auto* widget = qobject_cast<QWidget*>(object);
-    if (widget == nullptr) return nullptr;
-    // Qt asks with the name of each base class in turn, the most derived first.
+    // Qt asks with the name of each base class in turn, the most derived first. Objects of other classes must
+    // not be cast: the browser engine's are not all what their meta-object says.
+    if (className != u"ImageFrame" && className != u"QFrame" && className != u"QWidget") return nullptr;
+    auto* widget = static_cast<QWidget*>(object);
     if (className == u"ImageFrame") return new Picture(static_cast<ImageFrame*>(widget));
     if (className == u"QFrame") return new QAccessibleWidget(widget, QAccessible::Grouping);
     // A widget that is no more than a QWidget by now is being destroyed, and must not be described again.
