@@ -25,6 +25,7 @@ class Pages final : public Outside {
     QStringList printers() override { return {}; }
     void setPrinter(const QString&) override {}
     void printPicture(const PicturePage&) override {}
+    void printPages(const QString&, const std::function<void(QPagedPaintDevice&)>&, QObject*) override {}
     QDateTime now() override { return {}; }
     bool download(const QString&, const QString& path) override {
         if (pages.isEmpty()) return false;

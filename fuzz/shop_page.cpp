@@ -18,6 +18,7 @@ class NoWeb final : public Outside {
     QStringList printers() override { return {}; }
     void setPrinter(const QString&) override {}
     void printPicture(const PicturePage&) override {}
+    void printPages(const QString&, const std::function<void(QPagedPaintDevice&)>&, QObject*) override {}
     QDateTime now() override { return {}; }
     bool download(const QString&, const QString&) override { return false; }
 };
