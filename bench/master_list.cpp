@@ -29,7 +29,8 @@ constexpr int fewFilms = 1000;
 /// The window over one of the catalogues; made once, as all runs share it.
 frmMaster& windowOver(int films) {
     static std::map<int, std::unique_ptr<BenchCatalogue>> catalogues;
-    static std::map<int, std::unique_ptr<frmMaster>> windows;
+    // Never destroyed: the application object has gone before static ones.
+    static auto& windows = *new std::map<int, std::unique_ptr<frmMaster>>;
     auto& catalogue = catalogues[films];
     if (catalogue == nullptr) catalogue = std::make_unique<BenchCatalogue>(films, openLoans);
     ActDBPath = catalogue->path();
