@@ -45,6 +45,16 @@ bool isReadable(const sqlite::Database& database) {
     return true;
 }
 
+/// Refuses what no file of ours has; damage shows later.
+void refuseForeignSchema(const sqlite::Database& database) {
+    try {
+        database.readSchema();
+    } catch (const sqlite::Failure& failure) {
+        const int code = failure.resultCode() & 0xFF;
+        if (code != SQLITE_CORRUPT && code != SQLITE_NOTADB) throw;
+    }
+}
+
 /// A file of the old program is none that could be damaged.
 bool isOld(const QString& path) {
     QFile file(path);
@@ -109,13 +119,13 @@ void PairView::open(File& file) {
         outputFile::fail(u"Je to starý soubor, převede ho příkaz kalvera-data import"_s, file.path);
     file.database = std::make_unique<sqlite::Database>(file.path, Mode::readOnly);
     password::checkHeader(*file.database, databasePassword());
-    if (isReadable(*file.database)) return;
+    if (isReadable(*file.database)) return refuseForeignSchema(*file.database);
     file.copy = std::make_unique<QTemporaryDir>();
     if (!file.copy->isValid()) outputFile::failWriting(file.copy->path());
     file.read = file.copy->filePath(file.name());
     copyWithJournal(file.path, file.read);
     file.database = std::make_unique<sqlite::Database>(file.read, Mode::readWrite);
-    file.database->number("SELECT COUNT(*) FROM sqlite_schema");
+    refuseForeignSchema(*file.database);
     notes_ += u"Soubor %1 zůstal po přerušeném zápisu rozepsaný, čte se jeho kopie."_s.arg(file.name());
 }
 
