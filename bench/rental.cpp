@@ -121,14 +121,18 @@ void historyText(benchmark::State& state) {
     measure(state, [] { benchmark::DoNotOptimize(history(bestCustomer)); });
 }
 
+void insertBare(const char* synchronous) {
+    const sqlite::Database database(ActDBPath, sqlite::Database::Mode::readWrite);
+    password::checkHeader(database, databasePassword());
+    database.exec(synchronous);
+    database.exec(
+        "INSERT INTO tPujcky (P_UID, P_DVDID, PDatPujcky) VALUES (4999, 99999, '2026-02-03 10:20:30')");
+}
 void bareLending(benchmark::State& state) {
-    measure(state, [] {
-        const sqlite::Database database(ActDBPath, sqlite::Database::Mode::readWrite);
-        password::checkHeader(database, databasePassword());
-        database.exec(
-            "INSERT INTO tPujcky (P_UID, P_DVDID, PDatPujcky) VALUES (4999, 99999, '2026-02-03 "
-            "10:20:30')");
-    });
+    measure(state, [] { insertBare("PRAGMA synchronous=FULL"); });
+}
+void bareExtra(benchmark::State& state) {
+    measure(state, [] { insertBare("PRAGMA synchronous=EXTRA"); });
 }
 void lending(benchmark::State& state) {
     measure(
@@ -199,6 +203,7 @@ BENCHMARK(historyText)->Unit(benchmark::kMillisecond);
 BENCHMARK(bareCustomers)->Unit(benchmark::kMillisecond);
 BENCHMARK(rentalWindow)->Unit(benchmark::kMillisecond);
 BENCHMARK(bareLending)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(bareExtra)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(lending)->Arg(fewLoans)->Arg(manyLoans)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(returning)
     ->Arg(fewLoans)
@@ -230,6 +235,7 @@ int main(int argc, char** argv) {
     tell("Return list / bare query", ratios.ratio("returnList", "bareReturn"), "1.5");
     tell("History / bare query", ratios.ratio("historyText", "bareHistory"), "1.5");
     tell("Lending / bare insert", ratios.ratio("lending200000", "bareLending"), "1.5");
+    out << "Bare insert with EXTRA / with FULL: " << ratios.ratio("bareExtra", "bareLending") << '\n';
     tell("Rental window / list filled bare", ratios.ratio("rentalWindow", "bareCustomers"), "1.5");
     tell("Lending at 200,000 / 1,000 loans", ratios.ratio("lending200000", "lending1000"), "3");
     tell("Returning at 200,000 / 1,000 loans", ratios.ratio("returning200000", "returning1000"), "3");
