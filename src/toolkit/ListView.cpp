@@ -3,6 +3,7 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QToolTip>
@@ -162,12 +163,25 @@ void ListView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
     QTreeView::drawRow(painter, option, index);
     const int behind = header()->length() - header()->offset();
     if (behind >= viewport()->width() || !selectionModel()->isRowSelected(index.row())) return;
+    // The frame of the focused row closes within the margin of the last cell.
+    const int seam = behind - style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) - 1;
     QStyleOptionViewItem rest = option;
-    rest.rect.setLeft(behind);
+    rest.rect.setLeft(seam);
     rest.rect.setRight(viewport()->width() - 1);
     rest.state |= QStyle::State_Selected;
     rest.viewItemPosition = QStyleOptionViewItem::End;
+    painter->save();
+    painter->setClipRect(rest.rect);
     style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &rest, painter, this);
+    if (hasFocus() && index.row() == currentIndex().row()) {
+        QStyleOptionFocusRect frame;
+        frame.QStyleOption::operator=(rest);
+        frame.rect.setLeft(0);
+        frame.state |= QStyle::State_KeyboardFocusChange;
+        frame.backgroundColor = rest.palette.color(QPalette::Highlight);
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &frame, painter, this);
+    }
+    painter->restore();
 }
 
 void ListView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

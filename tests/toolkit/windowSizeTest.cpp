@@ -124,7 +124,7 @@ TEST_F(WindowSizeTest, BothSearchesGrowWithTheirListsAndTexts) {
     EXPECT_EQ(grown(films, "findPopis"), QSize(50, 80));
 }
 
-TEST_F(WindowSizeTest, TheLastHeaderReachesToTheEdge) {
+TEST_F(WindowSizeTest, TheLastHeaderAndTheSelectedRowReachToTheEdge) {
     ListView list;
     list.setColumns({{u"A"_s, 900}, {u"B"_s, 900}});
     list.resize(400, 200);
@@ -135,4 +135,15 @@ TEST_F(WindowSizeTest, TheLastHeaderReachesToTheEdge) {
     EXPECT_EQ(list.columnWidthInTwips(1), 900);
     const QImage header = list.header()->grab().toImage();
     EXPECT_EQ(header.pixel(100, header.height() / 2), header.pixel(350, header.height() / 2));
+    list.select(list.add(u"K1"_s, {}));
+    list.activateWindow();
+    list.setFocus();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return list.hasFocus(); }));
+    // Without a seam where the columns end, also where the row is framed.
+    const QRect row = list.visualRect(list.currentIndex());
+    const QImage shown = list.viewport()->grab().toImage();
+    for (const int y : {row.top(), row.center().y(), row.bottom()}) {
+        for (int x = 90; x < 350; ++x)
+            ASSERT_EQ(shown.pixelColor(x, y), shown.pixelColor(350, y)) << x << ' ' << y;
+    }
 }
