@@ -5,6 +5,7 @@
 
 #include "datatool/Integrity.h"
 #include "datatool/Interruption.h"
+#include "datatool/Schema.h"
 
 using namespace Qt::StringLiterals;
 
@@ -15,6 +16,20 @@ qsizetype countOf(const std::vector<findings::Kind>& kinds) {
     for (const findings::Kind& kind : kinds)
         count += kind.lines.size();
     return count;
+}
+
+QString lackOf(const PairView::File& file) {
+    schema::Lacks lacks;
+    file.use([&](const sqlite::Database& database) {
+        lacks = schema::lacks(database, schema::scriptOf(file.name()));
+        if (lacks.all) {
+            throw RuntimeError(
+                errors::database,
+                u"Soubor %1 nemá žádnou ze svých tabulek. Nejsou oba soubory zaměněné?"_s.arg(file.name()));
+        }
+    });
+    return lacks.parts.isEmpty() ? QString()
+                                 : u"V souboru %1 chybí: %2."_s.arg(file.name(), lacks.parts.join(u", "_s));
 }
 
 }  // namespace
@@ -48,8 +63,8 @@ QString check::damageOf(const PairView::File& file, const Progress& progress) {
     step(0, 0);
     qsizetype faults = 0;
     file.use([&](const sqlite::Database& database) { faults = integrity::damage(database, step); });
-    return faults == 0 ? QString()
-                       : u"Soubor %1 je poškozený (nalezených vad: %2)."_s.arg(file.name()).arg(faults);
+    if (faults == 0) return lackOf(file);
+    return u"Soubor %1 je poškozený (nalezených vad: %2)."_s.arg(file.name()).arg(faults);
 }
 
 QStringList check::damaged(const PairView& pair, const Progress& progress) {
@@ -71,6 +86,8 @@ check::Report check::run(const QString& folder, const Progress& progress) {
             interruption::check();
             progress(u"Rejstříky souboru "_s + name, done, all);
         };
+        for (const schema::Index& index : schema::missingIndexes(database, schema::scriptOf(name)))
+            report.indexes += u"Rejstřík %1 souboru %2 chybí."_s.arg(index.name, name);
         for (const QString& index : integrity::wrongIndexes(database, step))
             report.indexes +=
                 u"Rejstřík %1 souboru %2 neodpovídá řádkům nebo jejich pořadí."_s.arg(index, name);

@@ -16,7 +16,7 @@ struct Report {
     QString folder;
     QStringList notes;
     QStringList damaged;  // one line for each damaged file
-    QStringList indexes;  // wrong indexes, with the file
+    QStringList indexes;  // wrong or missing indexes, with the file
     std::vector<findings::Kind> kinds;
 
     bool isClean() const;
@@ -24,7 +24,8 @@ struct Report {
     QString text() const;
 };
 
-/// A line about a file that is damaged or cannot be opened; "" for a sound one.
+/// A line about a file that is damaged, lacks a table or column, or cannot be opened; "" for a sound one.
+/// @throws RuntimeError when the file has none of its tables, as one in the place of the other has.
 QString damageOf(const PairView::File& file, const Progress& progress);
 
 /// The damaged files of a pair, one line each.

@@ -37,10 +37,14 @@ std::vector<Index> indexesOf(const sqlite::Database& database) {
         Index index{
             rows.text(0), quoted(rows.text(1)), condition < 0 ? QByteArray() : sql.mid(condition), {}};
         columns.bind(1, rows.text(0));
-        while (columns.step())
+        bool ofColumns = true;
+        while (columns.step()) {
+            ofColumns = ofColumns && !columns.isNull(0);
             index.columns += quoted(columns.text(0));
+        }
         columns.reset();
-        indexes.push_back(std::move(index));
+        // One over expressions is none of ours.
+        if (ofColumns) indexes.push_back(std::move(index));
     }
     return indexes;
 }

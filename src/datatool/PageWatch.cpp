@@ -8,7 +8,7 @@ constexpr qint64 pagesPerStep = 256;
 
 }  // namespace
 
-PageWatch* PageWatch::current = nullptr;
+thread_local PageWatch* PageWatch::current = nullptr;
 
 PageWatch::PageWatch(const sqlite::Database& database, std::function<void(qint64 pages)> step)
     : handle_(database.handle()), step_(std::move(step)) {

@@ -6,7 +6,7 @@
 #include "platform/sqlite.h"
 
 /// Counts the pages that the engine reads of a file as long as this lives: a check of a whole file is one
-/// step to the engine, so that its own progress handler is not called. One object at a time.
+/// step to the engine, so that its own progress handler is not called. One object at a time in each thread.
 class PageWatch final {
  public:
     /// @param step is told the number of pages read from time to time. What it throws interrupts the engine
@@ -22,7 +22,7 @@ class PageWatch final {
  private:
     void count() noexcept;
 
-    static PageWatch* current;
+    static thread_local PageWatch* current;
     static int read(sqlite3_file* file, void* bytes, int length, sqlite3_int64 offset);
     static int fetch(sqlite3_file* file, sqlite3_int64 offset, int length, void** bytes);
 

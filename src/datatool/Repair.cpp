@@ -15,6 +15,8 @@
 #include "datatool/NewPair.h"
 #include "datatool/Restore.h"
 #include "datatool/Salvage.h"
+#include "datatool/Schema.h"
+#include "datatool/Sequences.h"
 #include "datatool/findings.h"
 #include "datatool/outputFile.h"
 #include "platform/FolderLock.h"
@@ -96,6 +98,10 @@ void renewIndexes(const sqlite::Database& database, const QString& file, const P
         interruption::check();
         progress(u"Rejstříky souboru "_s + file, done, all);
     };
+    for (const schema::Index& index : schema::missingIndexes(database, schema::scriptOf(file))) {
+        database.exec(index.sql.constData());
+        report.steps += u"Chybějící rejstřík %1 souboru %2 je vytvořen."_s.arg(index.name, file);
+    }
     for (const QString& index : integrity::wrongIndexes(database, step)) {
         database.exec(("REINDEX \"" + index.toUtf8().replace('"', "\"\"") + '"').constData());
         report.steps += u"Rejstřík %1 souboru %2 je vytvořen znovu."_s.arg(index, file);
@@ -132,6 +138,12 @@ void mendRows(const sqlite::Database& catalogue, repair::Report& report) {
     // A film that is listed and has none would end the list.
     mendFilms(catalogue, "UPDATE tDVD SET Jazyk=2", "Jazyk IS NULL" + filled,
               u"chybějící jazyk je nastaven na „neuvedeno“"_s, report);
+    mendFilms(catalogue, "UPDATE tDVD SET Jazyk=2", findings::unreadableLanguage(),
+              u"jazyk, který není číslo, je nastaven na „neuvedeno“"_s, report);
+    for (const sequences::Wrong& wrong : sequences::wrong(catalogue)) {
+        sequences::mend(catalogue, wrong);
+        report.steps += u"%1; čísluje se dál od %2."_s.arg(wrong.fault, QString::number(wrong.last + 1));
+    }
 }
 
 void write(const repair::Report& report, const std::function<void()>& commit) {

@@ -1,6 +1,7 @@
 #include "datatool/findings.h"
 
 #include "datatool/Interruption.h"
+#include "datatool/Sequences.h"
 #include "film/mBlobDATA.h"
 
 using namespace Qt::StringLiterals;
@@ -10,6 +11,10 @@ using findings::Kind;
 namespace {
 
 constexpr qsizetype titleLength = 50;
+
+constexpr const char* textColumns[] = {"KatCisl",  "CZJm",    "PuvJm",       "Zanr",   "Obsah",
+                                       "Stat",     "Rezie",   "Delka",       "Rok",    "Herci",
+                                       "Poznamka", "Nabidka", "JazykDetail", "Titulky"};
 
 /// @param sql gives a film's key, its title and what is wrong.
 Kind kind(const sqlite::Database& catalogue, const QString& title, const QByteArray& sql) {
@@ -24,6 +29,46 @@ Kind kind(const sqlite::Database& catalogue, const QString& title, const QByteAr
 
 QByteArray films(const char* wrong, const QByteArray& condition) {
     return "SELECT DVDID, CZJm, '" + QByteArray(wrong) + "' FROM tDVD WHERE " + condition;
+}
+
+/// The first of several things that can be wrong with a film.
+QByteArray filmsBy(const std::vector<std::pair<QByteArray, QByteArray>>& conditions) {
+    QByteArray sql = "SELECT * FROM (SELECT DVDID, CZJm, CASE";
+    for (const auto& [condition, wrong] : conditions)
+        sql += " WHEN " + condition + " THEN " + wrong;
+    return sql + " END AS wrong FROM tDVD) WHERE wrong IS NOT NULL";
+}
+
+/// A literal for the user, with a value that may be long.
+QByteArray telling(const char* before, const char* column, const char* after) {
+    return QByteArray("'") + before + " „' || substr(" + column + ", 1, 20) || '“" + after + "'";
+}
+
+/// Films whose row breaks off the filling of the list.
+QByteArray stoppingFilms() {
+    return filmsBy(
+        {{"DVDID NOT BETWEEN -2147483648 AND 2147483647",
+          "'tak velké číslo záznamu program neumí, seznam se u něj zastaví'"},
+         {findings::unreadableLanguage() + " AND Jazyk IS NOT NULL",
+          telling("jazyk", "Jazyk", " není číslo, které program umí, seznam se u něj zastaví")},
+         {"Jazyk IS NULL AND NOT " + findings::emptyFilm(), "'nemá jazyk, seznam se u něj zastaví'"}});
+}
+
+/// Films with values of a kind that the program cannot show or that no table takes.
+QByteArray oddValues() {
+    std::vector<std::pair<QByteArray, QByteArray>> conditions{{"DVDID<1", "'číslo záznamu není kladné'"}};
+    for (const char* column : {"DiskPocet", "Oddel_ID", "Obal_ID", "Nahled_ID"})
+        conditions.emplace_back(findings::noNumber(column),
+                                telling((QByteArray(column) + " je").constData(), column,
+                                        ", to není celé číslo, které program umí"));
+    conditions.emplace_back("IFNULL(Oddel_ID, 0)<>0 AND Oddel_ID NOT IN (SELECT ODID FROM tOddeleni)",
+                            "'oddělení ' || Oddel_ID || ' v číselníku není'");
+    for (const char* column : textColumns) {
+        const QByteArray name = column;
+        conditions.emplace_back("typeof(" + name + ")='blob' OR instr(" + name + ", char(0))>0",
+                                "'" + name + " obsahuje znaky, které nejsou text'");
+    }
+    return filmsBy(conditions);
 }
 
 QByteArray links(const findings::PictureLink& link) {
@@ -45,22 +90,46 @@ QByteArray loans(const char* wrong, const QByteArray& rest) {
            QByteArray(wrong) + " FROM tPujcky LEFT JOIN tDVD ON DVDID=P_DVDID " + rest;
 }
 
-Kind wrongLengths(const sqlite::Database& catalogue) {
-    Kind found{u"Obrázky, jejichž délka nesouhlasí"_s, {}};
+Kind wrongPictures(const sqlite::Database& catalogue) {
+    Kind found{u"Obrázky, které nejsou celé nebo nemají typ"_s, {}};
     const sqlite::Statement rows(
         catalogue,
-        "SELECT PicDVDID, CZJm, PicID, PicSize, length(PicDat) FROM pictures.tPicture "
+        "SELECT PicDVDID, CZJm, PicID, PicSize, length(PicDat), substr(PicTyp, 1, 20) FROM pictures.tPicture "
         "LEFT JOIN tDVD ON DVDID=PicDVDID");
     while (rows.step()) {
         interruption::check();
         const qint64 should = blob::storedLength(rows.number(3));
-        if (!rows.isNull(3) && rows.number(4) == should) continue;
-        const QString what = rows.isNull(3) || rows.isNull(4)
-                                 ? u"nemá žádná data"_s
-                                 : u"má mít délku %1 B a má %2"_s.arg(should).arg(rows.number(4));
+        QString what;
+        if (rows.isNull(3) || rows.isNull(4)) {
+            what = u"nemá žádná data"_s;
+        } else if (rows.number(4) != should) {
+            what = u"má mít délku %1 B a má %2"_s.arg(should).arg(rows.number(4));
+        } else if (rows.text(5).size() != 3) {
+            what = u"má typ „%1“, typ má tři písmena"_s.arg(rows.text(5));
+        } else {
+            continue;
+        }
         found.lines +=
             u"%1: obrázek %2 %3"_s.arg(findings::filmName(rows.text(0), rows.text(1)), rows.text(2), what);
     }
+    return found;
+}
+
+Kind sameCodes(const sqlite::Database& catalogue) {
+    Kind found{u"Zákazníci se stejným osobním kódem"_s, {}};
+    const sqlite::Statement rows(
+        catalogue,
+        "SELECT group_concat(USID, ', '), trim(USREGNUM) AS code FROM tUser WHERE IFNULL(code, '')<>'' "
+        "GROUP BY code HAVING COUNT(*)>1");
+    while (rows.step())
+        found.lines += u"Zákazníci %1: mají stejný osobní kód %2"_s.arg(rows.text(0), rows.text(1));
+    return found;
+}
+
+Kind wrongSequences(const sqlite::Database& catalogue) {
+    Kind found{u"Čísla nových záznamů"_s, {}};
+    for (const sequences::Wrong& wrong : sequences::wrong(catalogue))
+        found.lines += wrong.fault;
     return found;
 }
 
@@ -75,12 +144,20 @@ QString findings::filmName(const QString& key, const QString& title) {
 
 QByteArray findings::emptyFilm() {
     QByteArrayList conditions;
-    for (const char* text : {"KatCisl", "CZJm", "PuvJm", "Zanr", "Obsah", "Stat", "Rezie", "Delka", "Rok",
-                             "Herci", "Poznamka", "Nabidka", "JazykDetail", "Titulky"})
+    for (const char* text : textColumns)
         conditions += "IFNULL(" + QByteArray(text) + ",'')=''";
     for (const char* number : {"DiskPocet", "Jazyk", "Oddel_ID", "Obal_ID", "Nahled_ID"})
         conditions += "IFNULL(" + QByteArray(number) + ",0)=0";
     return '(' + conditions.join(" AND ") + ')';
+}
+
+QByteArray findings::noNumber(const QByteArray& column) {
+    return "(typeof(" + column + ") NOT IN ('integer', 'null') OR " + column +
+           " NOT BETWEEN -2147483648 AND 2147483647)";
+}
+
+QByteArray findings::unreadableLanguage() {
+    return "(typeof(Jazyk) IN ('text', 'blob') OR Jazyk NOT BETWEEN -2147483648 AND 2147483647)";
 }
 
 const std::vector<findings::PictureLink>& findings::pictureLinks() {
@@ -105,12 +182,18 @@ std::vector<Kind> findings::of(const sqlite::Database& catalogue,
         {u"Prázdné záznamy"_s, films("záznam neobsahuje nic", emptyFilm())},
         {u"Filmy, které žádný seznam neukáže"_s,
          films("nemá katalogové číslo, seznam ho neukáže", "KatCisl IS NULL" + filled)},
-        {u"Filmy, u kterých se seznam zastaví"_s,
-         films("nemá jazyk, seznam se u něj zastaví", "Jazyk IS NULL" + filled)},
+        {u"Filmy, u kterých se seznam zastaví"_s, stoppingFilms()},
+        {u"Filmy s údaji, které program neumí přečíst"_s, oddValues()},
         {u"Špatné odkazy na obal"_s, links(pictureLinks()[0])},
         {u"Špatné odkazy na náhled"_s, links(pictureLinks()[1])},
         {u"Otevřené výpůjčky smazaných filmů"_s,
          loans(", film už v katalogu není'", "WHERE PDatVraceni IS NULL AND DVDID IS NULL")},
+        {u"Výpůjčky, za kterými seznam další půjčené filmy neoznačí"_s,
+         loans(
+             "' || CASE WHEN PDatPujcky IS NULL THEN '' ELSE ', zákazník nemá jméno' END || ', seznam za ní "
+             "další půjčené filmy neoznačí'",
+             "JOIN tUser ON USID=P_UID WHERE PDatVraceni IS NULL AND DVDID IS NOT NULL AND "
+             "(PDatPujcky IS NULL OR USNAME IS NULL)")},
         {u"Filmy půjčené vícekrát najednou"_s,
          "SELECT P_DVDID, CZJm, 'je půjčený ' || COUNT(*) || 'krát najednou' FROM tPujcky LEFT JOIN tDVD "
          "ON DVDID=P_DVDID WHERE PDatVraceni IS NULL GROUP BY P_DVDID HAVING COUNT(*)>1"},
@@ -118,13 +201,15 @@ std::vector<Kind> findings::of(const sqlite::Database& catalogue,
          loans(" ' || IFNULL('pod číslem ' || P_UID, 'bez čísla zákazníka') || ' (' || CASE WHEN "
                "PDatVraceni IS NULL THEN 'nevráceno' ELSE 'vráceno' END || ')'",
                "WHERE P_UID IS NULL OR P_UID NOT IN " + customers)}};
-    const auto all = static_cast<qint64>(std::size(queries)) + 1;
+    const auto all = static_cast<qint64>(std::size(queries)) + 3;
     std::vector<Kind> kinds;
     for (const auto& [title, sql] : queries) {
         step(static_cast<qint64>(kinds.size()), all);
         kinds.push_back(kind(catalogue, title, sql));
     }
-    step(all - 1, all);
-    kinds.push_back(wrongLengths(catalogue));
+    for (const auto& rest : {&sameCodes, &wrongSequences, &wrongPictures}) {
+        step(static_cast<qint64>(kinds.size()), all);
+        kinds.push_back(rest(catalogue));
+    }
     return kinds;
 }

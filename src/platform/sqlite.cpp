@@ -126,6 +126,14 @@ void sqlite::throwFailure(sqlite3* handle, int resultCode) {
     throw Failure(number(resultCode), description(resultCode), resultCode);
 }
 
+sqlite::Database::Database() {
+    sqlite3* opened = nullptr;
+    const int result = sqlite3_open(":memory:", &opened);
+    handle_.reset(opened);
+    if (result != SQLITE_OK) throwFailure(opened, result);
+    prepare();
+}
+
 sqlite::Database::Database(const QString& path, Mode mode) {
     // An absolute path, as a relative one could look like a file: URI with options.
     const QString absolute = QFileInfo(path).absoluteFilePath();
@@ -145,12 +153,16 @@ sqlite::Database::Database(const QString& path, Mode mode) {
         const QFileInfo file(absolute);
         throwFailure(opened, file.exists() && !file.isReadable() ? SQLITE_PERM : result);
     }
-    sqlite3_extended_result_codes(opened, 1);
-    distrustFile(opened);
-    sqlite3_busy_handler(opened, waitForOthers, opened);
+    prepare();
+}
+
+void sqlite::Database::prepare() {
+    sqlite3_extended_result_codes(handle(), 1);
+    distrustFile(handle());
+    sqlite3_busy_handler(handle(), waitForOthers, handle());
     const int registered =
-        sqlite3_create_collation_v2(opened, collation::name, SQLITE_UTF8, nullptr, compareCzech, nullptr);
-    if (registered != SQLITE_OK) throwFailure(opened, registered);
+        sqlite3_create_collation_v2(handle(), collation::name, SQLITE_UTF8, nullptr, compareCzech, nullptr);
+    if (registered != SQLITE_OK) throwFailure(handle(), registered);
 }
 
 void sqlite::Database::readSchema() const {

@@ -47,6 +47,8 @@ class Database final {
  public:
     enum class Mode { readOnly, readWrite, create };
 
+    /// An empty database in memory.
+    Database();
     /// Opens the file. Mode `create` creates it, for the owner only, and refuses an existing one. With
     /// `readOnly` nothing is written, so that a file whose last writer was killed within a transaction cannot
     /// be read: the failure has the code SQLITE_READONLY_ROLLBACK.
@@ -80,6 +82,8 @@ class Database final {
     void copyInto(const Database& target, const std::function<void(qint64 done, qint64 all)>& step) const;
 
  private:
+    void prepare();
+
     struct Close {
         void operator()(sqlite3* handle) const noexcept { sqlite3_close_v2(handle); }
     };

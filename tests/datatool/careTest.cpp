@@ -31,7 +31,8 @@ class Care : public OldPair {
             (numbers +
              "INSERT INTO tDVD (KatCisl, CZJm, Jazyk, Obal_ID, Nahled_ID, Obsah) SELECT i, "
              "'Film ' || i, 1, i, 0, hex(zeroblob(200)) FROM n; INSERT INTO tUser (USNAME, USREGNUM) "
-             "VALUES ('Jan', '777'); INSERT INTO tPujcky (P_UID, P_DVDID) VALUES (777, 1), (1, 2)")
+             "VALUES ('Jan', '777'); INSERT INTO tPujcky (P_UID, P_DVDID, PDatPujcky) VALUES (777, 1, "
+             "'2026-01-01'), (1, 2, '2026-01-01')")
                 .constData());
         sql(at(folder + u"/pictures.ddb"_s),
             (numbers +
@@ -87,14 +88,33 @@ TEST_F(Care, CheckNamesEachFaultAndRepairMendsWhatNeedsNoGuess) {
          false},
         {"", "UPDATE tPicture SET PicSkup='?' WHERE PicID=3", u"obal má klíč 3, to je obrázek neznámého"_s,
          false},
-        {"DELETE FROM tDVD WHERE DVDID=2", "", u"Film 2: půjčeno neznámo kdy, film už v katalogu"_s, false},
+        {"DELETE FROM tDVD WHERE DVDID=2", "", u"Film 2: půjčeno 1. 1. 2026, film už v katalogu"_s, false},
         {"INSERT INTO tPujcky (P_UID, PDatPujcky) VALUES (1, '2020-01-02 10:00:00')", "",
          u"Film bez čísla: půjčeno 2. 1. 2020, film už v katalogu není"_s, false},
         {"INSERT INTO tPujcky (P_DVDID, PDatPujcky) VALUES (3, '2020-11-30')", "",
          u"Film 3 „Film 3“: půjčeno 30. 11. 2020 bez čísla zákazníka (nevráceno)"_s, false},
         {"INSERT INTO tPujcky (P_UID, P_DVDID) VALUES (1, 2)", "", u"„Film 2“: je půjčený 2krát"_s, false},
-        {"UPDATE tPujcky SET P_UID=8, PDatVraceni=PDatPujcky WHERE P_DVDID=2", "", u"pod číslem 8 (nev"_s,
-         false}};
+        {"UPDATE tPujcky SET P_UID=8 WHERE P_DVDID=2", "", u"pod číslem 8 (nev"_s, false},
+        {"UPDATE tDVD SET Jazyk='abc' WHERE DVDID=3", "", u"Film 3 „Film 3“: jazyk „abc“ není číslo"_s, true},
+        {"UPDATE tDVD SET Jazyk=9999999999 WHERE DVDID=3", "", u"jazyk „9999999999“ není číslo"_s, true},
+        {"INSERT INTO tDVD (DVDID, KatCisl, Jazyk) VALUES (9000000000, 'x', 1)", "",
+         u"Film 9000000000: tak velké číslo"_s, false},
+        {"UPDATE tDVD SET DiskPocet=1.5 WHERE DVDID=3", "", u"DiskPocet je „1.5“, to není celé"_s, false},
+        {"UPDATE tDVD SET Oddel_ID=99 WHERE DVDID=3", "", u"oddělení 99 v číselníku není"_s, false},
+        {"UPDATE tDVD SET Obsah='a' || char(0) WHERE DVDID=3", "", u"Obsah obsahuje znaky"_s, false},
+        {"UPDATE tPujcky SET PDatPujcky=NULL WHERE P_DVDID=2", "", u"půjčeno neznámo kdy, seznam za ní"_s,
+         false},
+        {"UPDATE tUser SET USNAME=NULL", "", u"zákazník nemá jméno, seznam za ní"_s, false},
+        {"INSERT INTO tUser (USREGNUM) VALUES (' 777')", "", u"Zákazníci 1, 2: mají stejný osobní kód"_s,
+         false},
+        {"", "UPDATE tPicture SET PicTyp='tiffer' WHERE PicID=3", u"obrázek 3 má typ „tiffer“"_s, false},
+        {"UPDATE sqlite_sequence SET seq=1 WHERE name='tDVD'; DELETE FROM tDVD WHERE DVDID=5", "",
+         u"Tabulka tDVD: nový záznam by dostal klíč"_s, true},
+        {"UPDATE sqlite_sequence SET seq=9223372036854775807 WHERE name='tUser'", "",
+         u"Tabulka tUser: vydala všechny"_s, true},
+        {"DROP INDEX tPujcky_open; CREATE INDEX own ON tDVD (length(CZJm))", "",
+         u"Rejstřík tPujcky_open souboru data.ddb chybí."_s, true},
+        {"DROP TABLE tZanr", "", u"V souboru data.ddb chybí: tabulka tZanr."_s, true}};
     for (const auto& [catalogueSql, picturesSql, found, mended] : cases) {
         SCOPED_TRACE(found.toStdString());
         renew(5);
@@ -106,7 +126,7 @@ TEST_F(Care, CheckNamesEachFaultAndRepairMendsWhatNeedsNoGuess) {
         EXPECT_EQ(checked().contains(u"Vše je v pořádku."), mended) << checked().toStdString();
         EXPECT_EQ(content(u"data/repair.txt"_s), report.text().toUtf8());
     }
-    EXPECT_EQ(names(u"Zálohy"_s).size(), std::size(cases));
+    EXPECT_EQ(names(u"Zálohy"_s).size(), std::size(cases) - 1);  // a pair made anew has been put aside
     EXPECT_EQ(QFile::permissions(at(u"data/repair.txt"_s)), QFile::Permissions(0x6600));
 }
 
