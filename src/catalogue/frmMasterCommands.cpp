@@ -1,14 +1,11 @@
 // The main window's commands on films and loans, searching and sorting.
 
-#include <optional>
-
 #include "catalogue/frmFindStr.h"
 #include "catalogue/frmMaster.h"
 #include "catalogue/modSortLvw.h"
 #include "core/CatalogueQuery.h"
 #include "film/frmDVD.h"
 #include "platform/Outside.h"
-#include "platform/sqlite.h"
 #include "platform/text.h"
 #include "printing/frmFindObal.h"
 #include "rental/frmPujcDVD.h"
@@ -49,11 +46,7 @@ void frmMaster::OtevritPridatZaznam(qint32 id) {
     frmDVD editor(sites_, this);
     editor.Inicializuj(id);
     editor.exec();
-    if (editor.Vysledek != 1) return;
-    // A file that the save has just waited for in vain is not waited for again.
-    std::optional<sqlite::NoWait> noWait;
-    if (!editor.reachedCatalogue()) noWait.emplace();
-    ObnovZaznam(editor.IDFilmu);
+    if (editor.Vysledek == 1) ObnovZaznam(editor.IDFilmu);
 }
 
 void frmMaster::PujcitVratit() {

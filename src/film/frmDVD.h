@@ -32,15 +32,12 @@ class frmDVD final : public QDialog {
     ~frmDVD() override;
 
     /// Shows the film with the key; 0 for a new one. Failures are skipped and leave their control as for a
-    /// new film; a missing film is reported in a box. A film that could not be read is not stored by this
-    /// window.
+    /// new film. A film that is missing or cannot be read is reported in a box; then nothing can be entered,
+    /// and nothing is stored over it.
     void Inicializuj(qint32 id);
 
     void Refresh_ZanrLST();
     void Refresh_OddelCBO();
-
-    /// False when the save could not open the catalogue, so that nothing was stored.
-    bool reachedCatalogue() const noexcept { return reachedCatalogue_; }
 
     /// Key of the film; 0 while it is new and not saved.
     qint32 IDFilmu = 0;
@@ -58,6 +55,7 @@ class frmDVD final : public QDialog {
     void connectButtons();
     void VycistiForm();
     void readFilm();
+    void refuseInput();
     void readColumns(const ado::Recordset& films);
 
     void save();
@@ -89,7 +87,6 @@ class frmDVD final : public QDialog {
     Sites sites_;
     bool unread_ = false;  ///< its row could not be read, so the controls do not show it
     bool departmentTyped_ = false;
-    bool reachedCatalogue_ = true;
     formContent::Content shown_;  // content of the controls when the film was opened
     std::array<QRadioButton*, 3> optJazyk_{};
     std::array<QCheckBox*, 5> chkMenu_{};

@@ -109,6 +109,15 @@ void frmDVD::readFilm() {
     // A failed open has been told already.
     if (films.opened() && unread_) tellMissingFilm(this);
     readColumns(*films);
+    if (unread_) refuseInput();
+}
+
+void frmDVD::refuseInput() {
+    // The save will not store it.
+    for (QWidget* part :
+         QList<QWidget*>{ui_->txtKatalog, ui_->txtCZName, ui_->cmdFindNet, ui_->Command4, ui_->tabMain})
+        part->setEnabled(false);
+    ui_->cmdStorno->setFocus();
 }
 
 void frmDVD::readColumns(const ado::Recordset& films) {
@@ -155,10 +164,9 @@ void frmDVD::save() {
 
 void frmDVD::store() {
     const CatalogueQuery films(filmSql(IDFilmu), CatalogueQuery::Failures::told);
-    reachedCatalogue_ = films.opened();
     if (atEnd(*films)) {
         if (IDFilmu != 0) {
-            if (reachedCatalogue_) tellMissingFilm(this);
+            if (films.opened()) tellMissingFilm(this);
         } else {
             skipFailure([&] { films->AddNew(); });
         }

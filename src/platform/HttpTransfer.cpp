@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int mostRedirects = 20;
-constexpr qint64 mostHeaderBytes = 256 * 1024;
+constexpr qint64 mostHeaderBytes = qint64{256} * 1024;
 constexpr int pollMilliseconds = 50;
 
 bool isWebAddress(const QUrl& url) {
@@ -155,13 +155,15 @@ bool HttpTransfer::inTime() const {
 }
 
 size_t HttpTransfer::onHeader(char* bytes, size_t size, size_t count, void* transfer) {
-    const auto length = static_cast<qsizetype>(size * count);
-    return static_cast<HttpTransfer*>(transfer)->takeHeader({bytes, length}) ? size * count : 0;
+    const size_t length = size * count;
+    return static_cast<HttpTransfer*>(transfer)->takeHeader({bytes, static_cast<qsizetype>(length)}) ? length
+                                                                                                     : 0;
 }
 
 size_t HttpTransfer::onContent(char* bytes, size_t size, size_t count, void* transfer) {
-    const auto length = static_cast<qsizetype>(size * count);
-    return static_cast<HttpTransfer*>(transfer)->takeContent({bytes, length}) ? size * count : 0;
+    const size_t length = size * count;
+    return static_cast<HttpTransfer*>(transfer)->takeContent({bytes, static_cast<qsizetype>(length)}) ? length
+                                                                                                      : 0;
 }
 
 bool HttpTransfer::takeHeader(QByteArrayView line) {

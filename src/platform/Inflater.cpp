@@ -13,7 +13,7 @@ Inflater::~Inflater() {
 }
 
 bool Inflater::inflate(QByteArrayView piece, const std::function<bool(QByteArrayView)>& take) {
-    std::array<char, 16 * 1024> plain;
+    std::array<char, 16384> plain;
     stream_.next_in = reinterpret_cast<const Bytef*>(piece.data());
     stream_.avail_in = static_cast<uInt>(piece.size());
     do {

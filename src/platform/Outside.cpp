@@ -1,5 +1,6 @@
 #include "platform/Outside.h"
 
+#include "platform/LockPatience.h"
 #include "platform/errors.h"
 
 namespace {
@@ -24,5 +25,7 @@ BoxAnswer MsgBox(const QString& text, int style, const QString& title) {
 }
 
 BoxAnswer MsgBox(QObject* owner, const QString& text, int style, const QString& title) {
+    // What follows the box belongs to what was asked for before it, however long it is read.
+    const LockPatiencePause reading;
     return Outside::current().messageBox(text, style, title, owner);
 }

@@ -32,6 +32,7 @@ class Download final : public QObject {
     Download(const QString& url, const QString& path, const DownloadLimits& limits = {});
     /// Aborts a download that is still running.
     ~Download() override;
+    Q_DISABLE_COPY_MOVE(Download)
 
     /// Waits until the download has ended, but no longer than `longest`. Meanwhile windows are painted and
     /// timers run, but user input is held back.

@@ -19,14 +19,11 @@ namespace {
 
 constexpr std::chrono::milliseconds busyStep{5};
 
-thread_local int impatient = 0;  // objects of NoWait
-
 /// Waits for another program's lock. SQLite's own handler polls ever less often and keeps missing the gaps
 /// while another program writes row after row.
 int waitForOthers(void* handle, int tries) noexcept {
-    thread_local LockPatience patience;
     const char* file = sqlite3_db_filename(static_cast<sqlite3*>(handle), "main");
-    if (impatient > 0 || !patience.lasts(file, tries, LockPatience::Clock::now())) return 0;
+    if (!LockPatience::ofThread().lasts(file, tries, LockPatience::Clock::now())) return 0;
     std::this_thread::sleep_for(busyStep);
     return 1;
 }
@@ -74,14 +71,6 @@ qint32 number(int resultCode) {
 }
 
 }  // namespace
-
-sqlite::NoWait::NoWait() noexcept {
-    ++impatient;
-}
-
-sqlite::NoWait::~NoWait() {
-    --impatient;
-}
 
 QString sqlite::description(int resultCode) {
     switch (resultCode & 0xFF) {

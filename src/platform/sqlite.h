@@ -32,16 +32,7 @@ class Failure final : public RuntimeError {
 /// @throws Failure always, for the last call on `handle`.
 [[noreturn]] void throwFailure(sqlite3* handle, int resultCode);
 
-/// While it lives, files that other programs hold are not waited for: operations on them fail at once.
-class NoWait final {
- public:
-    NoWait() noexcept;
-    ~NoWait();
-    NoWait(const NoWait&) = delete;
-    NoWait& operator=(const NoWait&) = delete;
-};
-
-/// One open database file with the collation CZECH and a busy time-out of 5 seconds. Triggers, views
+/// One open database file with the collation CZECH and the busy time-out of LockPatience. Triggers, views
 /// and checks of the file do not run.
 class Database final {
  public:

@@ -61,6 +61,12 @@ frmUser::~frmUser() = default;
 
 void frmUser::setUSID(qint32 id) {
     ui_->lblUSID->setText(QString::number(id));
+    setUnread(false);
+}
+
+void frmUser::setUnread(bool unread) {
+    unread_ = unread;
+    ui_->Frame1->setDisabled(unread);
 }
 
 void frmUser::empty() {
@@ -85,7 +91,8 @@ void frmUser::keyPressEvent(QKeyEvent* event) {
 
 void frmUser::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
-    ui_->txtUSREGNUM->setFocus();  // rather than the button pressed last
+    // Rather than the button pressed last.
+    unread_ ? ui_->cmdStorno->setFocus() : ui_->txtUSREGNUM->setFocus();
 }
 
 void frmUser::ReadData() {
@@ -96,7 +103,8 @@ void frmUser::ReadData() {
 void frmUser::readColumns() {
     const CatalogueQuery customers(customerSql(ui_->lblUSID->text()), CatalogueQuery::Failures::skipped);
     if (ui_->lblUSID->text() == u"0") return;
-    if (atEnd(*customers)) return tellMissingCustomer(this);
+    setUnread(atEnd(*customers));
+    if (unread_) return tellMissingCustomer(this);
     const auto read = [&](QStringView column, auto&& take) {
         skipFailure([&] { take(customers->Fields(column).Value().toText()); });
     };
@@ -132,7 +140,7 @@ void frmUser::SaveData() {
     CatalogueQuery customer(customerSql(ui_->lblUSID->text()), CatalogueQuery::Failures::skipped);
     if (ui_->lblUSID->text() == u"0") {
         skipFailure([&] { customer->AddNew(); });
-    } else if (atEnd(*customer)) {
+    } else if (unread_ || atEnd(*customer)) {
         tellMissingCustomer(this);
         customer.close();  // so that the statements below have nothing to write to
     }

@@ -23,8 +23,8 @@ class frmUser final : public QDialog {
     /// Sets the customer by `USID`; 0 for a new one. Nothing is read.
     void setUSID(qint32 id);
 
-    /// Shows the stored customer. A box whose column is Null or cannot be read stays as it is; a missing
-    /// customer is reported in a box.
+    /// Shows the stored customer. A box whose column is Null stays as it is. A customer that is missing or
+    /// cannot be read is reported in a box; then nothing can be entered, and nothing is stored over it.
     void ReadData();
 
     /// Checks that name and address are filled in. A box lists what is missing.
@@ -32,8 +32,8 @@ class frmUser final : public QDialog {
     void Kontrola(bool& valid);
 
     /// Stores the boxes, in a new row for a new customer. Without a personal code the `USID` is stored as the
-    /// code, and the form then stands for that customer. Failures are skipped; a missing customer is reported
-    /// in a box.
+    /// code, and the form then stands for that customer. Failures are skipped; a customer that is missing or
+    /// has not been read is reported in a box.
     void SaveData();
 
  protected:
@@ -46,7 +46,10 @@ class frmUser final : public QDialog {
     void empty();
     void save();
     void readColumns();
+    /// Whether the customer could not be read, so that the boxes do not show it.
+    void setUnread(bool unread);
 
     std::unique_ptr<Ui::frmUser> ui_;
+    bool unread_ = false;
     formContent::Content stored_;  // content of the controls as read or stored last
 };

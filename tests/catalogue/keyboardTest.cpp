@@ -3,39 +3,16 @@
 #include <QTabWidget>
 #include <QToolButton>
 
-#include "catalogue/frmFindStr.h"
 #include "catalogue/masterFixture.h"
-#include "film/frmDVD.h"
-#include "film/frmOddeleniList.h"
-#include "film/frmZanry.h"
-#include "lookup/frmCSFDFind.h"
-#include "printing/frmFindObal.h"
-#include "printing/frmTisknout.h"
-#include "rental/SharedUser.h"
-#include "rental/frmKlienti.h"
-#include "rental/frmPujcDVD.h"
-#include "services/frmAbout.h"
-#include "services/frmNewVersion.h"
+#include "support/everyWindow.h"
 #include "toolkit/shades.h"
 
 using KeyboardTest = MasterTest;
 
 TEST_F(KeyboardTest, EnterPressesEveryButtonOnceAndEscapeClosesEveryDialog) {
-    const auto user = std::make_shared<SharedUser>();
-    frmAbout about;
-    frmCSFDFind films(Sites{});
-    frmDVD editor(Sites{});
-    frmFindObal covers(Sites{});
-    frmFindStr prompt;
-    frmKlienti rental(user);
-    frmNewVersion offer(Sites{});
-    frmOddeleniList departments;
-    frmPujcDVD lending(user);
-    frmTisknout lists;
-    frmZanry genres;
+    EveryWindow windows;
     int buttons = 0;
-    for (QWidget* each : QList<QWidget*>{&window(), &about, &films, &editor, &covers, &prompt, &rental,
-                                         &offer, &departments, &lending, &lists, &user->loaded(), &genres}) {
+    for (QWidget* each : windows.all()) {
         each->show();
         for (auto* button : each->findChildren<QAbstractButton*>()) {
             if (!button->isVisible() || !button->isEnabled() || button->isCheckable() ||
@@ -54,9 +31,9 @@ TEST_F(KeyboardTest, EnterPressesEveryButtonOnceAndEscapeClosesEveryDialog) {
             ++buttons;
         }
         QTest::keyClick(each, Qt::Key_Escape);
-        EXPECT_EQ(each->isVisible(), each == &window()) << each->windowTitle().toStdString();
+        EXPECT_EQ(each->isVisible(), each == &windows.master) << each->windowTitle().toStdString();
     }
-    EXPECT_GE(buttons, 41);
+    EXPECT_GE(buttons, 45);
 }
 
 TEST_F(KeyboardTest, TabReachesTheBarsInOrderAndDownOpensAMenu) {

@@ -10,6 +10,7 @@
 #include "datatool/careCommands.h"
 #include "datatool/importFixture.h"
 #include "platform/FolderLock.h"
+#include "platform/LockPatience.h"
 #include "platform/restrictions.h"
 
 using namespace Qt::StringLiterals;
@@ -18,6 +19,23 @@ namespace {
 
 const QDateTime now(QDate(2026, 11, 25), QTime(18, 30));
 const auto silent = [](const QString&, qint64, qint64) {};
+
+/// While it lives, these data files are not waited for when they are locked: they count as waited for in
+/// vain.
+class WaitedFor {
+ public:
+    explicit WaitedFor(const QStringList& files) {
+        for (const QString& file : files) {
+            const auto ended = LockPatience::Clock::now();
+            patience_.lasts(file.toUtf8(), 0, ended - std::chrono::hours(1));
+            patience_.lasts(file.toUtf8(), 1, ended);
+        }
+    }
+
+ private:
+    LockPatience& patience_ = LockPatience::ofThread();
+    LockPatiencePause pause_;
+};
 
 class Care : public OldPair {
  protected:
@@ -159,7 +177,7 @@ TEST_F(Care, DamagedPageLosesOnlyItsRowsAndThePairIsPutAside) {
     EXPECT_FALSE(QFile::exists(at(u"safe"_s)));
     // What another program wrote meanwhile would be put aside unseen.
     QStringList refused;
-    const sqlite::NoWait noWait;
+    const WaitedFor waited({pictures()});
     const auto writeMeanwhile = [&](const QString& title, qint64, qint64) {
         if (!title.startsWith(u"Záchrana") || refused.contains(title)) return;
         EXPECT_NE(failureOf([&] { sql(at(u"data/pictures.ddb"_s), "UPDATE tPicture SET PicTyp='png'"); }), 0);
@@ -323,7 +341,7 @@ TEST_F(Care, RestoreChecksTheBackupAndPutsTheFormerPairAside) {
               std::function<void()>([&] { repair::run(at(u"data"_s), now, silent); })})
             EXPECT_TRUE(descriptionOf(work).contains(u"pracuje program"));
     }
-    const sqlite::NoWait noWait;
+    const WaitedFor waited({catalogue(), pictures()});
     for (const char* writing : {"BEGIN IMMEDIATE", "BEGIN EXCLUSIVE"}) {
         for (const auto open : {&dataFiles::openCatalogue, &dataFiles::openPictures}) {
             const sqlite::Database writer = open(at(u"data"_s));

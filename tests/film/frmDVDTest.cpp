@@ -347,6 +347,12 @@ TEST_F(FrmDVDTest, AFilmThatCouldNotBeReadIsNotStoredOver) {
     open(1);
     ASSERT_TRUE(QFile::rename(away, catalogue()));
     outside.boxes.clear();
+    QStringList usable;
+    for (const QWidget* each : editor().findChildren<QWidget*>()) {
+        if (each->focusPolicy() != Qt::NoFocus && each->isEnabled()) usable += each->objectName();
+    }
+    EXPECT_EQ(usable, QStringList({u"cmdSave"_s, u"cmdStorno"_s}));
+    EXPECT_EQ(editor().focusWidget(), &control<QWidget>("cmdStorno"));
     save();
     EXPECT_EQ(row(), before);
     EXPECT_TRUE(outside.told().contains(u"beze změny"_s));

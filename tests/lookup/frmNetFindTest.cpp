@@ -3,41 +3,18 @@
 #include <QGroupBox>
 #include <QListWidget>
 
+#include "support/FakeBrowser.h"
 #include "support/TemporaryProgram.h"
 #include "support/windows.h"
 
 namespace {
 
-/// A browser that goes nowhere; the test raises its events.
-struct FakeBrowser final : Browser {
-    FakeBrowser(QWidget& parent, Events raised) : events(std::move(raised)), place(new QWidget(&parent)) {}
-    QWidget& widget() override { return *place; }
-    void Navigate(const QString& urlOrPath) override { visited += urlOrPath; }
-    void Stop() override {
-        ++stops;
-        stopped();
-    }
-    QString innerHTML() const override { return body; }
-
-    Events events;
-    QStringList visited;
-    QString body;
-    int stops = 0;
-    std::function<void()> stopped = [] {};
-    QWidget* place;  // its parent's
-};
-
-class FrmNetFindTest : public TemporaryProgram, public BrowserFactory {
+class FrmNetFindTest : public TemporaryProgram {
  protected:
     FrmNetFindTest() { window.show(); }
 
-    std::unique_ptr<Browser> create(QWidget& parent, Browser::Events events) override {
-        auto browser = std::make_unique<FakeBrowser>(parent, std::move(events));
-        browsers += browser.get();
-        return browser;
-    }
-    FakeBrowser& search() { return *browsers[0]; }
-    FakeBrowser& film() { return *browsers[1]; }
+    FakeBrowser& search() { return *browsers.made[0]; }
+    FakeBrowser& film() { return *browsers.made[1]; }
 
     /// The panels shown, and the size of the window.
     QString state() {
@@ -56,8 +33,8 @@ class FrmNetFindTest : public TemporaryProgram, public BrowserFactory {
 
     const Sites sites{.shop = u"http://shop"_s};
     const QString listUrl = u"http://shop/seznam_video.php"_s;
-    QList<FakeBrowser*> browsers;
-    frmNetFind window{sites, *this};
+    FakeBrowsers browsers;
+    frmNetFind window{sites, browsers};
 };
 
 }  // namespace
@@ -73,6 +50,7 @@ TEST_F(FrmNetFindTest, BrowserEventsLeadFromTheFormToTheListToTheFilm) {
         film().events.DocumentComplete(other);
     EXPECT_EQ(state(), u" 559x393"_s);
 
+    window.move(30, 40);
     search().events.BeforeNavigate2(listUrl);
     EXPECT_EQ(state(), u"Frame2 402x218"_s);
     EXPECT_FALSE(window.rect().intersects(search().widget().geometry()));
@@ -90,6 +68,7 @@ TEST_F(FrmNetFindTest, BrowserEventsLeadFromTheFormToTheListToTheFilm) {
     film().body = u"<H2 class=title1>Dům<A>"_s;
     film().events.DocumentComplete(film().visited.last());
     EXPECT_EQ(state(), u"Frame2 framData 559x393"_s);
+    EXPECT_EQ(window.pos(), QPoint(30, 40));
     EXPECT_EQ(control<QWidget>(window, "framData").pos(), QPoint(3, 3));
     EXPECT_EQ(film().stops, 1);
     EXPECT_TRUE(window.result().withPicture);

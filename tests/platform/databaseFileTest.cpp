@@ -1,6 +1,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <optional>
 
 #include "core/mDatabase.h"
 #include "platform/LockPatience.h"
@@ -138,19 +139,43 @@ TEST_F(DatabaseFileTest, ReadOnlyFolderIsReadAndRefusesChanges) {
 }
 
 TEST(LockPatience, LastsFiveSecondsByTheClockAndNotAgainRightAfter) {
+    using namespace std::chrono_literals;
     LockPatience patience;
+    const auto lasts = [&](const char* file, int tries, std::chrono::milliseconds at) {
+        return patience.lasts(file, tries, LockPatience::Clock::time_point(1h + at));
+    };
     const struct {
         const char* file;
         int tries;
-        int milliseconds;
+        std::chrono::milliseconds at;
         bool lasts;
-    } steps[] = {{"a", 0, 0, true},      {"a", 1, 4999, true},  {"a", 2, 5000, false},
-                 {"a", 0, 5001, false},  {"b", 0, 5002, true},  {"b", 3000, 5003, true},
-                 {"a", 0, 5999, false},  {"a", 0, 6000, true},  {"a", 1, 10999, true},
-                 {"a", 2, 11000, false}, {"b", 0, 11001, true}, {"a", 0, 11002, false}};
-    for (const auto& [file, tries, milliseconds, lasts] : steps) {
-        const LockPatience::Clock::time_point now(std::chrono::hours(1) +
-                                                  std::chrono::milliseconds(milliseconds));
-        EXPECT_EQ(patience.lasts(file, tries, now), lasts) << file << ' ' << milliseconds;
+    } steps[] = {{"a", 0, 0ms, true},      {"a", 1, 4999ms, true},  {"a", 2, 5000ms, false},
+                 {"a", 0, 5001ms, false},  {"b", 0, 5002ms, true},  {"b", 3000, 5003ms, true},
+                 {"a", 0, 5999ms, false},  {"a", 0, 6000ms, true},  {"a", 1, 10999ms, true},
+                 {"a", 2, 11000ms, false}, {"b", 0, 11001ms, true}, {"a", 0, 11002ms, false},
+                 {"b", 1, 16001ms, false}, {"a", 0, 16002ms, false}};
+    for (const auto& [file, tries, at, expected] : steps)
+        EXPECT_EQ(lasts(file, tries, at), expected) << file << ' ' << at.count();
+    patience.pause(LockPatience::Clock::time_point(1h + 17s));
+    EXPECT_FALSE(lasts("b", 0, 30min));
+    patience.goOn(LockPatience::Clock::time_point(2h));
+    EXPECT_FALSE(lasts("a", 0, 1h + 999ms));
+    EXPECT_TRUE(lasts("b", 0, 1h + 1s));
+}
+
+TEST(LockPatience, DoesNotCountTheTimeOfABox) {
+    using namespace std::chrono_literals;
+    ScriptedOutside outside;
+    LockPatience& patience = LockPatience::ofThread();
+    for (const std::chrono::seconds ago : {0s, 1s}) {
+        const auto lockedAt = LockPatience::Clock::now() - ago;
+        const auto lastsAgain = [&] { return patience.lasts("a", 0, lockedAt + 1h); };
+        EXPECT_TRUE(patience.lasts("a", 0, lockedAt - 5s));
+        EXPECT_FALSE(patience.lasts("a", 1, lockedAt));
+        std::optional<bool> inBox;
+        outside.reading = [&] { inBox = lastsAgain(); };
+        MsgBox(QString());
+        EXPECT_EQ(inBox, ago == 1s);
+        EXPECT_TRUE(lastsAgain());
     }
 }

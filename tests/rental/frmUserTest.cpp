@@ -130,6 +130,9 @@ TEST_F(FrmUserTest, AMissingCustomerIsReportedAndAMissingCatalogueIsNot) {
     EXPECT_EQ(outside.owner(), &form);
     EXPECT_EQ(outside.told(), notFound);
     EXPECT_EQ(entered(form).join(u""_s), u""_s);
+    QTest::keyClicks(form.focusWidget(), u"x"_s);
+    EXPECT_EQ(entered(form).join(u""_s), u""_s);
+    EXPECT_EQ(form.focusWidget(), &control<QWidget>(form, "cmdStorno"));
     load(form, 7);
     sql("DELETE FROM tUser; INSERT INTO tUser (USID, USNAME, USREGNUM) VALUES (8, 'Jiný', '8')");
     for (const QString& code : {u"5"_s, u""_s}) {
@@ -145,6 +148,23 @@ TEST_F(FrmUserTest, AMissingCustomerIsReportedAndAMissingCatalogueIsNot) {
     EXPECT_FALSE(Err.pending());
     ASSERT_TRUE(QFile::rename(at(u"away"_s), catalogue()));
     EXPECT_EQ(customers(), u"8|Jiný|-|-|-|-|8"_s);
+}
+
+TEST_F(FrmUserTest, ACustomerThatCouldNotBeReadIsNotStoredOver) {
+    sql("INSERT INTO tUser (USID, USNAME, USADR, USPHONE) VALUES (7, 'Novák', 'Praha', '123')");
+    const QString before = customers();
+    frmUser form;
+    const QString away = at(u"away"_s);
+    ASSERT_TRUE(QFile::rename(catalogue(), away));
+    load(form, 7);
+    ASSERT_TRUE(QFile::rename(away, catalogue()));
+    EXPECT_FALSE(control<QWidget>(form, "txtUSADR").isEnabled());
+    save(form, {{}, u"Novák"_s, {}, {}, u"Praha"_s});
+    EXPECT_EQ(outside.told().count(u"Záznam k úpravě nenalezen!"_s), 2);
+    EXPECT_EQ(customers(), before);
+    load(form, 7);
+    save(form, {u"7"_s, u"Novák"_s, {}, {}, u"Brno"_s});
+    EXPECT_EQ(customers(), u"7|Novák|Brno||||7"_s);
 }
 
 TEST_F(FrmUserTest, EscapeLeavesOnlyAFormWithoutChanges) {

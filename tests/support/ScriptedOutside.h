@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QHash>
 #include <QStringList>
+#include <functional>
 #include <utility>
 
 #include "platform/Outside.h"
@@ -21,6 +22,7 @@ class ScriptedOutside final : public Outside {
 
     BoxAnswer messageBox(const QString& text, int style, const QString& title, QObject* owner) override {
         boxes.append({text, style, title, owner});
+        reading();
         if ((style & boxStyle::yesNo) == 0) return BoxAnswer::ok;
         return answers.isEmpty() ? BoxAnswer::yes : answers.takeFirst();
     }
@@ -71,6 +73,7 @@ class ScriptedOutside final : public Outside {
     const QObject* owner() const { return boxes.isEmpty() ? nullptr : boxes.last().owner; }
 
     QList<Box> boxes;
+    std::function<void()> reading = [] {};  ///< runs while a box is open
     QList<FileDialogRequest> fileDialogs;
     QStringList downloads;
     QList<BoxAnswer> answers;          ///< taken from the front; then Yes

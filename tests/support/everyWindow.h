@@ -19,26 +19,7 @@
 #include "services/frmAbout.h"
 #include "services/frmNewVersion.h"
 #include "services/frmSplash.h"
-#include "toolkit/Browser.h"
-
-/// A browser without an engine.
-class NoBrowser final : public Browser {
- public:
-    explicit NoBrowser(QWidget& parent) : control_(&parent) { control_.setFocusPolicy(Qt::StrongFocus); }
-    QWidget& widget() override { return control_; }
-    void Navigate(const QString& /*urlOrPath*/) override {}
-    void Stop() override {}
-    QString innerHTML() const override { return {}; }
-
- private:
-    QWidget control_;
-};
-
-class NoBrowsers final : public BrowserFactory {
-    std::unique_ptr<Browser> create(QWidget& parent, Browser::Events /*events*/) override {
-        return std::make_unique<NoBrowser>(parent);
-    }
-};
+#include "support/FakeBrowser.h"
 
 /// One of each form, over the catalogue of a TemporaryProgram.
 class EveryWindow {
@@ -56,7 +37,7 @@ class EveryWindow {
     }
 
     std::shared_ptr<SharedUser> user = std::make_shared<SharedUser>();
-    NoBrowsers browsers;
+    FakeBrowsers browsers;
     frmMaster master{Sites{}};
     frmAbout about;
     frmCSFDFind films{Sites{}};
