@@ -29,10 +29,10 @@ QString folderOf(const CommandCall& call, qsizetype operand) {
 /// Tells the result of a command that was started from the desktop's menu, by the first program that can.
 void notify(const QString& heading, const QString& text) {
     const std::pair<QString, QStringList> programs[] = {
-        {u"notify-send"_s, {u"--icon=kalvera"_s, heading, text}},
+        {u"notify-send"_s, {u"--icon=kalvera"_s, heading, text.toHtmlEscaped()}},  // reads markup
         {u"kdialog"_s, {u"--title"_s, heading, u"--msgbox"_s, text}},
         {u"zenity"_s, {u"--info"_s, u"--no-markup"_s, u"--title"_s, heading, u"--text"_s, text}},
-        {u"xmessage"_s, {text}}};
+        {u"xmessage"_s, {u"-xrm"_s, u"*international: true"_s, text}}};  // else it reads UTF-8 byte by byte
     for (const auto& [program, arguments] : programs) {
         if (QProcess::execute(program, arguments) == 0) return;
     }
