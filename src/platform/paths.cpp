@@ -15,15 +15,26 @@ namespace {
 
 QString theProgramFolder;
 
+/// The files of the ready-made folder, without the copies that dpkg keeps beside them while it replaces them.
+QFileInfoList readyMadeFiles(const QString& folder) {
+    QFileInfoList files = QDir(folder).entryInfoList(QDir::Files);
+    files.removeIf([](const QFileInfo& file) { return file.suffix().startsWith(u"dpkg-"); });
+    return files;
+}
+
 void seed(const QString& from, const QString& userFolder) {
     const RuntimeError failure(errors::pathAccess, u"Složku pro data programu nelze připravit: %1"_s.arg(
                                                        QDir::toNativeSeparators(userFolder)));
+    // One of them is missing while the package is being installed or removed.
+    for (const QString& needed : {u"/data.ddb"_s, u"/pictures.ddb"_s}) {
+        if (!QFileInfo::exists(from + needed)) throw failure;
+    }
     if (!QDir().mkpath(userFolder)) throw failure;
     // Created under another name and renamed when complete, so that an interrupted start leaves no
     // incomplete one.
     QTemporaryDir copy(userFolder + u"/data-XXXXXX"_s);
     if (!copy.isValid()) throw failure;
-    const QFileInfoList files = QDir(from).entryInfoList(QDir::Files);
+    const QFileInfoList files = readyMadeFiles(from);
     for (const QFileInfo& file : files) {
         QFile target(copy.filePath(file.fileName()));
         try {
@@ -46,7 +57,7 @@ void replaceIfOther(const QString& file, const QString& shippedFile) {
 /// Updates pages and help to the installed version. The data files are the user's own. A file that cannot be
 /// replaced must not prevent the program from starting: the old one stays.
 void refresh(const QString& from, const QString& data) {
-    const QFileInfoList files = QDir(from).entryInfoList(QDir::Files);
+    const QFileInfoList files = readyMadeFiles(from);
     for (const QFileInfo& file : files) {
         if (file.suffix() == u"ddb") continue;
         skipFailure([&] { replaceIfOther(data + u'/' + file.fileName(), file.filePath()); });

@@ -23,7 +23,7 @@ QString ignoringCase(const QString& path);
 /// writable, else `userFolder`, whose `data` folder is copied from the first existing folder of
 /// `readyMadeData` if missing. In an existing one the data files (`*.ddb`) are never touched; pages and help
 /// are replaced if they differ from the ready-made ones, and kept where that fails.
-/// @throws RuntimeError 75 when the copy fails; nothing is left of it then.
+/// @throws RuntimeError 75 when the copy fails or lacks a data file; nothing is left of it then.
 QString chooseProgramFolder(const QString& executableFolder, const QString& userFolder,
                             const QStringList& readyMadeData);
 

@@ -61,11 +61,14 @@ TEST_F(Paths, ProgramFolderIsChosenAndFilled) {
         {u"mkdir -p program/data; put ready/data.ddb 644 fresh"_s, u"program"_s, u"program/data/"_s},
         {u"put ready/data.ddb 444 fresh; put ready/pictures.ddb 666 bytes; put ready2/data.ddb 644 later"_s,
          u"home/own"_s, u"home/own/data/data.ddb 600 fresh,home/own/data/pictures.ddb 600 bytes,"_s},
-        {u"mkdir -p program/data; chmod 555 program/data; put ready/data.ddb 444 fresh"_s, u"home/own"_s,
-         u"home/own/data/data.ddb 600 fresh,program/data/"_s},
+        {u"mkdir -p program/data; chmod 555 program/data; put ready/data.ddb 444 fresh; "
+         "put ready/pictures.ddb 644 bytes; put ready/data.ddb.dpkg-new 644 newer"_s,
+         u"home/own"_s,
+         u"home/own/data/data.ddb 600 fresh,home/own/data/pictures.ddb 600 bytes,program/data/"_s},
         {u"put ready/data.ddb 644 fresh; put ready/pictures.ddb 644 fresh; put ready/help.chm 444 newer; "
-         "put ready/new.htm 644 new; put home/own/data/data.ddb 640 mine; "
-         "put home/own/data/help.chm 600 older; put home/own/data/note.htm 644 own"_s,
+         "put ready/new.htm 644 new; put ready/new.htm.dpkg-tmp 644 old; "
+         "put home/own/data/data.ddb 640 mine; put home/own/data/help.chm 600 older; "
+         "put home/own/data/note.htm 644 own"_s,
          u"home/own"_s,
          u"home/own/data/data.ddb 640 mine,home/own/data/help.chm 600 newer,home/own/data/new.htm 600 new,"
          "home/own/data/note.htm 644 own,"_s},
@@ -73,8 +76,10 @@ TEST_F(Paths, ProgramFolderIsChosenAndFilled) {
          u"home/own"_s, u"home/own/data/a.htm 600 older,home/own/data/b.htm 600 newer,"_s},
         {u""_s, u"home/own"_s, u""_s},
         {u"put ready/data.ddb 644 fresh; put ready/pictures.ddb 000"_s, u"failure 75"_s, u"home/own/"_s},
-        {u"put ready/data.ddb 644 fresh; put home 644 'in the way'"_s, u"failure 75"_s,
-         u"home 644 in the way,"_s}};
+        {u"put ready/data.ddb 644 fresh; put ready/pictures.ddb.dpkg-new 644 fresh"_s, u"failure 75"_s,
+         u""_s},
+        {u"put ready/data.ddb 644 fresh; put ready/pictures.ddb 644 fresh; put home 644 'in the way'"_s,
+         u"failure 75"_s, u"home 644 in the way,"_s}};
     for (const auto& [before, expected, after] : cases) {
         SCOPED_TRACE(before.toStdString());
         shell(before);
