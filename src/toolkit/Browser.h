@@ -47,6 +47,8 @@ class BrowserFactory {
     virtual std::unique_ptr<Browser> create(QWidget& parent, Browser::Events events) = 0;
 };
 
+/// The number is raised with every change of the two classes: a program that still runs after an upgrade
+/// finds the plugin of the newer version, and refuses one of another number.
 #define BrowserFactoryId "cz.kalvera.BrowserFactory/1"
 Q_DECLARE_INTERFACE(BrowserFactory, BrowserFactoryId)
 
