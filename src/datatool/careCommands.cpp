@@ -32,7 +32,8 @@ void notify(const QString& heading, const QString& text) {
         {u"notify-send"_s, {u"--icon=kalvera"_s, heading, text.toHtmlEscaped()}},  // reads markup
         {u"kdialog"_s, {u"--title"_s, heading, u"--msgbox"_s, text}},
         {u"zenity"_s, {u"--info"_s, u"--no-markup"_s, u"--title"_s, heading, u"--text"_s, text}},
-        {u"xmessage"_s, {u"-xrm"_s, u"*international: true"_s, text}}};  // else it reads UTF-8 byte by byte
+        // Without these it shows each byte of UTF-8 as a letter or, in the locale C, nothing.
+        {u"env"_s, {u"LC_ALL=C.UTF-8"_s, u"xmessage"_s, u"-xrm"_s, u"*international: true"_s, text}}};
     for (const auto& [program, arguments] : programs) {
         if (QProcess::execute(program, arguments) == 0) return;
     }

@@ -432,7 +432,8 @@ TEST_F(Care, KillsLeaveAWholePair) {
 
 TEST_F(Care, DesktopHearsFromTheFirstProgramThatCanTell) {
     ASSERT_TRUE(QDir().mkpath(at(u"bin"_s)));
-    environment.insert(u"PATH"_s, at(u"bin"_s));
+    environment.insert(u"PATH"_s, at(u"bin:"_s) + qEnvironmentVariable("PATH"));
+    environment.insert(u"LC_ALL"_s, u"C"_s);
     const auto install = [this](const QString& name, const QByteArray& script) {
         write(u"bin/"_s + name, "#!/bin/sh\n" + script);
         QFile::setPermissions(at(u"bin/"_s + name), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
@@ -443,11 +444,12 @@ TEST_F(Care, DesktopHearsFromTheFirstProgramThatCanTell) {
                                                  {u"xmessage"_s, u"<b> & c"_s}};
     for (const auto& [name, folder] : cases) {
         SCOPED_TRACE(name.toStdString());
-        install(name, "printf '%s|' \"$@\" >" + at(u"told"_s).toUtf8());
+        install(name, "printf '%s|' \"$@\" $LC_ALL >" + at(u"told"_s).toUtf8());
         EXPECT_EQ(run({u"backup"_s, at(u"data"_s), at(u"<b> & c"_s), u"--desktop"_s}).exitCode, 0);
         QString told = QString::fromUtf8(content(u"told"_s));
         EXPECT_TRUE(told.contains(u"Záloha je hotová"_s) && told.contains(folder)) << told.toStdString();
-        EXPECT_EQ(told.contains(u"|*international: true|"_s), name == u"xmessage"_s);
+        EXPECT_EQ(told.contains(u"|*international: true|"_s) && told.endsWith(u"|C.UTF-8|"_s),
+                  name == u"xmessage"_s);
         EXPECT_EQ(run({u"backup"_s, at(u"nowhere"_s), at(u"c"_s), u"--desktop"_s}).exitCode, 1);
         told = QString::fromUtf8(content(u"told"_s));
         EXPECT_TRUE(told.contains(u"Záloha nevznikla. "_s)) << told.toStdString();
