@@ -12,31 +12,52 @@ namespace {
 struct Table {
     const char* schema;
     const char* name;
-    const char* references;  // a query for the keys that other rows name, also those of deleted rows
+    std::vector<const char*> references;  // queries for the highest key up to ?1 that other rows name
 };
-constexpr Table tables[] = {
-    {"main", "tDVD", "SELECT P_DVDID AS k FROM tPujcky UNION ALL SELECT PicDVDID FROM pictures.tPicture"},
-    {"main", "tZanr", "SELECT 0 AS k"},
-    {"main", "tOddeleni", "SELECT 0 AS k"},
-    {"main", "tUser", "SELECT 0 AS k"},  // loans name customers by their own codes too
-    {"main", "tPujcky", "SELECT 0 AS k"},
-    {"pictures", "tPicture", "SELECT Obal_ID AS k FROM tDVD UNION ALL SELECT Nahled_ID FROM tDVD"}};
+
+const std::vector<Table>& tables() {
+    // Loans and pictures of deleted films stay. Loans name customers by their own codes too.
+    static const std::vector<Table> tables{
+        {"main",
+         "tDVD",
+         {"SELECT P_DVDID FROM tPujcky WHERE P_DVDID BETWEEN 1 AND ?1 ORDER BY P_DVDID DESC LIMIT 1",
+          "SELECT PicDVDID FROM pictures.tPicture WHERE PicDVDID BETWEEN 1 AND ?1 ORDER BY PicDVDID DESC "
+          "LIMIT 1"}},
+        {"main", "tZanr", {}},
+        {"main", "tOddeleni", {}},
+        {"main", "tUser", {}},
+        {"main", "tPujcky", {}},
+        {"pictures",
+         "tPicture",
+         {"SELECT max(IFNULL(max(CASE WHEN Obal_ID BETWEEN 1 AND ?1 THEN Obal_ID END), 0), "
+          "IFNULL(max(CASE WHEN Nahled_ID BETWEEN 1 AND ?1 THEN Nahled_ID END), 0)) FROM tDVD"}}};
+    return tables;
+}
+
+/// 0 when no row names any.
+qint64 highestReference(const sqlite::Database& catalogue, const Table& table) {
+    qint64 highest = 0;
+    for (const char* sql : table.references) {
+        const sqlite::Statement found(catalogue, sql);
+        // A reference that is nonsense must not use up all keys.
+        found.bind(1, qint64{dataFiles::highestKey});
+        if (found.step()) highest = std::max(highest, found.number(0));
+    }
+    return highest;
+}
 
 }  // namespace
 
 std::vector<sequences::Wrong> sequences::wrong(const sqlite::Database& catalogue) {
     std::vector<Wrong> found;
-    for (const Table& table : tables) {
+    const auto number = [&catalogue](const QByteArray& sql) { return catalogue.number(sql.constData()); };
+    for (const Table& table : tables()) {
         const QByteArray schema = table.schema;
         const QByteArray name = table.name;
-        const auto number = [&catalogue](const QByteArray& sql) { return catalogue.number(sql.constData()); };
         const qint64 given = number("SELECT IFNULL(max(seq), 0) FROM " + schema +
                                     ".sqlite_sequence WHERE name='" + name + "'");
         const qint64 highest = number("SELECT IFNULL(max(rowid), 0) FROM " + schema + "." + name);
-        // A reference that is nonsense must not use up all keys.
-        const qint64 referred =
-            number(QByteArray("SELECT IFNULL(max(k), 0) FROM (") + table.references +
-                   ") WHERE typeof(k)='integer' AND k<=" + QByteArray::number(dataFiles::highestKey));
+        const qint64 referred = highestReference(catalogue, table);
         const QString title = QString::fromUtf8(name);
         if (std::max(given, highest) < referred) {
             found.push_back(

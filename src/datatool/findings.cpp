@@ -2,6 +2,7 @@
 
 #include "datatool/Interruption.h"
 #include "datatool/Sequences.h"
+#include "datatool/oddValues.h"
 #include "film/mBlobDATA.h"
 
 using namespace Qt::StringLiterals;
@@ -11,10 +12,6 @@ using findings::Kind;
 namespace {
 
 constexpr qsizetype titleLength = 50;
-
-constexpr const char* textColumns[] = {"KatCisl",  "CZJm",    "PuvJm",       "Zanr",   "Obsah",
-                                       "Stat",     "Rezie",   "Delka",       "Rok",    "Herci",
-                                       "Poznamka", "Nabidka", "JazykDetail", "Titulky"};
 
 /// @param sql gives a film's key, its title and what is wrong.
 Kind kind(const sqlite::Database& catalogue, const QString& title, const QByteArray& sql) {
@@ -52,23 +49,6 @@ QByteArray stoppingFilms() {
          {findings::unreadableLanguage() + " AND Jazyk IS NOT NULL",
           telling("jazyk", "Jazyk", " není číslo, které program umí, seznam se u něj zastaví")},
          {"Jazyk IS NULL AND NOT " + findings::emptyFilm(), "'nemá jazyk, seznam se u něj zastaví'"}});
-}
-
-/// Films with values of a kind that the program cannot show or that no table takes.
-QByteArray oddValues() {
-    std::vector<std::pair<QByteArray, QByteArray>> conditions{{"DVDID<1", "'číslo záznamu není kladné'"}};
-    for (const char* column : {"DiskPocet", "Oddel_ID", "Obal_ID", "Nahled_ID"})
-        conditions.emplace_back(findings::noNumber(column),
-                                telling((QByteArray(column) + " je").constData(), column,
-                                        ", to není celé číslo, které program umí"));
-    conditions.emplace_back("IFNULL(Oddel_ID, 0)<>0 AND Oddel_ID NOT IN (SELECT ODID FROM tOddeleni)",
-                            "'oddělení ' || Oddel_ID || ' v číselníku není'");
-    for (const char* column : textColumns) {
-        const QByteArray name = column;
-        conditions.emplace_back("typeof(" + name + ")='blob' OR instr(" + name + ", char(0))>0",
-                                "'" + name + " obsahuje znaky, které nejsou text'");
-    }
-    return filmsBy(conditions);
 }
 
 QByteArray links(const findings::PictureLink& link) {
@@ -144,16 +124,11 @@ QString findings::filmName(const QString& key, const QString& title) {
 
 QByteArray findings::emptyFilm() {
     QByteArrayList conditions;
-    for (const char* text : textColumns)
+    for (const char* text : oddValues::textColumns)
         conditions += "IFNULL(" + QByteArray(text) + ",'')=''";
     for (const char* number : {"DiskPocet", "Jazyk", "Oddel_ID", "Obal_ID", "Nahled_ID"})
         conditions += "IFNULL(" + QByteArray(number) + ",0)=0";
     return '(' + conditions.join(" AND ") + ')';
-}
-
-QByteArray findings::noNumber(const QByteArray& column) {
-    return "(typeof(" + column + ") NOT IN ('integer', 'null') OR " + column +
-           " NOT BETWEEN -2147483648 AND 2147483647)";
 }
 
 QByteArray findings::unreadableLanguage() {
@@ -183,7 +158,6 @@ std::vector<Kind> findings::of(const sqlite::Database& catalogue,
         {u"Filmy, které žádný seznam neukáže"_s,
          films("nemá katalogové číslo, seznam ho neukáže", "KatCisl IS NULL" + filled)},
         {u"Filmy, u kterých se seznam zastaví"_s, stoppingFilms()},
-        {u"Filmy s údaji, které program neumí přečíst"_s, oddValues()},
         {u"Špatné odkazy na obal"_s, links(pictureLinks()[0])},
         {u"Špatné odkazy na náhled"_s, links(pictureLinks()[1])},
         {u"Otevřené výpůjčky smazaných filmů"_s,
@@ -201,13 +175,13 @@ std::vector<Kind> findings::of(const sqlite::Database& catalogue,
          loans(" ' || IFNULL('pod číslem ' || P_UID, 'bez čísla zákazníka') || ' (' || CASE WHEN "
                "PDatVraceni IS NULL THEN 'nevráceno' ELSE 'vráceno' END || ')'",
                "WHERE P_UID IS NULL OR P_UID NOT IN " + customers)}};
-    const auto all = static_cast<qint64>(std::size(queries)) + 3;
+    const auto all = static_cast<qint64>(std::size(queries)) + 4;
     std::vector<Kind> kinds;
     for (const auto& [title, sql] : queries) {
         step(static_cast<qint64>(kinds.size()), all);
         kinds.push_back(kind(catalogue, title, sql));
     }
-    for (const auto& rest : {&sameCodes, &wrongSequences, &wrongPictures}) {
+    for (const auto& rest : {&oddValues::of, &sameCodes, &wrongSequences, &wrongPictures}) {
         step(static_cast<qint64>(kinds.size()), all);
         kinds.push_back(rest(catalogue));
     }

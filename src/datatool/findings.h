@@ -27,8 +27,6 @@ QString filmName(const QString& key, const QString& title);
 /// SQL condition for a row of tDVD that holds nothing but its key.
 QByteArray emptyFilm();
 
-/// SQL condition for a column of tDVD that holds no whole number of 32 bits; Null is none.
-QByteArray noNumber(const QByteArray& column);
 /// SQL condition for a film whose column Jazyk holds what the program cannot turn into a number; Null is
 /// none.
 QByteArray unreadableLanguage();
