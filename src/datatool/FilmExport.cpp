@@ -5,6 +5,7 @@
 #include <QSaveFile>
 #include <QStringDecoder>
 #include <QTemporaryDir>
+#include <optional>
 
 #include "datatool/CsvText.h"
 #include "datatool/DataFiles.h"
@@ -12,6 +13,7 @@
 #include "datatool/PictureFiles.h"
 #include "datatool/outputFile.h"
 #include "datatool/tableHeadings.h"
+#include "platform/FolderLock.h"
 #include "platform/files.h"
 
 using namespace Qt::StringLiterals;
@@ -110,6 +112,20 @@ class Writer final {
     int columns_;
 };
 
+/// Begins the name of a folder that is not complete. Each is locked as long as its maker lives.
+constexpr QStringView unfinished = u".kalvera-export-";
+
+/// Removes what killed exports have left. Folders of other users, which anybody can put into a shared one,
+/// and links are left alone.
+void removeLeftBehind(const QDir& parent, const QFileInfo& own) {
+    const QFileInfoList folders =
+        parent.entryInfoList({unfinished.toString() + u'*'}, QDir::Dirs | QDir::Hidden);
+    for (const QFileInfo& folder : folders) {
+        if (folder == own || folder.isSymLink() || folder.ownerId() != own.ownerId()) continue;
+        if (!FolderLock(folder.filePath()).isTaken()) QDir(folder.filePath()).removeRecursively();
+    }
+}
+
 }  // namespace
 
 filmExport::Report filmExport::write(const QString& folder, const QString& csv, const Progress& progress) {
@@ -123,8 +139,11 @@ filmExport::Report filmExport::writeWithPictures(const QString& folder, const QS
     const sqlite::Database database = dataFiles::openCatalogue(folder);
     const QString path = QDir::cleanPath(QFileInfo(target).absoluteFilePath());
     outputFile::refuseExistingOrHomeless(path);
-    QTemporaryDir made(path + u".XXXXXX"_s);
+    const QDir parent = QFileInfo(path).dir();
+    QTemporaryDir made(parent.filePath(unfinished.toString() + u"XXXXXX"_s));
     if (!made.isValid()) outputFile::fail(u"Složku nelze vytvořit"_s, path);
+    std::optional<FolderLock> lock(made.path());
+    removeLeftBehind(parent, QFileInfo(made.path()));
     Report report;
     try {
         PictureFiles pictures(folder, made.path());
@@ -133,6 +152,7 @@ filmExport::Report filmExport::writeWithPictures(const QString& folder, const QS
         // The folder that the user knows.
         throw RuntimeError(failure.number(), QString(failure.description()).replace(made.path(), path));
     }
+    lock.reset();
     if (!QDir().rename(made.path(), path)) outputFile::fail(u"Složku nelze vytvořit"_s, path);
     made.setAutoRemove(false);
     files::syncFolder(QFileInfo(path).path());

@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QProcess>
+#include <limits>
 
 #include "datatool/Backup.h"
 #include "datatool/Check.h"
@@ -44,7 +45,8 @@ int backUp(const CommandCall& call) {
     if (call.has(u"--keep"_s)) {
         keep = call.options[u"--keep"_s].toInt();
         if (keep < 1) {
-            call.errors << u"Chyba: Volba --keep potřebuje počet záloh, nejméně 1.\n"_s;
+            call.errors << u"Chyba: Volba --keep potřebuje počet záloh od 1 do %1.\n"_s.arg(
+                std::numeric_limits<int>::max());
             return exitUsage;
         }
     }

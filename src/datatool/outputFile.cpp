@@ -1,6 +1,7 @@
 #include "datatool/outputFile.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include "platform/errors.h"
@@ -18,6 +19,9 @@ void outputFile::refuseExisting(const QString& path) {
 }
 
 void outputFile::refuseExistingOrHomeless(const QString& path) {
+    constexpr qsizetype longestName = 255;  // bytes, on the usual file systems
+    if (QFile::encodeName(QFileInfo(QDir::cleanPath(path)).fileName()).size() > longestName)
+        fail(u"Jméno je příliš dlouhé"_s, path);
     refuseExisting(path);
     const QString parent = QFileInfo(QDir::cleanPath(path)).absolutePath();
     if (!QFileInfo(parent).isDir()) fail(u"Nadřazená složka neexistuje"_s, parent);

@@ -11,7 +11,7 @@ namespace outputFile {
 /// @throws RuntimeError 75 when something exists at `path`, even if only a dangling link.
 void refuseExisting(const QString& path);
 
-/// The same, also when the folder that `path` is to stand in is missing.
+/// The same, also when the folder that `path` is to stand in is missing or the name is too long.
 void refuseExistingOrHomeless(const QString& path);
 
 /// @throws RuntimeError 75 always.
