@@ -37,19 +37,19 @@ QString help(const Command& command) {
     if (!command.options.isEmpty()) text += u"\nVolby:\n"_s;
     for (const CommandOption& option : command.options)
         text += row(optionText(option), option.help);
+    if (command.notes != nullptr) text += u'\n' + command.notes();
     return text;
 }
 
 QString help(std::span<const Command> commands) {
     QString text =
         u"Použití: kalvera-data PŘÍKAZ …\n\nZakládá, převádí, kontroluje, opravuje a zálohuje datové soubory "
-        u"a "
-        "přenáší\nfilmy mezi katalogem a tabulkami. Kontrola, oprava, záloha a obnova bez SLOŽKY\npracují "
+        "a přenáší\nfilmy mezi katalogem a tabulkami. Kontrola, oprava, záloha a obnova bez SLOŽKY\npracují "
         "s katalogem, který by otevřel program. Záloha bez KAM vznikne ve složce\nZálohy Kalvéra "
         "v dokumentech.\n\nPříkazy:\n"_s;
     for (const Command& command : commands)
         text += row(command.name + u' ' + command.operands, command.summary);
-    return text + u"\nVolby:\n"_s + row(u"PŘÍKAZ --help"_s, u"popíše příkaz a jeho volby"_s) +
+    return text + u"\nVolby:\n"_s + row(u"PŘÍKAZ --help, -h"_s, u"popíše příkaz a jeho volby"_s) +
            row(u"--version"_s, u"vypíše verzi"_s) + u"\nNávratové kódy:\n"_s + row(u"0"_s, u"hotovo"_s) +
            row(u"1"_s, u"chyba; pokud zpráva neříká jinak, nic se nezměnilo"_s) +
            row(u"2"_s, u"chybné volání"_s) +
@@ -104,8 +104,13 @@ void read(const Command& command, QStringList rest, CommandCall& call) {
     checkOperands(command, call.operands);
 }
 
+bool isHelp(const QString& argument) {
+    return argument == u"--help"_s || argument == u"-h"_s;
+}
+
 int runNamed(const Command& command, const QStringList& rest, QTextStream& output, QTextStream& errors) {
-    if (rest.contains(u"--help"_s)) {
+    const auto endOfOptions = std::find(rest.begin(), rest.end(), u"--"_s);
+    if (std::any_of(rest.begin(), endOfOptions, isHelp)) {
         output << help(command);
         return 0;
     }
@@ -125,7 +130,7 @@ int runFirst(std::span<const Command> commands, const QStringList& arguments, QT
     try {
         if (arguments.isEmpty()) throw WrongCall(u"Chybí příkaz."_s);
         const QString& first = arguments.first();
-        if (first == u"--help"_s) {
+        if (isHelp(first)) {
             output << help(commands);
             return 0;
         }

@@ -35,6 +35,7 @@ struct Command {
     QList<CommandOption> options;
     /// @return the exit code. @throws RuntimeError
     int (*run)(const CommandCall& call);
+    QString (*notes)() = nullptr;  // what help says below the options, lines ended by a line feed
 };
 
 /// Runs the command that `arguments` (without the program's name) call, or shows help or the version. A wrong

@@ -1,8 +1,10 @@
 // kalvera-data: creates pairs of data files, imports old ones, looks after them, and loads and exports films.
 
 #include <QCoreApplication>
+#include <QDir>
 #include <cstdio>
 
+#include "datatool/Backup.h"
 #include "datatool/CommandLine.h"
 #include "datatool/DataFiles.h"
 #include "datatool/FilmExport.h"
@@ -10,6 +12,7 @@
 #include "datatool/Importer.h"
 #include "datatool/Interruption.h"
 #include "datatool/careCommands.h"
+#include "datatool/tableHeadings.h"
 
 using namespace Qt::StringLiterals;
 
@@ -59,6 +62,18 @@ int importPair(const CommandCall& call) {
     return report.agrees() ? 0 : exitDifference;
 }
 
+QString notesOnTables() {
+    return u"První řádek tabulky jmenuje sloupce, z nich aspoň název nebo číslo. Známé nadpisy:\n"_s +
+           tableHeadings::known() +
+           u"Velikost písmen, háčky a čárky nerozhodují. Další pravidla popisuje man kalvera-data.\n"_s;
+}
+
+QString notesOnBackups() {
+    return u"KAM je složka, v níž záloha vznikne jako složka s datem a časem v názvu. Bez KAM je to "
+           "složka\nZálohy Kalvéra v dokumentech: %1\nBez SLOŽKY se zálohuje katalog, který by otevřel "
+           "program.\n"_s.arg(QDir::toNativeSeparators(backup::defaultTarget()));
+}
+
 const Command commands[] = {
     {u"create"_s, u"SLOŽKA"_s, u"vytvoří prázdné soubory data.ddb a pictures.ddb"_s, {}, create},
     {u"load"_s,
@@ -68,7 +83,8 @@ const Command commands[] = {
       {u"--add-genres"_s, {}, u"přidá do číselníku žánry, které v něm chybějí"_s},
       {u"--skip-known"_s, {}, u"vynechá filmy, které už v katalogu jsou nebo se v tabulce opakují"_s},
       {u"--dry-run"_s, {}, u"jen ukáže, co by se stalo, a nic nezapíše"_s}},
-     load},
+     load,
+     notesOnTables},
     {u"export"_s,
      u"SLOŽKA CÍL"_s,
      u"zapíše filmy z katalogu do nového souboru CSV"_s,
@@ -86,7 +102,8 @@ const Command commands[] = {
      u"zálohuje katalog, i když s ním program právě pracuje"_s,
      {{u"--keep"_s, u"N"_s, u"nechá jen N nejnovějších záloh"_s},
       {u"--desktop"_s, {}, u"výsledek oznámí na ploše"_s}},
-     backUpPair},
+     backUpPair,
+     notesOnBackups},
     {u"restore"_s, u"ZÁLOHA [SLOŽKA]"_s, u"vrátí katalog ze zálohy a dosavadní odloží"_s, {}, restorePair}};
 
 }  // namespace

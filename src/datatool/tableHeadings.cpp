@@ -28,6 +28,8 @@ const struct {
              {tableHeadings::cover, u"Obal"_s},
              {tableHeadings::preview, u"Nahled|Náhled"_s}};
 
+constexpr qsizetype targetWidth = 10;
+
 QHash<QString, QString> targets() {
     QHash<QString, QString> result;
     for (const auto& [target, headings] : table) {
@@ -42,4 +44,19 @@ QHash<QString, QString> targets() {
 QString tableHeadings::targetOf(const QString& heading) {
     static const QHash<QString, QString> known = targets();
     return known.value(foldedText(heading));
+}
+
+bool tableHeadings::isEnglishTitle(const QString& heading) {
+    const QString folded = foldedText(heading);
+    return folded == u"title"_s || folded == u"name"_s;
+}
+
+QString tableHeadings::known() {
+    QString text;
+    for (const auto& [target, headings] : table) {
+        QStringList others = headings.split(u'|');
+        others.removeAll(target.toString());
+        text += u"  %1 %2\n"_s.arg(target.toString().leftJustified(targetWidth), others.join(u", "_s));
+    }
+    return text;
 }

@@ -14,4 +14,10 @@ inline constexpr QStringView preview = u"Nahled";
 /// accents, punctuation and surrounding blanks make no difference.
 QString targetOf(const QString& heading);
 
+/// True for "Title" and "Name", which a table can also have for the title abroad.
+bool isEnglishTitle(const QString& heading);
+
+/// All that is known, one target a line with its headings, for the help of the command.
+QString known();
+
 }  // namespace tableHeadings
