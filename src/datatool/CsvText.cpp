@@ -2,13 +2,17 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
 #include <QStringDecoder>
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <tuple>
 #include <utility>
 
 #include "datatool/BadLine.h"
+#include "datatool/pictureFormat.h"
 #include "platform/codepage.h"
 #include "platform/errors.h"
 
@@ -19,6 +23,7 @@ namespace {
 constexpr QByteArrayView byteOrderMark = "\xEF\xBB\xBF";
 constexpr QByteArrayView unassigned = "\x81\x83\x88\x90\x98";  // in Windows-1250
 constexpr auto nullField = u"\\N";
+constexpr qint64 longest = qint64{1} << 30;
 
 /// The length of the valid UTF-8 character at the beginning of `bytes`; 0 if there is none.
 qsizetype characterLength(QByteArrayView bytes) {
@@ -88,10 +93,13 @@ QString decodeUtf16(const QByteArray& bytes) {
     return text;
 }
 
+bool isMarkedUtf16(const QByteArray& bytes) {
+    return bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF");
+}
+
 /// @return the text and the name of its encoding.
 std::pair<QString, QString> decode(const QByteArray& bytes) {
-    if (bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF"))
-        return {decodeUtf16(bytes), u"UTF-16"_s};
+    if (isMarkedUtf16(bytes)) return {decodeUtf16(bytes), u"UTF-16"_s};
     if (bytes.isValidUtf8()) return {decodeUtf8(bytes), u"UTF-8"_s};
     const Utf8Look look(bytes);
     if (bytes.startsWith(byteOrderMark) || look.isMeant()) {
@@ -99,6 +107,60 @@ std::pair<QString, QString> decode(const QByteArray& bytes) {
                       u"znak není správně v kódování UTF-8, v němž je zbytek souboru."_s);
     }
     return {decodeWindows1250(bytes, look.firstTypical), u"Windows-1250"_s};
+}
+
+/// What kind of file this is instead of a text, in Czech; "" if it can be one.
+QString otherKind(const QByteArray& bytes) {
+    if (bytes.startsWith("PK\x03\x04") || bytes.startsWith("\xD0\xCF\x11\xE0"))
+        return u"je to sešit tabulkového programu, dokument nebo archiv"_s;
+    if (bytes.startsWith("%PDF-")) return u"je to dokument PDF"_s;
+    if (bytes.startsWith("SQLite format 3")) return u"je to soubor databáze"_s;
+    if (pictureFormat::isPicture(bytes.first(std::min(bytes.size(), pictureFormat::headLength))))
+        return u"je to obrázek"_s;
+    return {};
+}
+
+/// In Latin letters every other byte is zero.
+bool isUnmarkedUtf16(const QByteArray& bytes) {
+    if (isMarkedUtf16(bytes)) return false;
+    const QByteArrayView head = QByteArrayView(bytes).first(std::min(bytes.size(), qsizetype{200}));
+    const qsizetype zeros = head.count('\0');
+    return bytes.size() % 2 == 0 && zeros > head.size() / 3;
+}
+
+QByteArray readFile(const QString& path) {
+    const QString shown = QDir::toNativeSeparators(path);
+    if (QFileInfo::exists(path) && !QFileInfo(path).isFile())
+        throw RuntimeError(errors::pathAccess, u"Tabulka musí být obyčejný soubor: %1"_s.arg(shown));
+    QFile file(path);
+    if (!file.open(QFile::ReadOnly))
+        throw RuntimeError(errors::fileNotFound, u"Soubor nelze číst: %1"_s.arg(shown));
+    if (file.size() > longest)
+        throw RuntimeError(errors::pathAccess, u"Soubor je na tabulku příliš velký: %1"_s.arg(shown));
+    QByteArray bytes = file.readAll();
+    if (file.error() != QFile::NoError)
+        throw RuntimeError(errors::pathAccess, u"Soubor nelze číst: %1"_s.arg(shown));
+    return bytes;
+}
+
+void refuseOtherKinds(const QByteArray& bytes, const QString& path) {
+    QString fault = otherKind(bytes);
+    if (fault.isEmpty() && isUnmarkedUtf16(bytes)) fault = u"je v kódování UTF-16 bez značky na začátku"_s;
+    if (fault.isEmpty()) return;
+    throw RuntimeError(
+        errors::invalidCall,
+        u"Soubor není textová tabulka, kterou jde číst: %1. V tabulkovém programu ji uložte jako CSV "
+        "v kódování UTF-8: %2"_s.arg(fault, QDir::toNativeSeparators(path)));
+}
+
+/// The separator that a first line for spreadsheets names; that line is emptied.
+std::optional<QChar> takeNamedSeparator(QString& text) {
+    static const QRegularExpression line(u"^\"?sep=([^\"\\r\\n])\"?(?=\\r|\\n|$)"_s,
+                                         QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch match = line.match(text);
+    if (!match.hasMatch()) return std::nullopt;
+    text.remove(0, match.capturedLength());
+    return match.captured(1).front();
 }
 
 QChar separatorOf(QStringView text) {
@@ -124,16 +186,8 @@ bool looksLikeNull(QStringView field, qsizetype more) {
 }  // namespace
 
 CsvText CsvText::read(const QString& path) {
-    QFile file(path);
-    if (!file.open(QFile::ReadOnly)) {
-        throw RuntimeError(errors::fileNotFound,
-                           u"Soubor nelze číst: %1"_s.arg(QDir::toNativeSeparators(path)));
-    }
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFile::NoError) {
-        throw RuntimeError(errors::pathAccess,
-                           u"Soubor nelze číst: %1"_s.arg(QDir::toNativeSeparators(path)));
-    }
+    const QByteArray bytes = readFile(path);
+    refuseOtherKinds(bytes, path);
     CsvText result;
     std::tie(result.text, result.encoding) = decode(bytes);
     if (const qsizetype nul = result.text.indexOf(QChar::Null); nul >= 0) {
@@ -143,7 +197,8 @@ CsvText CsvText::read(const QString& path) {
     }
     // Lines of old Macintosh programs.
     if (!result.text.contains(u'\n')) result.text.replace(u'\r', u'\n');
-    result.separator = separatorOf(result.text);
+    const std::optional<QChar> named = takeNamedSeparator(result.text);
+    result.separator = named ? *named : separatorOf(result.text);
     return result;
 }
 

@@ -7,12 +7,15 @@
 struct CsvText {
     QString text;
     QString encoding;  // named for the user: "UTF-8", "UTF-16" or "Windows-1250"
-    QChar separator;   // comma, semicolon or tab, whichever the first line has most of
+    QChar separator;   // the one that a first line such as `sep=;` names, which is then left empty; otherwise
+                       // comma, semicolon or tab, whichever the first line has most of
 
     /// Lines that end by CR alone get LF instead. Reads a file in UTF-8, with or without a byte order mark,
     /// in UTF-16 with one or in Windows-1250.
-    /// @throws RuntimeError when it cannot be read and, with the line in its description, for a mixture of
-    ///         encodings, for bytes that its encoding does not have and for NUL.
+    /// @throws RuntimeError when it is no regular file, larger than 1 GiB or cannot be read, when it begins
+    /// as
+    ///         a workbook, a picture or another kind of file and, with the line in its description, for a
+    ///         mixture of encodings, for bytes that its encoding does not have and for NUL.
     static CsvText read(const QString& path);
 };
 

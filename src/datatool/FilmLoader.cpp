@@ -15,6 +15,7 @@
 #include "datatool/TablePictures.h"
 #include "datatool/TrialCatalogue.h"
 #include "datatool/outputFile.h"
+#include "datatool/shownText.h"
 #include "platform/files.h"
 #include "platform/text.h"
 
@@ -63,11 +64,16 @@ class TableLoad final {
           title_(layout.column(u"CZJm")),
           year_(layout.column(u"Rok")),
           genre_(layout.column(u"Zanr")),
+          language_(layout.column(u"Jazyk")),
           coverKey_(layout.column(u"Obal_ID")),
           previewKey_(layout.column(u"Nahled_ID")) {}
 
     void add(const TableRecord& record) {
         const qint64 line = record.reader.line();
+        if (layout_.isEmpty(record)) {
+            report_.empty += u"řádek %1"_s.arg(line);
+            return;
+        }
         KnownFilms::Film film(writer_.text(title_, record), writer_.text(year_, record),
                               writer_.text(number_, record), writer_.key(record));
         if (isKnown(film, line) && options_.skipKnown) {
@@ -80,6 +86,8 @@ class TableLoad final {
                                     QString::number(film.key), where));
         }
         const qint64 key = writer_.write(record);
+        if (film.title.trimmed().isEmpty()) report_.untitled += u"řádek %1, DVDID %2"_s.arg(line).arg(key);
+        if (record.isNull(number_.field) || record.isNull(language_.field)) ++report_.unlisted;
         if (key_.field >= 0) film.key = key;
         if (record.isBlank(number_)) film.setNumber(QString::number(key));
         known_.add(film, line);
@@ -102,9 +110,9 @@ class TableLoad final {
     bool isKnown(const KnownFilms::Film& film, qint64 line) {
         const auto match = known_.find(film);
         if (!match) return false;
-        const QString year = film.year.isEmpty() ? QString() : u" (%1)"_s.arg(film.year);
+        const QString year = film.year.isEmpty() ? QString() : u" (%1)"_s.arg(shownText(film.year));
         const QString told =
-            u"řádek %1, %2%3: %4"_s.arg(QString::number(line), film.title, year, match->reason);
+            u"řádek %1, %2%3: %4"_s.arg(QString::number(line), shownText(film.title), year, match->reason);
         if (match->line == 0) {
             report_.known += told;
         } else {
@@ -140,6 +148,7 @@ class TableLoad final {
     const FilmColumn& title_;
     const FilmColumn& year_;
     const FilmColumn& genre_;
+    const FilmColumn& language_;
     const FilmColumn& coverKey_;
     const FilmColumn& previewKey_;
 };
@@ -159,11 +168,10 @@ void commit(sqlite::Transaction& transaction, const LoadReport& report) {
         throw RuntimeError(errors::pathAccess, u"Filmy jsou přidané, ale zprávu load.txt nelze zapsat."_s);
 }
 
-/// A row of separators alone, as spreadsheets leave them below a table.
-bool isBlank(const QStringList& fields, const CsvReader& reader) {
-    if (fields.size() < 2) return false;
-    for (qsizetype field = 0; field < fields.size(); ++field) {
-        if (reader.isQuoted(field) || !fields[field].trimmed().isEmpty()) return false;
+/// A row of separators or blanks alone, as spreadsheets leave them below a table.
+bool isBlank(const TableRecord& record) {
+    for (int field = 0; field < record.fields.size(); ++field) {
+        if (!record.isEmpty(field)) return false;
     }
     return true;
 }
@@ -191,6 +199,7 @@ LoadReport filmLoader::load(const QString& folder, const QString& csv, const Opt
                       options.addGenres};
     const TableLayout layout(database, *header, reader.line(), options.ignoreUnknown);
     report.ignored = layout.unknown;
+    report.foreignTitle = layout.foreignTitle;
     std::optional<TablePictures> pictures;
     if (layout.hasPictures())
         pictures.emplace(database, trial ? trial->pictures() : dataFiles::picturesPath(folder),
@@ -202,14 +211,15 @@ LoadReport filmLoader::load(const QString& folder, const QString& csv, const Opt
     BadLines bad;
     while (const std::optional<QStringList> fields = reader.next()) {
         interruption::check();
-        if (isBlank(*fields, reader)) continue;
+        const TableRecord record{*fields, reader};
+        if (isBlank(record)) continue;
         ++report.read;
         try {
             if (fields->size() != header->size()) {
                 throw BadLine(reader.line(),
-                              u"má %1 polí, hlavička %2."_s.arg(fields->size()).arg(header->size()));
+                              u"polí je %1, v hlavičce %2."_s.arg(fields->size()).arg(header->size()));
             }
-            films.add({*fields, reader});
+            films.add(record);
         } catch (const BadLine& failure) {
             bad.add(failure.description());
         }

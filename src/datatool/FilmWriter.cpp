@@ -4,6 +4,7 @@
 #include "datatool/CsvText.h"
 #include "datatool/DataFiles.h"
 #include "datatool/foreignValue.h"
+#include "datatool/shownText.h"
 #include "platform/QueryShape.h"
 #include "platform/text.h"
 
@@ -38,9 +39,10 @@ int wholeNumber(const FilmColumn& column, const QString& field, qint64 line) {
     // "Jazyk" is what people call the column too.
     if (!isNumber && column.role == Role::language) return foreignValue::language(field).value_or(2);
     if (!isNumber)
-        throw BadLine(line, u"sloupec %1 má být celé číslo a je \"%2\"."_s.arg(column.name, field));
+        throw BadLine(line, u"sloupec „%1“ má být celé číslo a je „%2“."_s.arg(shownText(column.heading),
+                                                                               shownText(field)));
     if (column.role == Role::key && (number < 1 || number > highestKey))
-        throw BadLine(line, u"DVDID má být od 1 do %1 a je %2."_s.arg(highestKey).arg(number));
+        throw BadLine(line, u"sloupec DVDID má být od 1 do %1 a je %2."_s.arg(highestKey).arg(number));
     return number;
 }
 

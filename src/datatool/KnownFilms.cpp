@@ -1,5 +1,7 @@
 #include "datatool/KnownFilms.h"
 
+#include "datatool/shownText.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -59,7 +61,7 @@ std::optional<KnownFilms::Match> KnownFilms::find(const Film& film) const {
     if (const auto line = lineIn(titles_, film.titleHash))
         return Match{film.year.trimmed().isEmpty() ? u"stejný název"_s : u"stejný název a rok"_s, *line};
     if (const auto line = lineIn(numbers_, film.numberHash))
-        return Match{u"stejné katalogové číslo %1"_s.arg(film.number), *line};
+        return Match{u"stejné katalogové číslo %1"_s.arg(shownText(film.number)), *line};
     if (const auto line = lineOf(film.key)) return Match{u"stejné DVDID %1"_s.arg(film.key), *line};
     return std::nullopt;
 }

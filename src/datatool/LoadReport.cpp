@@ -3,12 +3,17 @@
 #include <QDir>
 #include <algorithm>
 
+#include "datatool/shownText.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 QString list(const QString& heading, const QStringList& items) {
-    return items.isEmpty() ? QString() : u"%1: %2\n"_s.arg(heading, items.join(u", "_s));
+    QStringList shown;
+    for (const QString& item : items)
+        shown += shownText(item);
+    return items.isEmpty() ? QString() : u"%1: %2\n"_s.arg(heading, shown.join(u", "_s));
 }
 
 /// @param rest where to find the lines beyond `most`.
@@ -20,7 +25,10 @@ QString listing(const QString& heading, const QStringList& lines, qsizetype most
 }
 
 QString separatorName(QChar separator) {
-    return separator == u';' ? u"středník"_s : separator == u',' ? u"čárka"_s : u"tabulátor"_s;
+    return separator == u';'    ? u"středník"_s
+           : separator == u','  ? u"čárka"_s
+           : separator == u'\t' ? u"tabulátor"_s
+                                : u"„%1“"_s.arg(separator);
 }
 
 }  // namespace
@@ -38,12 +46,21 @@ QString LoadReport::text(qsizetype most) const {
         text += u"%1: %2\n"_s.arg(isDryRun ? u"Uložilo by se obrázků"_s : u"Uloženo obrázků"_s).arg(pictures);
     if (unlinked > 0)
         text += u"Vynecháno odkazů na obrázky, které u těchto filmů v katalogu nejsou: %1\n"_s.arg(unlinked);
+    if (unlisted > 0) {
+        text +=
+            u"Filmy bez katalogového čísla nebo jazyka, které seznam neukáže nebo se u nich zastaví "
+            "(doplní je kalvera-data repair): %1\n"_s.arg(unlisted);
+    }
+    if (!foreignTitle.isEmpty())
+        text += u"Sloupec „%1“ se vzal jako původní název.\n"_s.arg(shownText(foreignTitle));
     text += list(u"Vynechané sloupce"_s, ignored);
     text += list(u"Nová oddělení"_s, departments);
     text += list(areGenresAdded ? u"Nové žánry v číselníku"_s
                                 : u"Žánry, které číselník nemá (přidá je volba --add-genres)"_s,
                  genres);
     const QString rest = isDryRun ? QString() : u" (jmenuje je soubor load.txt)"_s;
+    text += listing(u"Řádky, které ve známých sloupcích nic nemají a film z nich není"_s, empty, most, rest);
+    text += listing(u"Filmy bez názvu"_s, untitled, most, rest);
     text += listing(u"Už v katalogu"_s, known, most, rest);
     text += listing(u"Opakují se v tabulce"_s, repeated, most, rest);
     return text + u'\n' + verdict() + u'\n';

@@ -15,7 +15,9 @@ class TablePictures final {
     TablePictures(const sqlite::Database& catalogue, const QString& file, const QString& base, bool isDryRun);
 
     /// @return the key of the picture; 0 in a dry run.
-    /// @throws BadLine when the file is missing, empty, a folder or cannot be read.
+    /// @throws BadLine when the file is missing, empty, too large for the database, no picture that the
+    /// program
+    ///         can show, or cannot be read.
     qint64 store(qint64 film, const QString& path, blob::Group group, qint64 line);
 
     qint64 stored() const noexcept { return stored_; }
@@ -26,6 +28,13 @@ class TablePictures final {
     qint64 dropped() const noexcept { return dropped_; }
 
  private:
+    /// A picture's length and its bytes as `PicDat` holds them.
+    struct Content {
+        qint64 size = 0;
+        QByteArray data;
+    };
+    Content read(const QString& path) const;
+
     const sqlite::Database& attached_;
     QString base_;
     bool isDryRun_;

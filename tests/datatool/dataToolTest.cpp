@@ -104,21 +104,27 @@ TEST_F(DataFiles, FilmsAreLoadedWithTheUsualContentWhereTheFileSaysNothing) {
 TEST_F(DataFiles, FileWithAnyFaultAddsNoFilm) {
     const std::pair<QByteArray, QString> cases[] = {
         {"", u"prázdný"_s},
-        {"CZJm,Cena\nKolja,5\n", u"Řádek 1: neznámé sloupce: \"Cena\""_s},
-        {"Titul,Rok,Name\nKolja,1996,Kolja\n",
-         u"Řádek 1: sloupce \"Titul\" a \"Name\" znamenají totéž (CZJm)."_s},
-        {"\nCZJm,Rok,czjm\nKolja,1996,Kolja\n",
-         u"Řádek 2: sloupce \"CZJm\" a \"czjm\" znamenají totéž (CZJm)."_s},
+        {"CZJm,Cena\nKolja,5\n", u"Řádek 1: neznámé sloupce: „Cena“. S"_s},
+        {"Pelíšky;1999\nKolja;1996\n", u"Řádek 1: žádný sloupec tu není nadepsaný jako název filmu"_s},
+        {"Rok;Cena\n1999;1\n", u"Řádek 1: žádný sloupec tu"_s},
+        {"PK\x03\x04z", u"je to sešit tabulkového"_s},
+        {"\xFF\xD8\xFF\xE0z", u"je to obrázek"_s},
+        {utf16(u"CZJm\nA\n"), u"v kódování UTF-16 bez značky"_s},
+        {"Titul,Rok,Film\nKolja,1996,Kolja\n",
+         u"Řádek 1: sloupce „Titul“ a „Film“ znamenají totéž. Jeden z nich přejmenujte"_s},
+        {"Title,Titul,Původní název\nA,B,C\n", u"sloupce „Title“ a „Titul“ znamenají totéž."_s},
+        {"\nCZJm,Rok,czjm\nKolja,1996,Kolja\n", u"Řádek 2: sloupce „CZJm“ a „czjm“ znamenají totéž."_s},
         {"CZJm,Rok, \nKolja,1996,\n", u"Řádek 1: sloupec 3 nemá nadpis."_s},
         {"CZJm,Rok\nKolja,1996\nVratné lahve\n", u"Řádek 3"_s},
         {"CZJm,Rok\nKolja,1996\nVratné lahve,2007,\n", u"Řádek 3"_s},
-        {"CZJm,DiskPocet\nKolja,1\nLahve,dva\n", u"Řádek 3: sloupec DiskPocet"_s},
-        {"CZJm,Obal_ID\nKolja,1\nLahve,2147483648\n", u"Řádek 3: sloupec Obal_ID"_s},
+        {"CZJm,Počet disků\nKolja,1\nLahve,dva\n",
+         u"Řádek 3: sloupec „Počet disků“ má být celé číslo a je „dva“"_s},
+        {"CZJm,Obal_ID\nKolja,1\nLahve,2147483648\n", u"Řádek 3: sloupec „Obal_ID“"_s},
         {"DVDID,CZJm\n5,Kolja\n5,Lahve\n", u"Řádek 3: film s DVDID 5 už je na řádku 2. Vynechá"_s},
-        {"DVDID,CZJm\n0,x\n", u"Řádek 2: DVDID"_s},
-        {"DVDID,CZJm\n2000000001,x\n", u"Řádek 2: DVDID"_s},
+        {"DVDID,CZJm\n0,x\n", u"Řádek 2: sloupec DVDID"_s},
+        {"DVDID,CZJm\n2000000001,x\n", u"Řádek 2: sloupec DVDID"_s},
         {"CZJm\nKolja\n\"Lahve\n", u"Řádek 3"_s},
-        {"CZJm,DiskPocet\nA,x\nB,1\nC,y\n", u"\nŘádek 4: sloupec DiskPocet"_s},
+        {"CZJm,DiskPocet\nA,x\nB,1\nC,y\n", u"\nŘádek 4: sloupec „DiskPocet“"_s},
         {"CZJm\nPel\xC3\xAD\xC5\xA1ky\nPel\xED", u"Řádek 3: znak"_s},
         {"\xEF\xBB\xBF\x43ZJm\nPel\xED\x9A\x6By\n", u"Řádek 2: znak"_s},
         {"CZJm\nKolja\nPel\xC3\xAD\xC5\xA1ky\nP\xF8\xED\x9A\x65ra\n", u"Řádek 3: znak je v kódování UTF-8"_s},
@@ -133,6 +139,7 @@ TEST_F(DataFiles, FileWithAnyFaultAddsNoFilm) {
         sql("DELETE FROM tDVD");
     }
     EXPECT_EQ(failureOf([&] { filmLoader::load(at(u"data"_s), at(u"none.csv"_s), {}, noProgress); }), 53);
+    EXPECT_EQ(failureOf([&] { filmLoader::load(at(u"data"_s), u"/dev/zero"_s, {}, noProgress); }), 75);
     EXPECT_NE(failureOf([&] { filmLoader::load(at(u"none"_s), at(u"films.csv"_s), {}, noProgress); }), 0);
     EXPECT_FALSE(QFile::exists(at(u"none"_s)));
 }
@@ -153,6 +160,14 @@ TEST_F(DataFiles, ProgramTellsWhatItDid) {
         {{u"load"_s, at(u"new"_s), at(u"bad.csv"_s)}, 1, {}, u"Chyba: Řádek 2: "_s},
         {{u"load"_s, at(u"none"_s), at(u"bad.csv"_s)}, 1, {}, u"Chyba: Soubor databáze nelze otevřít."_s},
         {{u"export"_s, at(u"new"_s), at(u"none/a.csv"_s)}, 1, {}, u"Chyba: Nadřazená složka neexistuje: "_s},
+        {{u"export"_s, at(u"new"_s), at(QString(300, u'a'))}, 1, {}, u"Chyba: Jméno je příliš dlouhé: "_s},
+        {{u"backup"_s, u"--keep"_s, u"99999999999"_s},
+         2,
+         {},
+         u"Chyba: Volba --keep potřebuje počet záloh od 1 do"_s},
+        {{u"check"_s, u"--"_s, u"--help"_s}, 1, {}, u"Chyba: Soubor neexistuje: --help/"_s},
+        {{u"-h"_s}, 0, u"Použití: kalvera-data PŘÍKAZ"_s, {}},
+        {{u"backup"_s, u"-h"_s}, 0, u"Použití: kalvera-data backup"_s, {}},
         {{u"check"_s, {}}, 2, {}, u"Chyba: Údaj příkazu je prázdný.\n"_s},
         {{}, 2, {}, u"Chyba: Chybí příkaz.\nPoužití: "_s},
         {{u"help"_s}, 2, {}, u"Chyba: Neznámý příkaz: help\nPoužití: "_s},

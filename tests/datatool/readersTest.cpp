@@ -1,5 +1,7 @@
 #include "datatool/CsvReader.h"
 #include "datatool/ExportReader.h"
+#include "datatool/Progress.h"
+#include "datatool/shownText.h"
 #include "support/TemporaryProgram.h"
 #include "support/conversions.h"
 
@@ -64,4 +66,25 @@ TEST(ExportReader, FieldsMayHoldAnyBytesAndComeInAnyPiecesButNotBreakOff) {
         for (const char* output : {"a", "a,", "a,b", "\"a", "\"a\"\"", "\"a\"b\n", "a\"b\"\n"})
             EXPECT_EQ(exportedRecords(output, length), "refused") << output;
     }
+}
+
+TEST(ShownText, IsOneLineThatNoTerminalObeysAndNotTooLong) {
+    for (const QStringView text : {u"→", u"Příběh „A“→Příběh „A“", u"a\r\nb\tc\nd→a b c d",
+                                   u"\x1b[31mX\x7f\x9b\u202Ey→\uFFFD[31mX\uFFFD\uFFFD\uFFFDy"})
+        expectEach(&shownText, {text});
+    EXPECT_EQ(shownText(QString(200, u'a')), QString(200, u'a'));
+    EXPECT_EQ(shownText(QString(199, u'a') + u"\U0001F600b"_s), QString(199, u'a') + u'…');
+}
+
+TEST(Progress, FitsTheTerminal) {
+    const std::tuple<int, qint64, QString> cases[] = {
+        {80, 4, u"Zápis filmů                     [###############...............]  50 %"_s},
+        {71, 8, u"Zápis filmů                     [##############################] 100 %"_s},
+        {70, 8, u"Zápis filmů"_s.leftJustified(63) + u" 100 %"_s},
+        {20, 4, u"Zápis filmů    50 %"_s},
+        {12, 4, u"Zápis  50 %"_s},
+        {4, 4, u" 50"_s}};
+    for (const auto& [columns, done, shown] : cases)
+        EXPECT_EQ(progressText(u"Zápis filmů"_s, done, 8, columns), shown) << columns;
+    EXPECT_EQ(progressText(u"Zápis filmů"_s, 4, 0, 8), u"Zápis f"_s);
 }

@@ -3,6 +3,7 @@
 #include "datatool/FilmLoader.h"
 #include "datatool/importFixture.h"
 #include "film/mObrazky.h"
+#include "platform/FolderLock.h"
 #include "platform/restrictions.h"
 
 using namespace Qt::StringLiterals;
@@ -18,6 +19,8 @@ class Tables : public OldPair {
         return filmLoader::load(at(u"data"_s), at(u"films.csv"_s), options,
                                 [](const QString&, qint64, qint64) {});
     }
+    /// What begins as a picture in JPEG and goes on at random.
+    static QByteArray jpeg(qsizetype length) { return "\xFF\xD8" + noise(length - 2); }
     QString titles() const {
         return text("SELECT group_concat(CZJm) FROM (SELECT CZJm FROM tDVD ORDER BY DVDID)");
     }
@@ -60,6 +63,8 @@ TEST_F(Tables, HeadingsAndValuesOfPeopleAndOtherProgramsAreUnderstood) {
          "CZJm||PuvJm||Delka||Rok||Zanr||Rezie", u"Die HardDie Hard1321988Action, ThrillerJ"_s},
         {"CZJm,Jazyk\nA,anglicky\n", "Jazyk", u"2"_s},
         {"Name,Year,Jazyk\nA,2001,\"cz dabing, titulky\"\n", "CZJm||Rok||Jazyk", u"A20010"_s},
+        {"Title;Název\nB;A\n", "CZJm||PuvJm", u"AB"_s},
+        {"SEP=|\r\nNázev|Rok\r\nA|1;2\r\n|\r\n\"\"| \r\n", "CZJm||Rok", u"A1;2"_s},
         {"CZJm,PuvJm,Herci,Zanr\nA,B,C:D|E:,F; G\n", "CZJm||PuvJm||Herci||Zanr", u"ABC:D|E:F; G"_s}};
     for (const auto& [csv, columns, film] : cases) {
         SCOPED_TRACE(csv.toStdString());
@@ -102,8 +107,8 @@ TEST_F(Tables, OptionsTellWhatBecomesOfUnknownColumnsGenresAndFilms) {
 }
 
 TEST_F(Tables, PicturesAreStoredAsTheEditorDoesAndComeBackWhole) {
-    write(u"big.JPG"_s, noise(250001));
-    write(u"small.png"_s, noise(10));
+    write(u"big.JPG"_s, jpeg(250001));
+    write(u"small.png"_s, jpeg(10));
     // The picture of a deleted film, whose key is given again.
     UlozObal(3, at(u"small.png"_s));
     load("DVDID,CZJm,Oddeleni,Obal,Nahled\n3,A,Sklep,BIG.jpg,small.png\n4,B,,,\\N\n5,C,Sklep,,./big.JPG\n");
@@ -115,7 +120,7 @@ TEST_F(Tables, PicturesAreStoredAsTheEditorDoesAndComeBackWhole) {
               u"Zapsáno filmů: 4\nZapsáno obrázků: 3\n"_s);
     EXPECT_EQ(names(u"out"_s),
               QStringList({u"films.csv"_s, u"nahled-3.png"_s, u"nahled-5.JPG"_s, u"obal-3.jpg"_s}));
-    EXPECT_EQ(content(u"out/nahled-5.JPG"_s), noise(250001));
+    EXPECT_EQ(content(u"out/nahled-5.JPG"_s), jpeg(250001));
     EXPECT_EQ(run({u"export"_s, u"--pictures"_s, at(u"data"_s), at(u"out"_s)}).exitCode, 1);
     dataFiles::create(at(u"other"_s));
     EXPECT_EQ(run({u"load"_s, at(u"other"_s), at(u"out"_s)}).exitCode, 0);
@@ -131,17 +136,73 @@ TEST_F(Tables, PicturesAreStoredAsTheEditorDoesAndComeBackWhole) {
     EXPECT_EQ(partial.exitCode, 3);
     EXPECT_TRUE(partial.output.contains(u"film 5, náhled číslo 3: obrázek chybí"_s))
         << partial.output.toStdString();
+    // Bytes that are no picture come out, but do not keep the rest from being loaded.
+    sql(pictures(), "UPDATE tPicture SET PicDat=zeroblob(PicSize+1) WHERE PicSkup='N'");
+    EXPECT_TRUE(run({u"export"_s, at(u"data"_s), at(u"none"_s), u"--pictures"_s})
+                    .output.contains(u"film 3, náhled číslo 2: není to obrázek"_s));
+    EXPECT_EQ(content(u"none/nahled-3.png"_s), QByteArray(10, '\0'));
+    EXPECT_EQ(run({u"load"_s, at(u"other"_s), at(u"none"_s), u"--skip-known"_s}).exitCode, 0);
+}
+
+TEST_F(Tables, ExportRemovesWhatAKilledOneHasLeft) {
+    ASSERT_TRUE(QDir().mkpath(at(u".kalvera-export-killed/x"_s)) &&
+                QDir().mkpath(at(u".kalvera-export-busy"_s)) &&
+                QFile::link(at(u"data"_s), at(u".kalvera-export-link"_s)));
+    const FolderLock busy(at(u".kalvera-export-busy"_s));
+    const QStringList before = names(u""_s);
+    EXPECT_EQ(run({u"export"_s, at(u"data"_s), at(u"z"_s), u"--pictures"_s}).exitCode, 0);
+    QStringList after = before + QStringList{u"z"_s};
+    after.removeAll(u".kalvera-export-killed"_s);
+    EXPECT_EQ(names(u""_s), after);
+    EXPECT_EQ(names(u"data"_s).size(), 2);
+    EXPECT_EQ(names(u"z"_s), QStringList{u"films.csv"_s});
+}
+
+TEST_F(Tables, PictureFileOfAKilledWriterIsRolledBackAndLoadedInto) {
+    write(u"a.jpg"_s, jpeg(10));
+    sql(pictures(), "INSERT INTO tPicture (PicDVDID) VALUES (7)");
+    {
+        const sqlite::Database writer(pictures(), sqlite::Database::Mode::readWrite);
+        sqlite::Transaction transaction(writer);
+        writer.exec("DELETE FROM tPicture");
+        sqlite3_db_cacheflush(writer.handle());
+        for (const QString& end : {u""_s, u"-journal"_s})
+            ASSERT_TRUE(QFile::copy(pictures() + end, at(u"killed"_s + end)));
+    }
+    ASSERT_TRUE(QFile::remove(pictures()));
+    for (const QString& end : {u""_s, u"-journal"_s})
+        ASSERT_TRUE(QFile::rename(at(u"killed"_s + end), pictures() + end));
+    EXPECT_EQ(load("CZJm,Obal\nA,a.jpg\n").pictures, 1);
+    EXPECT_EQ(text(pictures(), "SELECT COUNT(*) FROM tPicture"), u"2"_s);
+}
+
+TEST_F(Tables, RowsWithoutATitleAndFilmsThatListsLackAreNamed) {
+    const QString told =
+        load("Číslo,Název,Jazyk,Cena\n8,,,\n,,,5\n\\N,A\x1b[31m,,\n,,,\n9,B,\\N,\n", {.ignoreUnknown = true})
+            .text();
+    EXPECT_TRUE(told.contains(u"Filmů v souboru: 4\nPřidáno filmů: 3\n"_s) &&
+                told.contains(u"(doplní je kalvera-data repair): 2\n"_s) &&
+                told.contains(u"film z nich není:\n- řádek 3\n\nFilmy bez názvu:\n- řádek 2, DVDID 2\n\n"_s))
+        << told.toStdString();
+    EXPECT_TRUE(load("Název\nA\x1b[31m\n").text().contains(u"řádek 2, A\uFFFD[31m: stejný název\n"_s));
 }
 
 TEST_F(Tables, FaultLeavesNeitherFilmsNorPictures) {
-    write(u"a.jpg"_s, noise(10));
+    write(u"a.jpg"_s, jpeg(10));
+    write(u"none.jpg"_s, noise(10));
+    write(u"a"_s, jpeg(10));
     write(u"empty.jpg"_s, {});
+    write(u"huge.jpg"_s, jpeg(10));
+    ASSERT_TRUE(QFile::resize(at(u"huge.jpg"_s), 1'500'000'000));
     ASSERT_TRUE(QDir().mkpath(at(u"folder.jpg"_s)));
     const std::pair<QByteArray, QString> cases[] = {
-        {"CZJm,Obal\nA,a.jpg\nB,b.jpg\n", u"Řádek 3: obrázek \"b.jpg\" chybí."_s},
-        {"CZJm,Obal\nA,a.jpg\nB,folder.jpg\n", u"Řádek 3: obrázek \"folder.jpg\" není soubor."_s},
-        {"CZJm,Nahled\nA,a.jpg\nB,empty.jpg\n", u"Řádek 3: obrázek \"empty.jpg\" je prázdný."_s},
-        {"CZJm,Obal,Rok\nA,a.jpg,1\nB,a.jpg\n", u"Řádek 3: má 2 polí"_s},
+        {"CZJm,Obal\nA,a.jpg\nB,b.jpg\n", u"Řádek 3: obrázek „b.jpg“ chybí."_s},
+        {"CZJm,Obal\nA,a.jpg\nB,folder.jpg\n", u"Řádek 3: obrázek „folder.jpg“ není soubor."_s},
+        {"CZJm,Nahled\nA,a.jpg\nB,empty.jpg\n", u"Řádek 3: obrázek „empty.jpg“ je prázdný."_s},
+        {"CZJm,Obal\nA,none.jpg\n", u"Řádek 2: obrázek „none.jpg“ není obrázek, který"_s},
+        {"CZJm,Obal\nA,a\n", u"Řádek 2: obrázek „a“ nemá v názvu příponu."_s},
+        {"CZJm,Obal\nA,huge.jpg\n", u"Řádek 2: obrázek „huge.jpg“ je příliš velký: má 1500 MB"_s},
+        {"CZJm,Obal,Rok\nA,a.jpg,1\nB,a.jpg\n", u"Řádek 3: polí je 2, v hlavičce 3."_s},
         // The report cannot be written.
         {"CZJm,Obal\nA,a.jpg\n", u"load.txt"_s}};
     for (const auto& [csv, told] : cases) {
@@ -179,7 +240,7 @@ TEST_F(Tables, FilmsThatAreThereOrRepeatedAreNamedOrLeftOut) {
 }
 
 TEST_F(Tables, KeyOfAPictureStaysOnlyWhereThePairHasItForThisFilm) {
-    write(u"a.jpg"_s, noise(10));
+    write(u"a.jpg"_s, jpeg(10));
     load("DVDID,CZJm,Obal,Nahled\n2,A,a.jpg,\n3,B,a.jpg,a.jpg\n");
     EXPECT_EQ(run({u"export"_s, at(u"data"_s), at(u"plain.csv"_s)}).exitCode, 0);
     const char* links = "SELECT group_concat(DVDID||' '||Obal_ID||' '||Nahled_ID) FROM tDVD WHERE DVDID>1";
@@ -196,7 +257,7 @@ TEST_F(Tables, KeyOfAPictureStaysOnlyWhereThePairHasItForThisFilm) {
 }
 
 TEST_F(Tables, DryRunNeedsNothingThatCanBeWritten) {
-    write(u"a.jpg"_s, noise(10));
+    write(u"a.jpg"_s, jpeg(10));
     write(u"films.csv"_s, "CZJm,Obal,Oddeleni\nA,a.jpg,Sklep\nB,,\n");
     makeReadOnly();
     const OrdinaryUser user;
