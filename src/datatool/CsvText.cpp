@@ -157,7 +157,8 @@ void refuseOtherKinds(const QByteArray& bytes, const QString& path) {
 std::optional<QChar> takeNamedSeparator(QString& text) {
     static const QRegularExpression line(u"^\"?sep=([^\"\\r\\n])\"?(?=\\r|\\n|$)"_s,
                                          QRegularExpression::CaseInsensitiveOption);
-    const QRegularExpressionMatch match = line.match(text);
+    constexpr qsizetype longestLine = 10;  // with the line end; matching looks at all letters it is given
+    const QRegularExpressionMatch match = line.match(text.left(longestLine));
     if (!match.hasMatch()) return std::nullopt;
     text.remove(0, match.capturedLength());
     return match.captured(1).front();

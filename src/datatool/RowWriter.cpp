@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "datatool/shownText.h"
 #include "platform/dates.h"
 #include "platform/errors.h"
 
@@ -16,7 +17,7 @@ constexpr qsizetype shownLength = 40;
 QString shown(QByteArrayView value) {
     QString text = QString::fromUtf8(value).simplified();
     if (text.size() > shownLength) text = text.left(shownLength) + u"…"_s;
-    return text;
+    return shownText(text);
 }
 
 }  // namespace
@@ -42,14 +43,13 @@ std::optional<QString> RowWriter::bind(int parameter, const Column& column, QByt
         case ColumnKind::number: {
             bool isNumber = false;
             const int number = value.toInt(&isNumber);
-            if (!isNumber)
-                return u"sloupec %1 má být celé číslo a je \"%2\""_s.arg(column.name, shown(value));
+            if (!isNumber) return u"sloupec %1 má být celé číslo a je „%2“"_s.arg(column.name, shown(value));
             insert_->bind(parameter, qint64{number});
             break;
         }
         case ColumnKind::date:
             if (!dates::fromStored(QString::fromLatin1(value)).isValid()) {
-                return u"sloupec %1 má být datum od 30. 12. 1899 a starý soubor dává \"%2\""_s.arg(
+                return u"sloupec %1 má být datum od 30. 12. 1899 a starý soubor dává „%2“"_s.arg(
                     column.name, shown(value));
             }
             insert_->bindTextInPlace(parameter, value);

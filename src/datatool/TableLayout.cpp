@@ -37,7 +37,7 @@ bool TableRecord::isNull(int field) const {
 }
 
 bool TableRecord::isEmpty(int field) const {
-    return field < 0 || text::trim(fields[field]).isEmpty();
+    return field < 0 || QStringView(fields[field]).trimmed().isEmpty();
 }
 
 TableLayout::TableLayout(const sqlite::Database& database, const QStringList& header, qint64 line,
