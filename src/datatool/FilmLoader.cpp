@@ -123,11 +123,13 @@ class TableLoad final {
 
     /// @param file the field that names the picture's file. @param column the one with its key.
     void setPicture(qint64 film, const TableRecord& record, int file, Group group, const FilmColumn& column) {
-        if (file < 0 && !record.isBlank(column) && record.fields[column.field] != u"0"_s)
-            pictures_->dropForeignKey(film, group);
+        const bool hasKey =
+            !record.isBlank(column) && !record.isNull(column.field) && record.fields[column.field] != u"0"_s;
+        if (file < 0 && hasKey) pictures_->dropForeignKey(film, group);
         if (record.isBlank(file, true) || record.isNull(file)) return;
-        const qint64 key =
-            pictures_->store(film, csvField::textOf(record.fields[file]), group, record.reader.line());
+        // Beside the key that an export has written, the file is what the program once stored.
+        const qint64 key = pictures_->store(film, csvField::textOf(record.fields[file]), group, hasKey,
+                                            record.reader.line());
         const sqlite::Statement update(database_,
                                        "UPDATE tDVD SET " + column.name.toUtf8() + "=? WHERE DVDID=?");
         update.bind(1, key);

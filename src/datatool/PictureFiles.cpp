@@ -1,7 +1,6 @@
 #include "datatool/PictureFiles.h"
 
 #include <QDir>
-#include <algorithm>
 
 #include "datatool/DataFiles.h"
 #include "datatool/pictureFormat.h"
@@ -24,26 +23,17 @@ QString PictureFiles::write(qint64 film, qint64 id, blob::Group group) {
     const qint64 size = isThere ? find_.number(1) : 0;
     const auto* data = isThere ? static_cast<const char*>(sqlite3_column_blob(find_.handle(), 2)) : nullptr;
     const bool isWhole = size > 0 && sqlite3_column_bytes(find_.handle(), 2) >= size;
-    QString name = u"%1-%2.%3"_s.arg(isCover ? u"obal"_s : u"nahled"_s).arg(film).arg(type);
-    QString fault;
-    if (!isWhole) {
-        fault = u"obrázek chybí nebo je poškozený"_s;
-    } else if (!pictureFormat::isUsableType(type)) {
-        fault = u"neznámý typ souboru „%1“"_s.arg(shownText(type));
+    QString name;
+    if (isWhole && pictureFormat::isUsableType(type)) {
+        name = u"%1-%2.%3"_s.arg(isCover ? u"obal"_s : u"nahled"_s).arg(film).arg(type);
+        files::write(QDir(target_).filePath(name), {QByteArray::fromRawData(data, size)});
+        ++written_;
     } else {
-        const QByteArray content = QByteArray::fromRawData(data, size);
-        files::write(QDir(target_).filePath(name), {content});
-        if (pictureFormat::isPicture(content.first(std::min(qint64{size}, pictureFormat::headLength)))) {
-            ++written_;
-        } else {
-            fault =
-                u"není to obrázek, který program umí zobrazit; zůstal v souboru %1, ale tabulka ho "
-                "nejmenuje"_s.arg(name);
-        }
+        missing_ += u"film %1, %2 číslo %3: %4"_s.arg(
+            QString::number(film), isCover ? u"obal"_s : u"náhled"_s, QString::number(id),
+            isWhole ? u"neznámý typ souboru „%1“"_s.arg(shownText(type))
+                    : u"obrázek chybí nebo je poškozený"_s);
     }
     find_.reset();
-    if (fault.isEmpty()) return name;
-    missing_ += u"film %1, %2 číslo %3: %4"_s.arg(QString::number(film), isCover ? u"obal"_s : u"náhled"_s,
-                                                  QString::number(id), fault);
-    return {};
+    return name;
 }

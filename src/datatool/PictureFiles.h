@@ -13,13 +13,13 @@ class PictureFiles final {
     /// @throws RuntimeError when the picture file cannot be opened or is not one of the program's own.
     PictureFiles(const QString& folder, const QString& target);
 
-    /// Writes a picture of a film. Bytes that are no picture are written too, but count as missing.
+    /// Writes a picture of a film.
     /// @param id its key; 0 for none.
-    /// @return the name of the file; "" if there is no picture that loading would take.
+    /// @return the name of the file; "" if there is no picture.
     QString write(qint64 film, qint64 id, blob::Group group);
 
     qint64 written() const noexcept { return written_; }
-    /// One line for each picture that is missing, damaged or none.
+    /// One line for each picture that is missing or damaged.
     const QStringList& missing() const noexcept { return missing_; }
 
  private:

@@ -49,7 +49,7 @@ TablePictures::TablePictures(const sqlite::Database& catalogue, const QString& f
       dropCover_(attached_, dropSql(findings::pictureLinks()[0])),
       dropPreview_(attached_, dropSql(findings::pictureLinks()[1])) {}
 
-TablePictures::Content TablePictures::read(const QString& path) const {
+TablePictures::Content TablePictures::read(const QString& path, bool isExported) const {
     constexpr qint64 otherColumns = 1000;  // the limit is that of a row
     const qint64 longest = sqlite3_limit(attached_.handle(), SQLITE_LIMIT_LENGTH, -1) - otherColumns;
     const QFileInfo found(path);
@@ -64,19 +64,20 @@ TablePictures::Content TablePictures::read(const QString& path) const {
         throw Unfit(u"je příliš velký: má %1 MB a uložit se dá nejvýš %2 MB."_s.arg(size / megabyte)
                         .arg(longest / megabyte));
     }
-    if (!pictureFormat::isPicture(file.peek(pictureFormat::headLength)))
+    if (!isExported && !pictureFormat::isPicture(file.peek(pictureFormat::headLength)))
         throw Unfit(u"není obrázek, který program umí zobrazit."_s);
     Content content{size, QByteArray(blob::storedLength(size), '\0')};
     if (file.read(content.data.data(), size) != size) throw Unfit(u"nelze číst."_s);
     return content;
 }
 
-qint64 TablePictures::store(qint64 film, const QString& path, blob::Group group, qint64 line) {
+qint64 TablePictures::store(qint64 film, const QString& path, blob::Group group, bool isExported,
+                            qint64 line) {
     const QString native = QDir::fromNativeSeparators(path).replace(u'\\', u'/');
     const QString type = path.right(3);
     Content content;
     try {
-        content = read(paths::ignoringCase(QDir(base_).filePath(native)));
+        content = read(paths::ignoringCase(QDir(base_).filePath(native)), isExported);
         if (!pictureFormat::isUsableType(type)) throw Unfit(u"nemá v názvu příponu."_s);
     } catch (const Unfit& failure) {
         throw BadLine(line, u"obrázek „%1“ %2"_s.arg(shownText(path), failure.description()));

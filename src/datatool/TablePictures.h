@@ -14,11 +14,12 @@ class TablePictures final {
     /// @throws RuntimeError when the picture file is missing, damaged or not one of the program's own.
     TablePictures(const sqlite::Database& catalogue, const QString& file, const QString& base, bool isDryRun);
 
+    /// @param isExported whether the file comes out of a picture file; it goes back as it is then.
     /// @return the key of the picture; 0 in a dry run.
     /// @throws BadLine when the file is missing, empty, too large for the database, no picture that the
     /// program
     ///         can show, or cannot be read.
-    qint64 store(qint64 film, const QString& path, blob::Group group, qint64 line);
+    qint64 store(qint64 film, const QString& path, blob::Group group, bool isExported, qint64 line);
 
     qint64 stored() const noexcept { return stored_; }
 
@@ -33,7 +34,7 @@ class TablePictures final {
         qint64 size = 0;
         QByteArray data;
     };
-    Content read(const QString& path) const;
+    Content read(const QString& path, bool isExported) const;
 
     const sqlite::Database& attached_;
     QString base_;

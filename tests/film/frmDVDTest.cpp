@@ -8,6 +8,7 @@
 
 #include "core/mDatabase.h"
 #include "core/mFunction.h"
+#include "datatool/pictureFormat.h"
 #include "support/TemporaryProgram.h"
 #include "support/pictures.h"
 #include "support/windows.h"
@@ -235,11 +236,13 @@ TEST_F(FrmDVDTest, PicturesAreReadByTheirContent) {
     open(0);
     for (const QByteArray& file :
          {jpeg, pictureOf(Qt::red, "PNG"), pictureOf(Qt::red, "BMP"), pictureOf(Qt::red, "WEBP"),
+          pictureOf(Qt::red, "ICO"), pictureOf(Qt::red, "TIFF"), pictureOf(Qt::red, "PPM"),
           QByteArray::fromBase64("R0lGODlhAQABAPAAAP8AAAAAACH5BAAAAAAALAAAAAABAAEAAAICRAEAOw==")}) {
         write(u"a.jpg"_s, file);
         outside.files = {at(u"a.jpg"_s), QString()};
         press("cmdOpenObalPic");
         EXPECT_TRUE(cover().hasPicture()) << file.first(10).toStdString();
+        EXPECT_TRUE(pictureFormat::isPicture(file)) << file.first(10).toStdString();
         press("cmdOpenObalPic");
         EXPECT_FALSE(cover().hasPicture());
     }
