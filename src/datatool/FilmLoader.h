@@ -18,9 +18,9 @@ struct Options {
 /// pictures they name to the picture file, in one transaction, and writes the report into the folder as
 /// `load.txt`. Missing or blank fields get defaults: empty texts, one disc, the language "neuvedeno", no
 /// pictures, the key as catalogue number, the original title as title. A field `\N` is Null; a quoted field
-/// is taken literally, even if empty. A department of an unknown name is created; its name takes precedence
-/// over `Oddel_ID`, as the name of a picture does over its key. A picture's key stays where the pair has that
-/// picture of this film, and is 0 otherwise.
+/// is taken literally, even if empty. A row that holds nothing in a known column makes no film. A department
+/// of an unknown name is created; its name takes precedence over `Oddel_ID`, as the name of a picture does
+/// over its key. A picture's key stays where the pair has that picture of this film, and is 0 otherwise.
 /// @throws RuntimeError for bad lines, with their numbers in the description, when a file cannot be read or
 ///         written and when this process is asked to end. Nothing has been added then.
 LoadReport load(const QString& folder, const QString& csv, const Options& options, const Progress& progress);
