@@ -13,8 +13,7 @@ struct CsvText {
     /// Lines that end by CR alone get LF instead. Reads a file in UTF-8, with or without a byte order mark,
     /// in UTF-16 with one or in Windows-1250.
     /// @throws RuntimeError when it is no regular file, larger than 1 GiB or cannot be read, when it begins
-    /// as
-    ///         a workbook, a picture or another kind of file and, with the line in its description, for a
+    ///         as a workbook, a picture or another kind of file and, with the line in its description, for a
     ///         mixture of encodings, for bytes that its encoding does not have and for NUL.
     static CsvText read(const QString& path);
 };

@@ -23,9 +23,8 @@ Report write(const QString& folder, const QString& csv, const Progress& progress
 
 /// Makes the new folder `target` with the same as `films.csv` and all pictures of the films as files, which
 /// the columns `Obal` and `Nahled` name.
-/// @throws RuntimeError as `write` does. No folder is left then; what a killed export has left beside
-/// `target`
-///         is removed by the next one.
+/// @throws RuntimeError as `write` does. No folder is left then; what a killed export has left
+///         beside `target` is removed by the next one.
 Report writeWithPictures(const QString& folder, const QString& target, const Progress& progress);
 
 }  // namespace filmExport

@@ -9,8 +9,8 @@
 using Progress = std::function<void(const QString& title, qint64 done, qint64 all)>;
 
 /// What a bar shows, without a line break.
-/// @param all 0 when it is not known. @param columns those of the terminal; the text leaves the last one
-/// free.
+/// @param all 0 when it is not known.
+/// @param columns those of the terminal; the text leaves the last one free.
 QString progressText(const QString& title, qint64 done, qint64 all, int columns);
 
 /// A bar that shows on a terminal when the work takes longer than a second. Nothing if standard error is

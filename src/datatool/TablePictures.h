@@ -17,8 +17,7 @@ class TablePictures final {
     /// @param isExported whether the file comes out of a picture file; it goes back as it is then.
     /// @return the key of the picture; 0 in a dry run.
     /// @throws BadLine when the file is missing, empty, too large for the database, no picture that the
-    /// program
-    ///         can show, or cannot be read.
+    ///         program can show, or cannot be read.
     qint64 store(qint64 film, const QString& path, blob::Group group, bool isExported, qint64 line);
 
     qint64 stored() const noexcept { return stored_; }

@@ -3,7 +3,9 @@
 #include "datatool/Interruption.h"
 #include "datatool/Sequences.h"
 #include "datatool/oddValues.h"
+#include "datatool/shownText.h"
 #include "film/mBlobDATA.h"
+#include "platform/text.h"
 
 using namespace Qt::StringLiterals;
 
@@ -19,7 +21,8 @@ Kind kind(const sqlite::Database& catalogue, const QString& title, const QByteAr
     const sqlite::Statement rows(catalogue, sql);
     while (rows.step()) {
         interruption::check();
-        found.lines += u"%1: %2"_s.arg(findings::filmName(rows.text(0), rows.text(1)), rows.text(2));
+        found.lines +=
+            u"%1: %2"_s.arg(findings::filmName(rows.text(0), rows.text(1)), shownText(rows.text(2)));
     }
     return found;
 }
@@ -85,7 +88,7 @@ Kind wrongPictures(const sqlite::Database& catalogue) {
         } else if (rows.number(4) != should) {
             what = u"má mít délku %1 B a má %2"_s.arg(should).arg(rows.number(4));
         } else if (rows.text(5).size() != 3) {
-            what = u"má typ „%1“, typ má tři písmena"_s.arg(rows.text(5));
+            what = u"má typ „%1“, typ má tři písmena"_s.arg(shownText(rows.text(5)));
         } else {
             continue;
         }
@@ -102,7 +105,8 @@ Kind sameCodes(const sqlite::Database& catalogue) {
         "SELECT group_concat(USID, ', '), trim(USREGNUM) AS code FROM tUser WHERE IFNULL(code, '')<>'' "
         "GROUP BY code HAVING COUNT(*)>1");
     while (rows.step())
-        found.lines += u"Zákazníci %1: mají stejný osobní kód %2"_s.arg(rows.text(0), rows.text(1));
+        found.lines +=
+            u"Zákazníci %1: mají stejný osobní kód %2"_s.arg(rows.text(0), shownText(rows.text(1)));
     return found;
 }
 
@@ -116,8 +120,9 @@ Kind wrongSequences(const sqlite::Database& catalogue) {
 }  // namespace
 
 QString findings::filmName(const QString& key, const QString& title) {
-    QString shown = title.simplified();
-    if (shown.size() > titleLength) shown = shown.left(titleLength) + u"…"_s;
+    const QString whole = shownText(title).simplified();
+    QString shown = text::cut(whole, titleLength);
+    if (shown.size() < whole.size()) shown += u"…"_s;
     const QString number = key.isEmpty() ? u"Film bez čísla"_s : u"Film "_s + key;
     return shown.isEmpty() ? number : u"%1 „%2“"_s.arg(number, shown);
 }

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "datatool/Interruption.h"
+#include "datatool/shownText.h"
 
 using namespace Qt::StringLiterals;
 
@@ -36,8 +37,8 @@ QString faultOf(const sqlite::Statement& films, const QSet<qint64>& departments)
     int column = 1;
     for (const char* name : numberColumns) {
         if (!isNumber(valueOf(column))) {
-            return u"%1 je „%2“, to není celé číslo, které program umí"_s.arg(QString::fromLatin1(name),
-                                                                              films.text(column).left(20));
+            return u"%1 je „%2“, to není celé číslo, které program umí"_s.arg(
+                QString::fromLatin1(name), shownText(films.text(column)).left(20));
         }
         ++column;
     }
