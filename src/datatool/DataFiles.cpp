@@ -9,7 +9,6 @@
 #include "core/mDatabase.h"
 #include "core/mFunction.h"
 #include "datatool/NewPair.h"
-#include "datatool/outputFile.h"
 #include "platform/errors.h"
 #include "platform/password.h"
 #include "platform/paths.h"
@@ -59,8 +58,12 @@ QString dataFiles::ownFolder() {
     const QFileInfo set(CtiNastaveni(u"ActDB"_s, catalogue));
     if (set.absoluteFilePath() != QFileInfo(catalogue).absoluteFilePath() &&
         (!set.exists() || set.canonicalFilePath() != QFileInfo(catalogue).canonicalFilePath())) {
-        outputFile::fail(u"Program má v nastavení (ActDB) katalog jinde než obrázky, uveďte složku"_s,
-                         set.filePath());
+        throw RuntimeError(
+            errors::pathAccess,
+            u"Program má v nastavení (ActDB) katalog %1 a obrázky ve složce %2, takovou dvojici příkaz "
+            u"neumí. "
+            "Zkopírujte oba soubory do jedné složky jako data.ddb a pictures.ddb a tu uveďte."_s.arg(
+                QDir::toNativeSeparators(set.filePath()), QDir::toNativeSeparators(folder)));
     }
     return folder;
 }
