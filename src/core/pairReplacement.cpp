@@ -15,7 +15,7 @@ namespace {
 
 const QStringView catalogueName = u"data.ddb";
 const QStringView picturesName = u"pictures.ddb";
-const QStringView journal = u"-journal";
+const QStringView logIndex = u"-shm";
 
 QString newPair(const QString& folder) {
     return QDir(folder).filePath(u".nova-dvojice"_s);
@@ -76,11 +76,34 @@ void removeSecondNames(const QString& folder) {
         const QString pictures = in(aside, picturesName);
         if (QFileInfo::exists(pictures) && !isSame(pictures, in(folder, picturesName))) continue;
         for (const QStringView file : {picturesName, catalogueName}) {
-            QFile::remove(in(aside, file, journal));
-            QFile::remove(in(aside, file));
+            for (const QStringView ending : {pairReplacement::journal, pairReplacement::log, QStringView()})
+                QFile::remove(in(aside, file, ending));
         }
         QDir().rmdir(aside);
     }
+}
+
+/// Removes what the engine leaves of a transaction on both files that is killed before a journal names it. The
+/// journals are looked for after the list is made: as long as a transaction lasts, it has them.
+void removeStaleSuperJournals(const QString& folder) {
+    const QStringList found = QDir(folder).entryList(
+        {catalogueName.toString() + u"-mj*"_s, picturesName.toString() + u"-mj*"_s},
+        QDir::Files | QDir::NoSymLinks);
+    for (const QStringView name : {catalogueName, picturesName}) {
+        // Journals of linked files are elsewhere, perhaps on a disk that is not there.
+        if (QFileInfo(in(folder, name)).isSymLink()) return;
+        if (QFileInfo::exists(in(folder, name, pairReplacement::journal))) return;
+    }
+    for (const QString& name : found)
+        QFile::remove(QDir(folder).filePath(name));
+}
+
+void removeCompanions(const QString& folder, std::initializer_list<QStringView> endings) {
+    for (const QStringView name : {catalogueName, picturesName}) {
+        for (const QStringView ending : endings)
+            QFile::remove(in(folder, name, ending));
+    }
+    files::syncFolder(folder);
 }
 
 bool putAside(const QString& folder, const QString& aside) {
@@ -90,16 +113,23 @@ bool putAside(const QString& folder, const QString& aside) {
         if (!QFileInfo::exists(path)) continue;
         if (!any && !QDir().mkpath(aside)) fail(u"Složku nelze vytvořit"_s, aside);
         any = true;
-        const QString itsJournal = in(folder, name, journal);
-        if (QFileInfo::exists(itsJournal)) rollBack(path);
-        if (QFileInfo::exists(itsJournal)) keepUnder(itsJournal, in(aside, name, journal));
+        if (QFileInfo::exists(pairReplacement::companionOf(path, pairReplacement::journal))) rollBack(path);
         keepUnder(path, in(aside, name));
+        for (const QStringView ending : {pairReplacement::journal, pairReplacement::log}) {
+            const QString companion = pairReplacement::companionOf(path, ending);
+            if (QFileInfo::exists(companion)) keepUnder(companion, in(aside, name, ending));
+        }
     }
     if (any) files::syncFolder(aside);
     return any;
 }
 
 }  // namespace
+
+QString pairReplacement::companionOf(const QString& path, QStringView ending) {
+    const QString file = QFileInfo(path).canonicalFilePath();
+    return (file.isEmpty() ? path : file) + ending.toString();
+}
 
 QString pairReplacement::makeRoom(const QString& folder) {
     finish(folder);
@@ -110,14 +140,19 @@ QString pairReplacement::makeRoom(const QString& folder) {
     return room;
 }
 
+void pairReplacement::giveUp(const QString& folder) noexcept {
+    // Half a replacement is to be finished.
+    if (!isHalf(folder) && QFileInfo::exists(newPair(folder))) skipFailure([&] { makeRoom(folder); });
+}
+
 bool pairReplacement::replace(const QString& folder, const QString& aside) {
     const QString from = newPair(folder);
     const bool any = putAside(folder, aside);
-    // A journal that stayed would be played into the new file.
-    for (const QStringView name : {catalogueName, picturesName})
-        QFile::remove(in(folder, name, journal));
-    files::syncFolder(folder);
+    // What stayed would be played into the new file. A journal that is still there is of no use to the old
+    // one; a log would be missing in it after a kill.
+    removeCompanions(folder, {pairReplacement::journal});
     rename(in(from, catalogueName), in(folder, catalogueName));
+    removeCompanions(folder, {pairReplacement::log, logIndex});
     rename(in(from, picturesName), in(folder, picturesName));
     files::syncFolder(folder);
     QDir(from).removeRecursively();
@@ -135,8 +170,9 @@ QString pairReplacement::currentPictures(const QString& folder) {
 
 void pairReplacement::finish(const QString& folder) {
     removeSecondNames(folder);
+    removeStaleSuperJournals(folder);
     if (!isHalf(folder)) return;
-    QFile::remove(in(folder, picturesName, journal));
+    removeCompanions(folder, {pairReplacement::journal, pairReplacement::log, logIndex});
     rename(in(newPair(folder), picturesName), in(folder, picturesName));
     files::syncFolder(folder);
     QDir(newPair(folder)).removeRecursively();

@@ -48,7 +48,10 @@ QString check::Report::text() const {
     for (const findings::Kind& kind : kinds) {
         if (!kind.lines.isEmpty()) lines += u"%1: %2"_s.arg(kind.title).arg(kind.lines.size());
     }
-    if (!damaged.isEmpty() && kinds.empty()) lines += u"Obsah poškozených souborů se neprohlížel."_s;
+    if (!damaged.isEmpty() && kinds.empty()) {
+        lines += u"Obsah poškozených souborů se neprohlížel."_s;
+        lines += u"Ze zálohy je vrátí příkaz kalvera-data restore, bez ní zachrání, co se dá přečíst, kalvera-data repair."_s;
+    }
     lines += isClean() ? u"Vše je v pořádku."_s
                        : u"Nálezů celkem: %1"_s.arg(damaged.size() + indexes.size() + countOf(kinds));
     return lines.join(u'\n') + u'\n';
@@ -63,8 +66,9 @@ QString check::damageOf(const PairView::File& file, const Progress& progress) {
     step(0, 0);
     qsizetype faults = 0;
     file.use([&](const sqlite::Database& database) { faults = integrity::damage(database, step); });
-    if (faults == 0) return lackOf(file);
-    return u"Soubor %1 je poškozený (nalezených vad: %2)."_s.arg(file.name()).arg(faults);
+    if (faults > 0) return u"Soubor %1 je poškozený (nalezených vad: %2)."_s.arg(file.name()).arg(faults);
+    const QString lack = lackOf(file);
+    return lack.isEmpty() ? file.condition : lack;
 }
 
 QStringList check::damaged(const PairView& pair, const Progress& progress) {
@@ -76,7 +80,7 @@ QStringList check::damaged(const PairView& pair, const Progress& progress) {
 }
 
 check::Report check::run(const QString& folder, const Progress& progress) {
-    const PairView pair(folder);
+    const PairView pair(folder, PairView::Unreadable::damageTold);
     Report report{QDir(folder).absolutePath(), pair.notes(), damaged(pair, progress), {}, {}};
     if (!report.damaged.isEmpty()) return report;
     // The tables of a large catalogue are read several times over.

@@ -9,6 +9,7 @@
 #include "core/mDatabase.h"
 #include "core/mFunction.h"
 #include "datatool/NewPair.h"
+#include "datatool/outputFile.h"
 #include "platform/errors.h"
 #include "platform/password.h"
 #include "platform/paths.h"
@@ -31,6 +32,12 @@ QString dataFiles::cataloguePath(const QString& folder) {
 
 QString dataFiles::picturesPath(const QString& folder) {
     return QDir(folder).filePath(u"pictures.ddb"_s);
+}
+
+void dataFiles::refuseFile(const QString& folder) {
+    const QFileInfo file(folder);
+    if (file.isFile())
+        outputFile::fail(u"Je to soubor; uveďte složku, ve které je"_s, folder);
 }
 
 sqlite::Database dataFiles::checked(const QString& path, sqlite::Database::Mode mode) {

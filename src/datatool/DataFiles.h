@@ -15,6 +15,9 @@ inline constexpr qint32 highestKey = 2000000000;
 QString cataloguePath(const QString& folder);
 QString picturesPath(const QString& folder);
 
+/// @throws RuntimeError 75 when `folder` is a file: users name one of the pair.
+void refuseFile(const QString& folder);
+
 /// Opens one of the program's own files and checks its header.
 /// @throws RuntimeError, with the path, when it is missing, damaged or not one of them.
 sqlite::Database checked(const QString& path, sqlite::Database::Mode mode);

@@ -1,8 +1,11 @@
 #include "datatool/PairView.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QtEndian>
+#include <algorithm>
 
 #include "core/mDatabase.h"
 #include "core/pairReplacement.h"
@@ -19,7 +22,10 @@ namespace {
 class Missing final : public RuntimeError {
  public:
     explicit Missing(const QString& path)
-        : RuntimeError(errors::pathAccess, u"Soubor neexistuje: %1"_s.arg(QDir::toNativeSeparators(path))) {}
+        : RuntimeError(errors::pathAccess,
+                       u"Soubor neexistuje: %1. Chybí-li jen on, vytvoří místo něj prázdný příkaz "
+                       "kalvera-data repair; celý katalog vrátí ze zálohy kalvera-data restore."_s.arg(
+                           QDir::toNativeSeparators(path))) {}
 };
 
 template <typename Work>
@@ -34,12 +40,34 @@ void namingFile(const QString& path, Work&& work) {
     }
 }
 
-/// False when the last writer was killed within a transaction, which only a writer can roll back. Other
-/// failures are left to whoever reads.
+/// Refuses a path at which there is no file, with what to do about it.
+void refuseAbsent(const QString& path) {
+    const QFileInfo file(path);
+    if (file.isFile()) return;
+    if (file.exists()) outputFile::fail(u"Není to soubor"_s, path);
+    if (file.isSymLink()) {
+        outputFile::fail(
+            u"%1 je odkaz na soubor, který není dostupný. Připojte disk, na který odkaz vede, nebo odkaz odstraňte; vede na"_s
+                .arg(path),
+            file.symLinkTarget());
+    }
+    const QFileInfo folder(file.path());
+    if (folder.isDir() && !folder.isExecutable()) outputFile::fail(u"Ke složce nemáte oprávnění"_s, folder.filePath());
+    throw Missing(path);
+}
+
+bool isDamage(const sqlite::Failure& failure) {
+    const int code = failure.resultCode() & 0xFF;
+    return code == SQLITE_CORRUPT || code == SQLITE_NOTADB;
+}
+
+/// False when the last writer was killed within a transaction, which only a writer can roll back. Failures
+/// other than damage are left to whoever reads.
 bool isReadable(const sqlite::Database& database) {
     try {
         database.number("SELECT COUNT(*) FROM sqlite_schema");
     } catch (const sqlite::Failure& failure) {
+        if (isDamage(failure)) throw;
         return failure.resultCode() != SQLITE_READONLY_ROLLBACK;
     }
     return true;
@@ -50,25 +78,59 @@ void refuseForeignSchema(const sqlite::Database& database) {
     try {
         database.readSchema();
     } catch (const sqlite::Failure& failure) {
-        const int code = failure.resultCode() & 0xFF;
-        if (code != SQLITE_CORRUPT && code != SQLITE_NOTADB) throw;
+        if (!isDamage(failure)) throw;
     }
 }
 
-/// A file of the old program is none that could be damaged.
-bool isOld(const QString& path) {
+// The offsets and values below: the file format of SQLite 3, "The Database Header".
+
+QByteArray headerOf(const QString& path) {
     QFile file(path);
-    return file.open(QFile::ReadOnly) && file.read(19).endsWith("Standard Jet DB");
+    return file.open(QFile::ReadOnly) ? file.read(100) : QByteArray();
 }
 
-QString journalOf(const QString& path) {
-    return path + u"-journal"_s;
+/// A file of the old program is none that could be damaged.
+bool isOld(const QByteArray& header) {
+    return header.first(std::min<qsizetype>(header.size(), 19)).endsWith("Standard Jet DB");
 }
 
-/// The journal first: rolled back by somebody else meanwhile, it does no harm to the newer file.
-void copyWithJournal(const QString& path, const QString& copy) {
-    skipFailure([&] { files::copy(journalOf(path), journalOf(copy)); });
+/// Whether another program has switched the file to a write-ahead log, in which ours does not open it.
+bool isInLogMode(const QByteArray& header) {
+    return header.startsWith("SQLite format 3") && header.mid(18, 2) == "\2\2";
+}
+
+/// As password::checkHeader. A verifier that no password gives is damage; another one may be either.
+void checkHeader(const sqlite::Database& database, const QByteArray& header) {
+    try {
+        password::checkHeader(database, databasePassword());
+    } catch (const RuntimeError& failure) {
+        if (failure.number() != errors::databasePassword) throw;
+        const auto verifier = qFromBigEndian<qint32>(header.mid(60, 4).constData());
+        if (verifier <= 0 || verifier % 2 == 0)
+            throw sqlite::Failure(errors::database, sqlite::description(SQLITE_CORRUPT), SQLITE_CORRUPT);
+        throw RuntimeError(failure.number(),
+                           failure.description() + u" Otevíral-li ho program dosud, má poškozenou hlavičku; "
+                                                   "katalog vrátí ze zálohy příkaz kalvera-data restore."_s);
+    }
+}
+
+/// The size and time of a file and of what belongs to it.
+QString stateOf(const QString& path, const QString& companion) {
+    QString state;
+    for (const QFileInfo& file : {QFileInfo(path), QFileInfo(companion)})
+        state += u"%1 %2 "_s.arg(file.size()).arg(file.lastModified().toMSecsSinceEpoch());
+    return state;
+}
+
+/// The companion first: a journal that somebody else meanwhile rolls back does no harm to the newer file. A
+/// log would.
+void copyWith(QStringView ending, const QString& path, const QString& copy) {
+    const QString companion = pairReplacement::companionOf(path, ending);
+    const QString before = stateOf(path, companion);
+    skipFailure([&] { files::copy(companion, copy + ending.toString()); });
     files::copy(path, copy);
+    if (ending == pairReplacement::log && stateOf(path, companion) != before)
+        throw sqlite::Failure(errors::database, sqlite::description(SQLITE_BUSY), SQLITE_BUSY);
 }
 
 }  // namespace
@@ -81,29 +143,31 @@ void PairView::File::use(const std::function<void(const sqlite::Database&)>& wor
     namingFile(path, [&] { work(*database); });
 }
 
-PairView::PairView(const QString& folder, Unreadable unreadable) {
-    if (pairReplacement::isHalf(folder))
-        notes_ += u"Výměna souborů, kterou něco přerušilo, ještě není dokončená."_s;
-    add(dataFiles::cataloguePath(folder), unreadable);
-    add(pairReplacement::currentPictures(folder), unreadable);
-    if (files_[0].database == nullptr && files_[1].database == nullptr) {
-        throw RuntimeError(errors::database,
-                           u"%1 %2 Katalog vrátí ze zálohy příkaz kalvera-data restore. Složka: %3"_s.arg(
-                               files_[0].fault, files_[1].fault, QDir::toNativeSeparators(folder)));
-    }
+PairView::PairView(const QString& folder, Unreadable unreadable)
+    : unreadable_(unreadable), isHalf_(pairReplacement::isHalf(folder)) {
+    dataFiles::refuseFile(folder);
+    if (isHalf_) notes_ += u"Výměna souborů, kterou něco přerušilo, ještě není dokončená."_s;
+    add(dataFiles::cataloguePath(folder));
+    add(pairReplacement::currentPictures(folder));
 }
 
-void PairView::add(const QString& path, Unreadable unreadable) {
+void PairView::add(const QString& path) {
     File file{path, path, {}};
     namingFile(path, [&] {
         try {
             open(file);
         } catch (const sqlite::Failure& failure) {
-            const int code = failure.resultCode() & 0xFF;
-            if (unreadable == Unreadable::refused || (code != SQLITE_NOTADB && code != SQLITE_CORRUPT)) throw;
+            if (!isDamage(failure)) throw;
+            if (unreadable_ == Unreadable::refused) {
+                throw sqlite::Failure(
+                    failure.number(),
+                    u"%1 Zkuste kalvera-data repair, nebo vraťte katalog ze zálohy příkazem kalvera-data restore."_s
+                        .arg(failure.description()),
+                    failure.resultCode());
+            }
             file.fault = u"Soubor %1 nelze otevřít: %2"_s.arg(file.name(), failure.description());
-        } catch (const Missing& failure) {
-            if (unreadable == Unreadable::refused) throw;
+        } catch (const Missing&) {
+            if (unreadable_ != Unreadable::told) throw;
             file.fault = u"Soubor %1 chybí."_s.arg(file.name());
         }
     });
@@ -112,21 +176,41 @@ void PairView::add(const QString& path, Unreadable unreadable) {
 }
 
 void PairView::open(File& file) {
-    using Mode = sqlite::Database::Mode;
-    if (!QFileInfo::exists(file.path)) throw Missing(file.path);
-    if (!QFileInfo(file.path).isFile()) outputFile::fail(u"Není to soubor"_s, file.path);
-    if (isOld(file.path))
+    refuseAbsent(file.path);
+    const QByteArray header = headerOf(file.path);
+    if (isOld(header))
         outputFile::fail(u"Je to starý soubor, převede ho příkaz kalvera-data import"_s, file.path);
-    file.database = std::make_unique<sqlite::Database>(file.path, Mode::readOnly);
-    password::checkHeader(*file.database, databasePassword());
-    if (isReadable(*file.database)) return refuseForeignSchema(*file.database);
+    if (isInLogMode(header) || QFileInfo::exists(pairReplacement::companionOf(file.path, pairReplacement::log)))
+        return openWithLog(file, header);
+    file.database = std::make_unique<sqlite::Database>(file.path, sqlite::Database::Mode::readOnly);
+    checkHeader(*file.database, header);
+    if (!isReadable(*file.database)) {
+        openCopy(file, pairReplacement::journal);
+        notes_ += u"Soubor %1 zůstal po přerušeném zápisu rozepsaný, čte se jeho kopie."_s.arg(file.name());
+        isReadable(*file.database);
+    }
+    refuseForeignSchema(*file.database);
+}
+
+void PairView::openCopy(File& file, QStringView ending) {
     file.copy = std::make_unique<QTemporaryDir>();
     if (!file.copy->isValid()) outputFile::failWriting(file.copy->path());
     file.read = file.copy->filePath(file.name());
-    copyWithJournal(file.path, file.read);
-    file.database = std::make_unique<sqlite::Database>(file.read, Mode::readWrite);
+    copyWith(ending, file.path, file.read);
+    file.database = std::make_unique<sqlite::Database>(file.read, sqlite::Database::Mode::readWrite);
+}
+
+void PairView::openWithLog(File& file, const QByteArray& header) {
+    openCopy(file, pairReplacement::log);
+    // The log of a catalogue that is already replaced is its predecessor's.
+    if (isHalf_) QFile::remove(file.read + pairReplacement::log.toString());
+    file.database->exec("PRAGMA journal_mode=DELETE");
+    checkHeader(*file.database, header);
     refuseForeignSchema(*file.database);
-    notes_ += u"Soubor %1 zůstal po přerušeném zápisu rozepsaný, čte se jeho kopie."_s.arg(file.name());
+    if (isHalf_) return;
+    file.condition =
+        u"Soubor %1 nechal jiný program v režimu WAL, se kterým program pracovat neumí."_s.arg(file.name());
+    notes_ += u"Soubor %1 se čte i se změnami, které jsou zatím jen v souboru %1-wal."_s.arg(file.name());
 }
 
 void PairView::forEach(const std::function<void(const sqlite::Database&, const QString& name)>& work) const {

@@ -9,15 +9,18 @@
 
 #include "platform/sqlite.h"
 
-/// The pair of a folder, opened for reading alone. A file that its last writer left within a transaction is
-/// read as a private copy, in which the transaction is rolled back.
+/// The pair of a folder, opened for reading alone. A file that its last writer left within a transaction, or
+/// that another program switched to a write-ahead log, is read as a private copy, in which the transaction is
+/// rolled back or the log played in.
 class PairView final {
  public:
     /// One of the two files.
     struct File {
         QString path;
         QString read;   // the file itself or its copy
-        QString fault;  // why it cannot be opened at all, in Czech
+        QString fault;      // why it cannot be opened at all, in Czech
+        // Why the program would not open it though all can be read, in Czech.
+        QString condition = {};
         std::unique_ptr<QTemporaryDir> copy = nullptr;
         std::unique_ptr<sqlite::Database> database = nullptr;  // null for such a file
 
@@ -25,13 +28,13 @@ class PairView final {
         /// Runs `work` on the open file. @throws RuntimeError what `work` throws, with the path.
         void use(const std::function<void(const sqlite::Database&)>& work) const;
     };
-    /// What becomes of a file that is missing or that the engine does not take for a database.
-    enum class Unreadable { refused, told };
+    /// What becomes of a file that the engine does not take for a sound database: it is refused, or told by
+    /// `File::fault`, as is one that is missing with `told`.
+    enum class Unreadable { refused, damageTold, told };
 
-    /// @throws RuntimeError when a file is missing, cannot be read or is not one of the program's own, unless
-    ///         the other can be opened and `unreadable` says that this is told. Files of a newer format,
-    ///         with another password or without permission to read are always refused. Damage behind the
-    ///         header shows later.
+    /// @throws RuntimeError when `folder` is none, and for files refused as above. Files of a newer format, of
+    ///         the old program, with another password, without permission to read and links that lead nowhere
+    ///         are always refused. Damage behind the first page shows later.
     explicit PairView(const QString& folder, Unreadable unreadable = Unreadable::refused);
 
     const sqlite::Database& catalogue() const { return *files_[0].database; }
@@ -52,9 +55,13 @@ class PairView final {
     const QStringList& notes() const noexcept { return notes_; }
 
  private:
-    void add(const QString& path, Unreadable unreadable);
+    void add(const QString& path);
     void open(File& file);
+    void openCopy(File& file, QStringView ending);
+    void openWithLog(File& file, const QByteArray& header);
 
+    Unreadable unreadable_;
+    bool isHalf_;
     std::vector<File> files_;
     QStringList notes_;
 };

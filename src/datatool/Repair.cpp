@@ -1,10 +1,10 @@
 #include "datatool/Repair.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <QScopeGuard>
 #include <QTemporaryDir>
-#include <algorithm>
 
 #include "core/pairReplacement.h"
 #include "datatool/Backup.h"
@@ -12,6 +12,7 @@
 #include "datatool/DataFiles.h"
 #include "datatool/Integrity.h"
 #include "datatool/Interruption.h"
+#include "datatool/NewFolder.h"
 #include "datatool/NewPair.h"
 #include "datatool/Restore.h"
 #include "datatool/Salvage.h"
@@ -26,84 +27,126 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+QString reportPath(const QString& folder) {
+    return QDir(folder).filePath(u"repair.txt"_s);
+}
+
+/// Fails now where writing the report would fail later, when all else is done.
+void refuseUnwritableReport(const QString& folder) {
+    const QString path = reportPath(folder);
+    if (QSaveFile told(path); !told.open(QFile::WriteOnly)) outputFile::failWriting(path);
+}
+
+/// Brings row by row what can be read of a damaged file into the new one.
+salvage::Result rescue(const PairView::File& file, const sqlite::Database& made, const Progress& progress) {
+    salvage::Result result;
+    if (file.database != nullptr) result = salvage::copy(*file.database, made, progress);
+    if (result.copied > 0) return result;
+    const QTemporaryDir folder;
+    const QString copy = folder.filePath(file.name());
+    if (!folder.isValid()) outputFile::failWriting(folder.path());
+    if (salvage::copyWithHeader(file.path, made, copy))
+        result = salvage::copy({copy, sqlite::Database::Mode::readOnly}, made, progress);
+    return result;
+}
+
 /// Brings what can be read of a file into the new one.
 /// @param damage as check::damageOf tells it.
+/// @param unknownKeys gets the tables of which it cannot be told what keys they have given out.
 /// @return false when that was nothing.
 bool bringOver(const PairView::File& file, const QString& damage, const sqlite::Database& made,
-               const Progress& progress, repair::Report& report) {
-    if (damage.isEmpty()) {
+               const Progress& progress, repair::Report& report, QStringList& unknownKeys) {
+    if (damage.isEmpty() || damage == file.condition) {
         file.database->copyInto(made, [&](qint64 done, qint64 all) {
             interruption::check();
             progress(u"Kopírování souboru "_s + file.name(), done, all);
         });
         return true;
     }
-    salvage::Result result;
-    if (file.database != nullptr) {
-        result = salvage::copy(*file.database, made, progress);
-    } else {
-        const QTemporaryDir folder;
-        const QString copy = folder.filePath(file.name());
-        if (!folder.isValid()) outputFile::failWriting(folder.path());
-        if (salvage::copyWithHeader(file.path, made, copy))
-            result = salvage::copy({copy, sqlite::Database::Mode::readOnly}, made, progress);
-    }
-    const bool isNothing = file.database == nullptr && result.copied == 0;
+    const salvage::Result result = rescue(file, made, progress);
+    const bool isNothing = result.copied == 0 && (file.database == nullptr || result.lost > 0);
     if (isNothing) {
         report.steps += u"Ze souboru %1 nebylo co zachránit, místo něj je nový prázdný."_s.arg(file.name());
     } else {
         report.steps += result.lines;
     }
-    report.lostRows = report.lostRows || isNothing || result.lost > 0;
+    unknownKeys += result.unknownKeys;
+    (QFileInfo::exists(file.path) ? report.lostRows : report.lostFile) |= isNothing || result.lost > 0;
     return !isNothing;
 }
 
-/// Lets new rows of a lost file have keys that nothing in the other file refers to.
-/// @param highest query for the highest key that does.
-void keepKeys(const sqlite::Database& lost, const QString& table, const sqlite::Database& other,
-              const char* highest) {
-    salvage::keepKeys(lost, table, std::clamp<qint64>(other.number(highest), 0, dataFiles::highestKey));
+/// Lets new rows have keys that nothing refers to: what refers to a row outlives it.
+/// @param areCustomersKnown whether the keys that customers have had are known anyway.
+void keepReferredKeys(const NewPair& made, bool areCustomersKnown) {
+    const auto keep = [](const sqlite::Database& target, const QString& table, const sqlite::Database& other,
+                         const QByteArray& keys) {
+        const QByteArray highest = "SELECT IFNULL(max(k), 0) FROM (" + keys +
+                                   ") WHERE typeof(k)='integer' AND k<=" +
+                                   QByteArray::number(dataFiles::highestKey);
+        salvage::keepKeys(target, table, other.number(highest.constData()));
+    };
+    const sqlite::Database& catalogue = made.catalogue();
+    keep(catalogue, u"tDVD"_s, catalogue, "SELECT P_DVDID AS k FROM tPujcky");
+    keep(catalogue, u"tDVD"_s, made.pictures(), "SELECT PicDVDID AS k FROM tPicture");
+    keep(catalogue, u"tOddeleni"_s, catalogue, "SELECT Oddel_ID AS k FROM tDVD");
+    keep(made.pictures(), u"tPicture"_s, catalogue,
+         "SELECT Obal_ID AS k FROM tDVD UNION ALL SELECT Nahled_ID FROM tDVD");
+    if (areCustomersKnown) return;
+    // A loan names the customer by his code, which is his key unless he has another one.
+    keep(catalogue, u"tUser"_s, catalogue,
+         "SELECT P_UID AS k FROM tPujcky WHERE P_UID NOT IN "
+         "(SELECT CAST(USREGNUM AS INTEGER) FROM tUser WHERE USREGNUM IS NOT NULL)");
 }
 
 /// @param damage of each file.
 /// @return the folder of the former pair.
 QString replaceDamaged(const PairView& pair, const QStringList& damage, const QDateTime& now,
                        const Progress& progress, repair::Report& report) {
+    refuseUnwritableReport(report.folder);
     // What others wrote behind what has been read would be missing in the new pair.
     const auto held = restore::holdPair(report.folder);
     const QString room = pairReplacement::makeRoom(report.folder);
-    auto undo = qScopeGuard([&report] { pairReplacement::makeRoom(report.folder); });
+    const auto undo = qScopeGuard([&report] { pairReplacement::giveUp(report.folder); });
     NewPair made(room);
-    const bool hasFilms = bringOver(pair.files()[0], damage[0], made.catalogue(), progress, report);
-    const bool hasPictures = bringOver(pair.files()[1], damage[1], made.pictures(), progress, report);
-    if (!hasFilms) {
-        made.catalogue().exec(dataFiles::script(u"dictionaries.sql"_s).constData());
-        keepKeys(made.catalogue(), u"tDVD"_s, made.pictures(), "SELECT max(PicDVDID) FROM tPicture");
+    QStringList unknownKeys;
+    const bool hasFilms =
+        bringOver(pair.files()[0], damage[0], made.catalogue(), progress, report, unknownKeys);
+    const bool hasPictures =
+        bringOver(pair.files()[1], damage[1], made.pictures(), progress, report, unknownKeys);
+    if (!hasFilms && !hasPictures) {
+        throw RuntimeError(errors::database,
+                           u"%1 Nic z nich přečíst nelze. Katalog vrátí ze zálohy příkaz kalvera-data restore. Složka: %2"_s.arg(
+                               damage.join(u' '), QDir::toNativeSeparators(report.folder)));
     }
-    if (!hasPictures) {
-        keepKeys(made.pictures(), u"tPicture"_s, made.catalogue(),
-                 "SELECT max(IFNULL(max(Obal_ID), 0), IFNULL(max(Nahled_ID), 0)) FROM tDVD");
-    }
+    if (!hasFilms) made.catalogue().exec(dataFiles::script(u"dictionaries.sql"_s).constData());
+    keepReferredKeys(made, hasFilms && !unknownKeys.contains(u"tUser"_s));
     made.keep();
-    undo.dismiss();
-    QString aside = restore::asideFolder(report.folder, now);
+    const QString aside = restore::asideFolder(report.folder, now);
     pairReplacement::replace(report.folder, aside);
-    report.steps += u"Původní soubory jsou odložené ve složce %1"_s.arg(QDir::toNativeSeparators(aside));
+    report.steps += (report.lostFile ? u"Původní soubor je odložený ve složce %1"_s
+                                     : u"Původní soubory jsou odložené ve složce %1"_s)
+                        .arg(QDir::toNativeSeparators(aside));
     return aside;
 }
 
-void renewIndexes(const sqlite::Database& database, const QString& file, const Progress& progress,
-                  repair::Report& report) {
+/// @param reader connection that has the file as its own.
+/// @param place the schema that the file is in `pair`.
+void renewIndexes(const sqlite::Database& pair, const sqlite::Database& reader, const QByteArray& place,
+                  const Progress& progress, repair::Report& report) {
+    const QString file = place == "main" ? u"data.ddb"_s : u"pictures.ddb"_s;
     const auto step = [&](qint64 done, qint64 all) {
         interruption::check();
         progress(u"Rejstříky souboru "_s + file, done, all);
     };
-    for (const schema::Index& index : schema::missingIndexes(database, schema::scriptOf(file))) {
-        database.exec(index.sql.constData());
+    // Read before the writing begins, which may need the file for itself.
+    const QStringList wrong = integrity::wrongIndexes(reader, step);
+    for (const schema::Index& index : schema::missingIndexes(reader, schema::scriptOf(file))) {
+        pair.exec(QByteArray(index.sql).replace("CREATE INDEX ", "CREATE INDEX " + place + '.').constData());
         report.steps += u"Chybějící rejstřík %1 souboru %2 je vytvořen."_s.arg(index.name, file);
     }
-    for (const QString& index : integrity::wrongIndexes(database, step)) {
-        database.exec(("REINDEX \"" + index.toUtf8().replace('"', "\"\"") + '"').constData());
+    for (const QString& index : wrong) {
+        const QByteArray name = index.toUtf8().replace('"', "\"\"");
+        pair.exec(("REINDEX " + place + ".\"" + name + '"').constData());
         report.steps += u"Rejstřík %1 souboru %2 je vytvořen znovu."_s.arg(index, file);
     }
 }
@@ -146,8 +189,24 @@ void mendRows(const sqlite::Database& catalogue, repair::Report& report) {
     }
 }
 
+/// Opens both files in one connection, so that what is mended comes into both or into none.
+sqlite::Database openPair(const QString& folder) {
+    sqlite::Database catalogue = dataFiles::openCatalogue(folder);
+    dataFiles::openPictures(folder);  // checks its header
+    catalogue.attach(dataFiles::picturesPath(folder), u"pictures"_s);
+    catalogue.exec("PRAGMA pictures.synchronous=EXTRA");
+    return catalogue;
+}
+
+/// Fails now where `mend` would fail later, when there is a backup already.
+void refuseUnwritable(const QString& folder) {
+    refuseUnwritableReport(folder);
+    const sqlite::Database pair = openPair(folder);
+    const sqlite::Transaction transaction(pair);
+}
+
 void write(const repair::Report& report, const std::function<void()>& commit) {
-    QSaveFile told(QDir(report.folder).filePath(u"repair.txt"_s));
+    QSaveFile told(reportPath(report.folder));
     if (!told.open(QFile::WriteOnly)) outputFile::failWriting(told.fileName());
     files::keepToOwner(told);  // it names films
     if (told.write(report.text().toUtf8()) < 0 || !files::sync(told))
@@ -157,21 +216,33 @@ void write(const repair::Report& report, const std::function<void()>& commit) {
         throw RuntimeError(errors::pathAccess, u"Katalog je opravený, ale zprávu repair.txt nelze zapsat."_s);
 }
 
-void mend(repair::Report& report, const Progress& progress) {
-    {
-        const sqlite::Database pictures = dataFiles::openPictures(report.folder);
-        sqlite::Transaction transaction(pictures);
-        renewIndexes(pictures, u"pictures.ddb"_s, progress, report);
-        transaction.commit();
-    }
-    const sqlite::Database catalogue = dataFiles::openCatalogue(report.folder);
-    catalogue.attach(dataFiles::picturesPath(report.folder), u"pictures"_s);
-    sqlite::Transaction transaction(catalogue);
-    renewIndexes(catalogue, u"data.ddb"_s, progress, report);
-    mendRows(catalogue, report);
+/// @param committed is called once the files are mended.
+void mend(repair::Report& report, const Progress& progress, const std::function<void()>& committed) {
+    const sqlite::Database pair = openPair(report.folder);
+    sqlite::Transaction transaction(pair);
+    renewIndexes(pair, dataFiles::openPictures(report.folder), "pictures", progress, report);
+    renewIndexes(pair, pair, "main", progress, report);
+    mendRows(pair, report);
     report.left = check::linesOf(
-        findings::of(catalogue, [&](qint64 done, qint64 all) { progress(u"Kontrola obsahu"_s, done, all); }));
-    write(report, [&transaction] { transaction.commit(); });
+        findings::of(pair, [&](qint64 done, qint64 all) { progress(u"Kontrola obsahu"_s, done, all); }));
+    write(report, [&] {
+        transaction.commit();
+        committed();
+    });
+}
+
+/// A backup before the repair, unless it comes to nothing.
+void mendWithBackup(repair::Report& report, const QDateTime& now, const Progress& progress) {
+    refuseUnwritable(report.folder);
+    const QString target = QDir::cleanPath(QDir(report.folder).filePath(u"../Zálohy"_s));
+    NewFolder targetFolder(target);
+    const backup::Report saved = backup::run(report.folder, target, 0, now, progress);
+    auto undo = qScopeGuard([&saved] { QDir(saved.folder).removeRecursively(); });
+    report.steps += u"Záloha před opravou: %1"_s.arg(QDir::toNativeSeparators(saved.folder));
+    mend(report, progress, [&] {
+        undo.dismiss();
+        targetFolder.keep();
+    });
 }
 
 }  // namespace
@@ -183,6 +254,8 @@ QString repair::Report::text() const {
     if (lostRows)
         lines +=
             u"Některé řádky poškozených souborů nešlo přečíst. Máte-li zálohu, vrátí ji příkaz kalvera-data restore."_s;
+    if (lostFile)
+        lines += u"Co bylo v chybějícím souboru, vrátí jen záloha příkazem kalvera-data restore."_s;
     if (left.isEmpty()) {
         lines += u"Nic dalšího k opravě nezbývá."_s;
     } else {
@@ -193,7 +266,8 @@ QString repair::Report::text() const {
 }
 
 repair::Report repair::run(const QString& folder, const QDateTime& now, const Progress& progress) {
-    Report report{QDir(folder).absolutePath(), {}, {}, false};
+    dataFiles::refuseFile(folder);
+    Report report{QDir(folder).absolutePath(), {}, {}};
     const FolderLock lock(report.folder);
     restore::refuseTaken(lock, report.folder);
     pairReplacement::makeRoom(report.folder);  // finishes what was killed
@@ -209,14 +283,12 @@ repair::Report repair::run(const QString& folder, const QDateTime& now, const Pr
         if (!damage.join(QString()).isEmpty()) aside = replaceDamaged(pair, damage, now, progress, report);
     }
     if (aside.isEmpty()) {
-        const QString target = QDir::cleanPath(QDir(report.folder).filePath(u"../Zálohy"_s));
-        const backup::Report saved = backup::run(report.folder, target, 0, now, progress);
-        report.steps += u"Záloha před opravou: %1"_s.arg(QDir::toNativeSeparators(saved.folder));
+        mendWithBackup(report, now, progress);
+        return report;
     }
     try {
-        mend(report, progress);
+        mend(report, progress, [] {});
     } catch (const RuntimeError& failure) {
-        if (aside.isEmpty()) throw;
         const bool isInterrupted = dynamic_cast<const interruption::Interrupted*>(&failure) != nullptr;
         throw RuntimeError(failure.number(),
                            u"%1 Zachráněné soubory už jsou na místě, poškozené ve složce %2"_s.arg(

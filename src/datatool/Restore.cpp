@@ -1,8 +1,10 @@
 #include "datatool/Restore.h"
 
+#include <QCollator>
 #include <QDir>
 #include <QFileInfo>
 #include <QScopeGuard>
+#include <algorithm>
 
 #include "core/pairReplacement.h"
 #include "datatool/Backup.h"
@@ -12,6 +14,46 @@
 #include "datatool/outputFile.h"
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The newest backup in a folder that `kalvera-data backup` fills; "" without one.
+QString newestIn(const QString& folder) {
+    QStringList names = QDir(folder).entryList({u"*-*-* *"_s}, QDir::Dirs);
+    QCollator byCounter;
+    byCounter.setNumericMode(true);
+    std::sort(names.begin(), names.end(), byCounter);
+    while (!names.isEmpty() && !QFileInfo::exists(dataFiles::cataloguePath(QDir(folder).filePath(names.last()))))
+        names.removeLast();
+    return names.isEmpty() ? QString() : QDir(folder).filePath(names.last());
+}
+
+/// Refuses a folder without a pair, and names the backup that may have been meant.
+void refuseNoBackup(const QString& folder) {
+    dataFiles::refuseFile(folder);
+    const QString catalogue = dataFiles::cataloguePath(folder);
+    if (!QFileInfo(folder).isDir()) outputFile::fail(u"Složka se zálohou neexistuje"_s, folder);
+    if (QFileInfo::exists(catalogue) || !QFileInfo(folder).isExecutable()) return;
+    const QString newest = newestIn(folder);
+    if (!newest.isEmpty()) {
+        outputFile::fail(
+            u"Zálohy jsou až ve složkách s datem a časem, uveďte jednu z nich; nejnovější je"_s, newest);
+    }
+    outputFile::fail(u"Záloha je složka, ve které jsou oba soubory katalogu; tady chybí"_s, catalogue);
+}
+
+QStringList notesOnLinks(const QString& folder) {
+    QStringList notes;
+    for (const QString& path : {dataFiles::cataloguePath(folder), dataFiles::picturesPath(folder)}) {
+        const QFileInfo file(path);
+        if (!file.isSymLink()) continue;
+        notes += u"%1 byl odkaz na %2, teď je to obyčejný soubor; soubor, na který odkaz vedl, se nezměnil."_s.arg(
+            file.fileName(), QDir::toNativeSeparators(file.symLinkTarget()));
+    }
+    return notes;
+}
+
+}  // namespace
 
 QString restore::Report::text() const {
     QStringList lines = notes;
@@ -54,17 +96,16 @@ restore::Report restore::run(const QString& backup, const QString& folder, const
     const QString same = QFileInfo(folder).canonicalFilePath();
     if (!same.isEmpty() && same == QFileInfo(backup).canonicalFilePath())
         outputFile::fail(u"Záloha a cíl jsou tatáž složka"_s, backup);
+    refuseNoBackup(backup);
     NewFolder made(folder);
     const FolderLock lock(folder);
     refuseTaken(lock, folder);
     Report report{QDir(folder).absolutePath(), {}, {}};
-    {
-        auto undo = qScopeGuard([&folder] { pairReplacement::makeRoom(folder); });
-        report.notes = backup::copyPair(backup, pairReplacement::makeRoom(folder), progress);
-        interruption::check();
-        undo.dismiss();
-    }
+    const auto undo = qScopeGuard([&folder] { pairReplacement::giveUp(folder); });
+    report.notes = backup::copyPair(backup, pairReplacement::makeRoom(folder), progress);
+    interruption::check();
     const auto held = holdPair(report.folder);
+    report.notes += notesOnLinks(report.folder);
     const QString aside = asideFolder(report.folder, now);
     if (pairReplacement::replace(report.folder, aside)) report.aside = aside;
     made.keep();

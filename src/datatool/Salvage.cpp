@@ -5,9 +5,9 @@
 #include <QtEndian>
 #include <algorithm>
 #include <functional>
-#include <utility>
-#include <vector>
+#include <optional>
 
+#include "core/pairReplacement.h"
 #include "datatool/DataFiles.h"
 #include "datatool/Interruption.h"
 #include "datatool/TableColumns.h"
@@ -26,12 +26,12 @@ bool isDamage(int resultCode) {
     return code == SQLITE_CORRUPT || code == SQLITE_NOTADB || code == SQLITE_IOERR;
 }
 
-/// A number of the damaged file; 0 when it cannot be read.
-qint64 readable(const sqlite::Database& damaged, const QByteArray& sql) {
+/// A number of the damaged file; nothing when it cannot be read.
+std::optional<qint64> readable(const sqlite::Database& damaged, const QByteArray& sql) {
     try {
         return damaged.number(sql.constData());
     } catch (const RuntimeError&) {
-        return 0;
+        return std::nullopt;
     }
 }
 
@@ -54,22 +54,21 @@ class TableCopy final {
                              " NOT INDEXED WHERE rowid>? AND rowid<=? ORDER BY rowid"),
           insert_(made, ado::insertSql(table.toUtf8(), columns_)) {}
 
+    /// Where a row cannot be read, looks for the next key from which on rows can be: pages hold neighbouring
+    /// keys, so that each damaged page costs some thousand seeks at most, however far its keys reach.
+    /// @param upTo the highest key that there may be.
     /// @param step is told from time to time up to which key all is done.
-    void run(qint64 highest, const std::function<void(qint64 key)>& step) {
-        std::vector<std::pair<qint64, qint64>> ranges{{-1, highest}};
-        while (!ranges.empty()) {
-            const auto [above, upTo] = ranges.back();
-            ranges.pop_back();
+    /// @return the key behind which nothing could be read; `upTo` when the end was reached.
+    qint64 run(qint64 upTo, const std::function<void(qint64 key)>& step) {
+        qint64 above = -1;
+        while (true) {
             step(above);
             const qint64 read = copyRange(above, upTo, step);
-            if (read == upTo) continue;
-            if (upTo - read == 1) {
-                ++lost_;
-                continue;
-            }
-            const qint64 middle = read + (upTo - read) / 2;
-            ranges.emplace_back(middle, upTo);
-            ranges.emplace_back(read, middle);
+            if (read == upTo) return upTo;
+            const qint64 next = nextReadable(read, upTo, step);
+            if (next == upTo) return read;
+            lost_ += next - std::max<qint64>(read, 0);
+            above = next;
         }
     }
 
@@ -106,6 +105,38 @@ class TableCopy final {
         }
     }
 
+    /// The lowest key above `read` behind which a row, or the end, can be read; `upTo` without one.
+    qint64 nextReadable(qint64 read, qint64 upTo, const std::function<void(qint64 key)>& step) {
+        // More keys than a page has room for rows.
+        constexpr qint64 oneByOne = 4096;
+        constexpr qint64 growth = 8;
+        qint64 unreadable = read;
+        qint64 next = read + 1;
+        while (next < upTo && !isReadable(next, upTo)) {
+            unreadable = next;
+            const qint64 gap = next - read;
+            const qint64 further = next + (gap < oneByOne ? 1 : gap / growth);
+            next = std::max(next + 1, std::min(further, upTo - 1));
+            step(read);
+        }
+        if (next >= upTo) return upTo;
+        while (next - unreadable > 1) {
+            const qint64 middle = unreadable + (next - unreadable) / 2;
+            (isReadable(middle, upTo) ? next : unreadable) = middle;
+        }
+        return next;
+    }
+
+    /// Whether the first row behind a key, or that there is none, can be read.
+    bool isReadable(qint64 above, qint64 upTo) const {
+        rows_.reset();
+        rows_.bind(1, above);
+        rows_.bind(2, upTo);
+        const int result = sqlite3_step(rows_.handle());
+        if (result != SQLITE_ROW) return result == SQLITE_DONE;
+        return rows_.number(0) > above && rows_.number(0) <= upTo;
+    }
+
     void insert() const {
         for (int column = 1; column <= static_cast<int>(columns_.size()); ++column)
             sqlite3_bind_value(insert_.handle(), column, sqlite3_column_value(rows_.handle(), column));
@@ -120,22 +151,67 @@ class TableCopy final {
     qint64 lost_ = 0;
 };
 
+// The file format of SQLite 3, "The Database Header" and "B-tree Pages".
+constexpr qsizetype headerLength = 100;
+constexpr qint64 pageSize = 4096;  // of files that the program has made
+
+/// Puts the first bytes of the new file over those of the copy. The size counts because the number of changes
+/// that a new file has stands twice in its header; its list of free pages is empty.
+void putStart(const QString& copy, QByteArray start) {
+    constexpr qint64 sizeOffset = 28;
+    QFile file(copy);
+    if (!file.open(QFile::ReadWrite)) outputFile::failWriting(copy);
+    qToBigEndian(static_cast<quint32>(file.size() / pageSize), start.data() + sizeOffset);
+    if (file.write(start) != start.size() || !file.flush()) outputFile::failWriting(copy);
+}
+
+/// Plays in what another program left in the file's log.
+void foldLog(const QString& path, const QString& copy) {
+    const QString log = pairReplacement::companionOf(path, pairReplacement::log);
+    if (!QFileInfo::exists(log)) return;
+    files::copy(log, copy + pairReplacement::log.toString());
+    skipFailure([&] {
+        sqlite::Database(copy, sqlite::Database::Mode::readWrite).exec("PRAGMA journal_mode=DELETE");
+    });
+    for (const QString& ending : {pairReplacement::log.toString(), u"-shm"_s})
+        QFile::remove(copy + ending);
+}
+
+bool hasReadableSchema(const QString& path, const sqlite::Database& made) {
+    const sqlite::Database file(path, sqlite::Database::Mode::readOnly);
+    return readable(file, "SELECT COUNT(*) FROM sqlite_schema").value_or(0) >=
+           made.number("SELECT COUNT(*) FROM sqlite_schema");
+}
+
+/// Whether no page of the copy contradicts the places that tables and indexes have in the new file, as in one
+/// that another program has compacted.
+bool fitsLayout(const QString& copy, const sqlite::Database& made) {
+    QFile file(copy);
+    if (!file.open(QFile::ReadOnly)) return false;
+    const sqlite::Statement roots(made, "SELECT rootpage, type='table' FROM sqlite_schema");
+    while (roots.step()) {
+        const QByteArray tablePages("\5\15");
+        const QByteArray indexPages("\2\12");
+        char type = 0;
+        if (!file.seek((roots.number(0) - 1) * pageSize) || !file.getChar(&type)) continue;
+        if ((roots.number(1) != 0 ? indexPages : tablePages).contains(type)) return false;
+    }
+    return true;
+}
+
 }  // namespace
 
 bool salvage::copyWithHeader(const QString& path, const sqlite::Database& made, const QString& copy) {
-    // The file format of SQLite 3, "The Database Header". The size counts because the number of changes that
-    // a new file has stands twice in its header; its list of free pages is empty.
-    constexpr qint64 headerLength = 100;
-    constexpr qint64 pageSize = 4096;  // of files that the program has made
-    constexpr qint64 sizeOffset = 28;
     if (QFileInfo(path).size() < pageSize) return false;
     files::copy(path, copy);
-    QFile file(copy);
     QFile source(QString::fromUtf8(sqlite3_db_filename(made.handle(), "main")));
-    QByteArray header = source.open(QFile::ReadOnly) ? source.read(headerLength) : QByteArray();
-    if (header.size() != headerLength || !file.open(QFile::ReadWrite)) outputFile::failWriting(copy);
-    qToBigEndian(static_cast<quint32>(file.size() / pageSize), header.data() + sizeOffset);
-    if (file.write(header) != headerLength || !file.flush()) outputFile::failWriting(copy);
+    const QByteArray start = source.open(QFile::ReadOnly) ? source.read(pageSize) : QByteArray();
+    if (start.size() != pageSize) outputFile::failWriting(copy);
+    putStart(copy, start.first(headerLength));
+    foldLog(path, copy);
+    putStart(copy, start.first(headerLength));
+    // The whole first page holds the schema too.
+    if (!hasReadableSchema(copy, made) && fitsLayout(copy, made)) putStart(copy, start);
     return true;
 }
 
@@ -159,20 +235,29 @@ salvage::Result salvage::copy(const sqlite::Database& damaged, const sqlite::Dat
     sqlite::Transaction transaction(made);
     for (const QString& table : tablesOf(made)) {
         const QByteArray name = table.toUtf8();
-        const qint64 given =
-            std::clamp<qint64>(readable(damaged, "SELECT seq FROM sqlite_sequence WHERE name='" + name + "'"),
-                               0, dataFiles::highestKey);
+        const qint64 given = std::clamp<qint64>(
+            readable(damaged, "SELECT max(seq) FROM sqlite_sequence WHERE name='" + name + "'").value_or(0),
+            0, dataFiles::highestKey);
+        if (given == 0) result.unknownKeys += table;
         try {
             TableCopy rows(damaged, made, table);
-            const qint64 highest = std::max(given, readable(damaged, "SELECT max(rowid) FROM " + name));
-            rows.run(highest, [&](qint64 key) {
+            // Without it the last page is damaged.
+            const std::optional<qint64> last = readable(damaged, "SELECT max(rowid) FROM " + name);
+            const qint64 upTo = last ? std::max(given, *last) : dataFiles::highestKey;
+            const qint64 read = rows.run(upTo, [&](qint64 key) {
                 interruption::check();
-                progress(u"Záchrana tabulky "_s + table, key, highest);
+                progress(u"Záchrana tabulky "_s + table, std::min(key, upTo), upTo);
             });
+            const qint64 end = last ? upTo : given;
+            const bool isEndKnown = read == upTo || read < end;
+            const qint64 lost = rows.lost() + (read == upTo ? 0 : std::max<qint64>(end - std::max<qint64>(read, 0), 1));
             result.copied += rows.copied();
-            result.lost += rows.lost();
-            result.lines += u"Tabulka %1: zachráněno řádků %2, nepřečteno nejvýš %3."_s.arg(
-                table, QString::number(rows.copied()), QString::number(rows.lost()));
+            result.lost += lost;
+            result.lines +=
+                isEndKnown ? u"Tabulka %1: zachráněno řádků %2, nepřečteno nejvýš %3."_s.arg(
+                                 table, QString::number(rows.copied()), QString::number(lost))
+                           : u"Tabulka %1: zachráněno řádků %2; kolik jich chybí, nelze zjistit."_s.arg(
+                                 table, QString::number(rows.copied()));
         } catch (const sqlite::Failure& failure) {
             if ((failure.resultCode() & 0xFF) != SQLITE_ERROR && !isDamage(failure.resultCode())) throw;
             ++result.lost;

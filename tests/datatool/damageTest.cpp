@@ -1,0 +1,5 @@
+#include "datatool/Repair.h"
+#include "datatool/Restore.h"
+#include "datatool/careFixture.h"
+
+using namespace Qt::StringLiterals;
