@@ -83,12 +83,12 @@ void removeSecondNames(const QString& folder) {
     }
 }
 
-/// Removes what the engine leaves of a transaction on both files that is killed before a journal names it. The
-/// journals are looked for after the list is made: as long as a transaction lasts, it has them.
+/// Removes what the engine leaves of a transaction on both files that is killed before a journal names it.
+/// The journals are looked for after the list is made: as long as a transaction lasts, it has them.
 void removeStaleSuperJournals(const QString& folder) {
-    const QStringList found = QDir(folder).entryList(
-        {catalogueName.toString() + u"-mj*"_s, picturesName.toString() + u"-mj*"_s},
-        QDir::Files | QDir::NoSymLinks);
+    const QStringList found =
+        QDir(folder).entryList({catalogueName.toString() + u"-mj*"_s, picturesName.toString() + u"-mj*"_s},
+                               QDir::Files | QDir::NoSymLinks);
     for (const QStringView name : {catalogueName, picturesName}) {
         // Journals of linked files are elsewhere, perhaps on a disk that is not there.
         if (QFileInfo(in(folder, name)).isSymLink()) return;

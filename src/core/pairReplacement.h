@@ -5,16 +5,16 @@
 /// Puts another pair of data files into the place of a folder's pair, so that a kill at any moment leaves a
 /// whole pair: the old one or the new one.
 ///
-/// The new pair is completed and synced in a folder of its own within `folder`. Then the old files, with their
-/// journals and logs, get second names (hard links, or copies where there are none) in the folder where they
-/// are put aside. Then the new catalogue is renamed over the old one, the logs are removed, and the new
+/// The new pair is completed and synced in a folder of its own within `folder`. Then the old files, with
+/// their journals and logs, get second names (hard links, or copies where there are none) in the folder where
+/// they are put aside. Then the new catalogue is renamed over the old one, the logs are removed, and the new
 /// pictures are renamed. A kill before the first renaming leaves the old pair in place, one after the second
 /// the new pair. Between them the new pictures alone stand in the folder of the new pair, which happens at no
 /// other moment: whoever meets that finishes the second renaming.
 namespace pairReplacement {
 
-/// Endings of the files in which the engine keeps what belongs to a data file: the journal that rolls a killed
-/// transaction back, and the write-ahead log in which another program may have left committed rows.
+/// Endings of the files in which the engine keeps what belongs to a data file: the journal that rolls a
+/// killed transaction back, and the write-ahead log in which another program may have left committed rows.
 inline constexpr QStringView journal = u"-journal";
 inline constexpr QStringView log = u"-wal";
 /// The path of such a file of the data file `path`: beside the file itself if `path` is a link.

@@ -50,7 +50,8 @@ QString check::Report::text() const {
     }
     if (!damaged.isEmpty() && kinds.empty()) {
         lines += u"Obsah poškozených souborů se neprohlížel."_s;
-        lines += u"Ze zálohy je vrátí příkaz kalvera-data restore, bez ní zachrání, co se dá přečíst, kalvera-data repair."_s;
+        lines +=
+            u"Ze zálohy je vrátí příkaz kalvera-data restore, bez ní zachrání, co se dá přečíst, kalvera-data repair."_s;
     }
     lines += isClean() ? u"Vše je v pořádku."_s
                        : u"Nálezů celkem: %1"_s.arg(damaged.size() + indexes.size() + countOf(kinds));

@@ -36,8 +36,7 @@ QString dataFiles::picturesPath(const QString& folder) {
 
 void dataFiles::refuseFile(const QString& folder) {
     const QFileInfo file(folder);
-    if (file.isFile())
-        outputFile::fail(u"Je to soubor; uveďte složku, ve které je"_s, folder);
+    if (file.isFile()) outputFile::fail(u"Je to soubor; uveďte složku, ve které je"_s, folder);
 }
 
 sqlite::Database dataFiles::checked(const QString& path, sqlite::Database::Mode mode) {

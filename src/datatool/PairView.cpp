@@ -52,7 +52,8 @@ void refuseAbsent(const QString& path) {
             file.symLinkTarget());
     }
     const QFileInfo folder(file.path());
-    if (folder.isDir() && !folder.isExecutable()) outputFile::fail(u"Ke složce nemáte oprávnění"_s, folder.filePath());
+    if (folder.isDir() && !folder.isExecutable())
+        outputFile::fail(u"Ke složce nemáte oprávnění"_s, folder.filePath());
     throw Missing(path);
 }
 
@@ -108,9 +109,9 @@ void checkHeader(const sqlite::Database& database, const QByteArray& header) {
         const auto verifier = qFromBigEndian<qint32>(header.mid(60, 4).constData());
         if (verifier <= 0 || verifier % 2 == 0)
             throw sqlite::Failure(errors::database, sqlite::description(SQLITE_CORRUPT), SQLITE_CORRUPT);
-        throw RuntimeError(failure.number(),
-                           failure.description() + u" Otevíral-li ho program dosud, má poškozenou hlavičku; "
-                                                   "katalog vrátí ze zálohy příkaz kalvera-data restore."_s);
+        throw RuntimeError(failure.number(), failure.description() +
+                                                 u" Otevíral-li ho program dosud, má poškozenou hlavičku; "
+                                                 "katalog vrátí ze zálohy příkaz kalvera-data restore."_s);
     }
 }
 
@@ -180,7 +181,8 @@ void PairView::open(File& file) {
     const QByteArray header = headerOf(file.path);
     if (isOld(header))
         outputFile::fail(u"Je to starý soubor, převede ho příkaz kalvera-data import"_s, file.path);
-    if (isInLogMode(header) || QFileInfo::exists(pairReplacement::companionOf(file.path, pairReplacement::log)))
+    if (isInLogMode(header) ||
+        QFileInfo::exists(pairReplacement::companionOf(file.path, pairReplacement::log)))
         return openWithLog(file, header);
     file.database = std::make_unique<sqlite::Database>(file.path, sqlite::Database::Mode::readOnly);
     checkHeader(*file.database, header);
@@ -210,7 +212,8 @@ void PairView::openWithLog(File& file, const QByteArray& header) {
     if (isHalf_) return;
     file.condition =
         u"Soubor %1 nechal jiný program v režimu WAL, se kterým program pracovat neumí."_s.arg(file.name());
-    notes_ += u"Soubor %1 se čte i se změnami, které jsou zatím jen v souboru %1-wal."_s.arg(file.name());
+    if (QFileInfo::exists(pairReplacement::companionOf(file.path, pairReplacement::log)))
+        notes_ += u"Soubor %1 se čte i se změnami, které jsou zatím jen v souboru %1-wal."_s.arg(file.name());
 }
 
 void PairView::forEach(const std::function<void(const sqlite::Database&, const QString& name)>& work) const {

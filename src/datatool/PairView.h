@@ -18,7 +18,7 @@ class PairView final {
     struct File {
         QString path;
         QString read;   // the file itself or its copy
-        QString fault;      // why it cannot be opened at all, in Czech
+        QString fault;  // why it cannot be opened at all, in Czech
         // Why the program would not open it though all can be read, in Czech.
         QString condition = {};
         std::unique_ptr<QTemporaryDir> copy = nullptr;
@@ -32,7 +32,8 @@ class PairView final {
     /// `File::fault`, as is one that is missing with `told`.
     enum class Unreadable { refused, damageTold, told };
 
-    /// @throws RuntimeError when `folder` is none, and for files refused as above. Files of a newer format, of
+    /// @throws RuntimeError when `folder` is none, and for files refused as above. Files of a newer format,
+    /// of
     ///         the old program, with another password, without permission to read and links that lead nowhere
     ///         are always refused. Damage behind the first page shows later.
     explicit PairView(const QString& folder, Unreadable unreadable = Unreadable::refused);

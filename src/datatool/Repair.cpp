@@ -80,9 +80,9 @@ bool bringOver(const PairView::File& file, const QString& damage, const sqlite::
 void keepReferredKeys(const NewPair& made, bool areCustomersKnown) {
     const auto keep = [](const sqlite::Database& target, const QString& table, const sqlite::Database& other,
                          const QByteArray& keys) {
-        const QByteArray highest = "SELECT IFNULL(max(k), 0) FROM (" + keys +
-                                   ") WHERE typeof(k)='integer' AND k<=" +
-                                   QByteArray::number(dataFiles::highestKey);
+        const QByteArray highest =
+            "SELECT IFNULL(max(k), 0) FROM (" + keys +
+            ") WHERE typeof(k)='integer' AND k<=" + QByteArray::number(dataFiles::highestKey);
         salvage::keepKeys(target, table, other.number(highest.constData()));
     };
     const sqlite::Database& catalogue = made.catalogue();
@@ -114,9 +114,10 @@ QString replaceDamaged(const PairView& pair, const QStringList& damage, const QD
     const bool hasPictures =
         bringOver(pair.files()[1], damage[1], made.pictures(), progress, report, unknownKeys);
     if (!hasFilms && !hasPictures) {
-        throw RuntimeError(errors::database,
-                           u"%1 Nic z nich přečíst nelze. Katalog vrátí ze zálohy příkaz kalvera-data restore. Složka: %2"_s.arg(
-                               damage.join(u' '), QDir::toNativeSeparators(report.folder)));
+        throw RuntimeError(
+            errors::database,
+            u"%1 Nic z nich přečíst nelze. Katalog vrátí ze zálohy příkaz kalvera-data restore. Složka: %2"_s
+                .arg(damage.join(u' '), QDir::toNativeSeparators(report.folder)));
     }
     if (!hasFilms) made.catalogue().exec(dataFiles::script(u"dictionaries.sql"_s).constData());
     keepReferredKeys(made, hasFilms && !unknownKeys.contains(u"tUser"_s));
@@ -254,8 +255,7 @@ QString repair::Report::text() const {
     if (lostRows)
         lines +=
             u"Některé řádky poškozených souborů nešlo přečíst. Máte-li zálohu, vrátí ji příkaz kalvera-data restore."_s;
-    if (lostFile)
-        lines += u"Co bylo v chybějícím souboru, vrátí jen záloha příkazem kalvera-data restore."_s;
+    if (lostFile) lines += u"Co bylo v chybějícím souboru, vrátí jen záloha příkazem kalvera-data restore."_s;
     if (left.isEmpty()) {
         lines += u"Nic dalšího k opravě nezbývá."_s;
     } else {

@@ -23,7 +23,8 @@ QString newestIn(const QString& folder) {
     QCollator byCounter;
     byCounter.setNumericMode(true);
     std::sort(names.begin(), names.end(), byCounter);
-    while (!names.isEmpty() && !QFileInfo::exists(dataFiles::cataloguePath(QDir(folder).filePath(names.last()))))
+    while (!names.isEmpty() &&
+           !QFileInfo::exists(dataFiles::cataloguePath(QDir(folder).filePath(names.last()))))
         names.removeLast();
     return names.isEmpty() ? QString() : QDir(folder).filePath(names.last());
 }
@@ -36,8 +37,8 @@ void refuseNoBackup(const QString& folder) {
     if (QFileInfo::exists(catalogue) || !QFileInfo(folder).isExecutable()) return;
     const QString newest = newestIn(folder);
     if (!newest.isEmpty()) {
-        outputFile::fail(
-            u"Zálohy jsou až ve složkách s datem a časem, uveďte jednu z nich; nejnovější je"_s, newest);
+        outputFile::fail(u"Zálohy jsou až ve složkách s datem a časem, uveďte jednu z nich; nejnovější je"_s,
+                         newest);
     }
     outputFile::fail(u"Záloha je složka, ve které jsou oba soubory katalogu; tady chybí"_s, catalogue);
 }
@@ -47,8 +48,10 @@ QStringList notesOnLinks(const QString& folder) {
     for (const QString& path : {dataFiles::cataloguePath(folder), dataFiles::picturesPath(folder)}) {
         const QFileInfo file(path);
         if (!file.isSymLink()) continue;
-        notes += u"%1 byl odkaz na %2, teď je to obyčejný soubor; soubor, na který odkaz vedl, se nezměnil."_s.arg(
-            file.fileName(), QDir::toNativeSeparators(file.symLinkTarget()));
+        notes += u"%1 byl odkaz na %2, teď je to obyčejný soubor; %3."_s.arg(
+            file.fileName(), QDir::toNativeSeparators(file.symLinkTarget()),
+            file.exists() ? u"soubor, na který odkaz vedl, se nezměnil"_s
+                          : u"soubor, na který odkaz vedl, není dostupný"_s);
     }
     return notes;
 }

@@ -22,8 +22,10 @@ struct Report {
 };
 
 /// Checks the backup and puts a copy of it in place. The former pair goes into a folder named by date and
-/// time within `folder`. A kill at any moment leaves a whole pair: see core/pairReplacement.
-/// @throws RuntimeError when both are the same folder, the program holds `folder`, another one writes to it,
+/// time within `folder`; of a linked file, the link becomes a file, which the report tells. A kill at any
+/// moment leaves a whole pair: see core/pairReplacement.
+/// @throws RuntimeError when `backup` holds no pair, both are the same folder, the program holds `folder`,
+/// another one writes to it,
 ///         the backup is damaged, or files cannot be written; the former pair then stays.
 Report run(const QString& backup, const QString& folder, const QDateTime& now, const Progress& progress);
 

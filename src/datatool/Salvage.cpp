@@ -250,14 +250,15 @@ salvage::Result salvage::copy(const sqlite::Database& damaged, const sqlite::Dat
             });
             const qint64 end = last ? upTo : given;
             const bool isEndKnown = read == upTo || read < end;
-            const qint64 lost = rows.lost() + (read == upTo ? 0 : std::max<qint64>(end - std::max<qint64>(read, 0), 1));
+            const qint64 lost =
+                rows.lost() + (read == upTo ? 0 : std::max<qint64>(end - std::max<qint64>(read, 0), 1));
             result.copied += rows.copied();
             result.lost += lost;
-            result.lines +=
-                isEndKnown ? u"Tabulka %1: zachráněno řádků %2, nepřečteno nejvýš %3."_s.arg(
-                                 table, QString::number(rows.copied()), QString::number(lost))
-                           : u"Tabulka %1: zachráněno řádků %2; kolik jich chybí, nelze zjistit."_s.arg(
-                                 table, QString::number(rows.copied()));
+            result.lines += isEndKnown
+                                ? u"Tabulka %1: zachráněno řádků %2, nepřečteno nejvýš %3."_s.arg(
+                                      table, QString::number(rows.copied()), QString::number(lost))
+                                : u"Tabulka %1: zachráněno řádků %2; kolik jich chybí, nelze zjistit."_s.arg(
+                                      table, QString::number(rows.copied()));
         } catch (const sqlite::Failure& failure) {
             if ((failure.resultCode() & 0xFF) != SQLITE_ERROR && !isDamage(failure.resultCode())) throw;
             ++result.lost;

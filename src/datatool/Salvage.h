@@ -18,13 +18,15 @@ struct Result {
     QStringList unknownKeys;  // tables of which it cannot be told what keys they have given out
 };
 
-/// Copies table by table. Where a page cannot be read, only the rows of that page are left out. Keys that the old file has given out are not given again.
+/// Copies table by table. Where a page cannot be read, only the rows of that page are left out. Keys that the
+/// old file has given out are not given again.
 /// @throws RuntimeError when the new file cannot be written.
 Result copy(const sqlite::Database& damaged, const sqlite::Database& made, const Progress& progress);
 
 /// Writes `copy`, a copy of the file `path` with the header of the new file `made` of the same kind, for a
 /// file whose own header is damaged or tells another size than the file has: the schema and the pages follow
-/// it. If need be, the schema too is that of `made`. What a write-ahead log beside the file holds is played in.
+/// it. If need be, the schema too is that of `made`. What a write-ahead log beside the file holds is played
+/// in.
 /// @return false when the file has no page to be read.
 /// @throws RuntimeError 75 or 61 when the copy cannot be written.
 bool copyWithHeader(const QString& path, const sqlite::Database& made, const QString& copy);

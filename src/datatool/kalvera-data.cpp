@@ -74,6 +74,24 @@ QString notesOnBackups() {
            "program.\n"_s.arg(QDir::toNativeSeparators(backup::defaultTarget()));
 }
 
+const QString folderNote =
+    u"SLOŽKA je složka se soubory data.ddb a pictures.ddb; bez ní jde o katalog,\nkterý by otevřel program.\n"_s;
+
+QString notesOnCheck() {
+    return folderNote;
+}
+
+QString notesOnRepair() {
+    return folderNote +
+           u"Program musí být zavřený. Z poškozených souborů se zachrání, co se dá přečíst,\n"
+           "a dosavadní se odloží do složky „Odloženo“ s datem a časem.\n"_s;
+}
+
+QString notesOnRestore() {
+    return u"ZÁLOHA je složka, ve které jsou oba soubory katalogu, třeba\n„Zálohy Kalvéra/2026-11-25 1830“.\n"_s +
+           folderNote + u"Program musí být zavřený.\n"_s;
+}
+
 const Command commands[] = {
     {u"create"_s, u"SLOŽKA"_s, u"vytvoří prázdné soubory data.ddb a pictures.ddb"_s, {}, create},
     {u"load"_s,
@@ -95,8 +113,13 @@ const Command commands[] = {
      u"převede starou dvojici souborů ze složky STARÁ do složky NOVÁ"_s,
      {},
      importPair},
-    {u"check"_s, u"[SLOŽKA]"_s, u"zkontroluje katalog a nic nemění"_s, {}, checkPair},
-    {u"repair"_s, u"[SLOŽKA]"_s, u"zálohuje katalog a opraví, co lze bez dohadů"_s, {}, repairPair},
+    {u"check"_s, u"[SLOŽKA]"_s, u"zkontroluje katalog a nic nemění"_s, {}, checkPair, notesOnCheck},
+    {u"repair"_s,
+     u"[SLOŽKA]"_s,
+     u"zálohuje katalog a opraví, co lze bez dohadů"_s,
+     {},
+     repairPair,
+     notesOnRepair},
     {u"backup"_s,
      u"[SLOŽKA [KAM]]"_s,
      u"zálohuje katalog, i když s ním program právě pracuje"_s,
@@ -104,7 +127,12 @@ const Command commands[] = {
       {u"--desktop"_s, {}, u"výsledek oznámí na ploše"_s}},
      backUpPair,
      notesOnBackups},
-    {u"restore"_s, u"ZÁLOHA [SLOŽKA]"_s, u"vrátí katalog ze zálohy a dosavadní odloží"_s, {}, restorePair}};
+    {u"restore"_s,
+     u"ZÁLOHA [SLOŽKA]"_s,
+     u"vrátí katalog ze zálohy a dosavadní odloží"_s,
+     {},
+     restorePair,
+     notesOnRestore}};
 
 }  // namespace
 
