@@ -39,9 +39,8 @@ void refuseUnwritableReport(const QString& folder) {
 
 /// Brings row by row what can be read of a damaged file into the new one.
 salvage::Result rescue(const PairView::File& file, const sqlite::Database& made, const Progress& progress) {
+    if (file.database != nullptr) return salvage::copy(*file.database, made, progress);
     salvage::Result result;
-    if (file.database != nullptr) result = salvage::copy(*file.database, made, progress);
-    if (result.copied > 0) return result;
     const QTemporaryDir folder;
     const QString copy = folder.filePath(file.name());
     if (!folder.isValid()) outputFile::failWriting(folder.path());

@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QTemporaryDir>
 #include <QtEndian>
 #include <algorithm>
 #include <functional>
@@ -10,10 +11,12 @@
 #include "core/pairReplacement.h"
 #include "datatool/DataFiles.h"
 #include "datatool/Interruption.h"
+#include "datatool/LeafPages.h"
 #include "datatool/TableColumns.h"
 #include "datatool/outputFile.h"
 #include "platform/ado.h"
 #include "platform/files.h"
+#include "platform/index.h"
 
 using namespace Qt::StringLiterals;
 
@@ -49,9 +52,13 @@ QStringList tablesOf(const sqlite::Database& database) {
 class TableCopy final {
  public:
     TableCopy(const sqlite::Database& damaged, const sqlite::Database& made, const QString& table)
-        : columns_(namesOf(made, table)),
+        : damaged_(damaged),
+          table_(table),
+          width_(countOf(columnsOf(made, table))),
+          columns_(namesOf(made, damaged, table)),
           rows_(damaged, "SELECT rowid," + columns_.join(',') + " FROM " + table.toUtf8() +
                              " NOT INDEXED WHERE rowid>? AND rowid<=? ORDER BY rowid"),
+          known_(made, "SELECT COUNT(*) FROM " + table.toUtf8() + " WHERE rowid=?"),
           insert_(made, ado::insertSql(table.toUtf8(), columns_)) {}
 
     /// Where a row cannot be read, looks for the next key from which on rows can be: pages hold neighbouring
@@ -72,15 +79,62 @@ class TableCopy final {
         }
     }
 
+    /// Counts keys of which it is known that they have not been read.
+    void lose(qint64 keys) { lost_ += keys; }
+
+    /// Copies the rows to which no page leads any more, as far as their own page can be read.
+    void runLeaves(const std::function<void(qint64 done, qint64 all)>& step) {
+        std::optional<QTemporaryDir> folder;
+        std::optional<sqlite::Database> copy;
+        for (const leafPages::Leaf& leaf : leafPages::of(damaged_, width_, step)) {
+            if (isKnown(leaf.firstKey)) continue;
+            if (!copy) {
+                folder.emplace();
+                if (!folder->isValid()) outputFile::failWriting(folder->path());
+                copy.emplace(folder->filePath(u"leaves.ddb"_s), sqlite::Database::Mode::create);
+                damaged_.copyInto(*copy, [](qint64, qint64) { interruption::check(); });
+            }
+            interruption::check();
+            leafPages::showAlone(*copy, table_, leaf.page);
+            copyLeaf(*copy);
+        }
+    }
+
     qint64 copied() const noexcept { return copied_; }
     qint64 lost() const noexcept { return lost_; }
 
  private:
-    static QByteArrayList namesOf(const sqlite::Database& made, const QString& table) {
+    /// The columns that both have.
+    static QByteArrayList namesOf(const sqlite::Database& made, const sqlite::Database& damaged,
+                                  const QString& table) {
+        QStringList present;
+        for (const TableColumn& column : columnsOf(damaged, table))
+            present += column.name;
         QByteArrayList names;
-        for (const TableColumn& column : columnsOf(made, table))
-            names += column.name.toUtf8();
+        for (const TableColumn& column : columnsOf(made, table)) {
+            if (present.contains(column.name, Qt::CaseInsensitive)) names += column.name.toUtf8();
+        }
         return names;
+    }
+
+    bool isKnown(qint64 key) const {
+        known_.bind(1, key);
+        known_.step();
+        const bool isKnown = known_.number(0) != 0;
+        known_.reset();
+        return isKnown;
+    }
+
+    /// Copies the rows of the leaf page that `copy` shows alone.
+    void copyLeaf(const sqlite::Database& copy) {
+        const sqlite::Statement rows(
+            copy, "SELECT rowid," + columns_.join(',') + " FROM " + table_.toUtf8() + " NOT INDEXED");
+        while (sqlite3_step(rows.handle()) == SQLITE_ROW) {
+            if (isKnown(rows.number(0))) continue;
+            insert(rows);
+            ++copied_;
+            lost_ = std::max<qint64>(lost_ - 1, 0);
+        }
     }
 
     /// @return the key up to which all is read.
@@ -99,7 +153,7 @@ class TableCopy final {
             }
             const qint64 key = rows_.number(0);
             if (key <= read || key > upTo) return read;
-            insert();
+            insert(rows_);
             read = key;
             if (++copied_ % rowsPerCheck == 0) step(key);
         }
@@ -137,30 +191,73 @@ class TableCopy final {
         return rows_.number(0) > above && rows_.number(0) <= upTo;
     }
 
-    void insert() const {
+    void insert(const sqlite::Statement& row) const {
         for (int column = 1; column <= static_cast<int>(columns_.size()); ++column)
-            sqlite3_bind_value(insert_.handle(), column, sqlite3_column_value(rows_.handle(), column));
+            sqlite3_bind_value(insert_.handle(), column, sqlite3_column_value(row.handle(), column));
         insert_.step();
         insert_.reset();
     }
 
+    const sqlite::Database& damaged_;
+    QString table_;
+    qsizetype width_;  // columns of a row in the file
     QByteArrayList columns_;
     sqlite::Statement rows_;
+    sqlite::Statement known_;
     sqlite::Statement insert_;
     qint64 copied_ = 0;
     qint64 lost_ = 0;
 };
+
+/// @param given the highest key that the table has given out; 0 when that is not known.
+void copyTable(const sqlite::Database& damaged, const sqlite::Database& made, const QString& table,
+               qint64 given, const Progress& progress, salvage::Result& result) {
+    TableCopy rows(damaged, made, table);
+    // Without it the last page is damaged.
+    const std::optional<qint64> last = readable(damaged, "SELECT max(rowid) FROM " + table.toUtf8());
+    const qint64 upTo = last ? std::max(given, *last) : dataFiles::highestKey;
+    const qint64 read = std::max<qint64>(0, rows.run(upTo, [&](qint64 key) {
+        interruption::check();
+        progress(u"Záchrana tabulky "_s + table, std::min(key, upTo), upTo);
+    }));
+    const qint64 end = last ? upTo : given;
+    const bool isEndKnown = read == upTo || read < end;
+    if (read != upTo) rows.lose(std::max<qint64>(end - read, 1));
+    const auto searched = [&](qint64 done, qint64 all) {
+        interruption::check();
+        progress(u"Hledání řádků tabulky "_s + table, done, all);
+    };
+    try {
+        if (rows.lost() > 0) rows.runLeaves(searched);
+    } catch (const sqlite::Failure& failure) {
+        // What has been copied until then counts.
+        if (!isDamage(failure.resultCode())) throw;
+    }
+    result.copied += rows.copied();
+    result.lost += isEndKnown ? rows.lost() : std::max<qint64>(rows.lost(), 1);
+    result.lines += isEndKnown ? u"Tabulka %1: zachráněno řádků %2, nepřečteno nejvýš %3."_s.arg(
+                                     table, QString::number(rows.copied()), QString::number(rows.lost()))
+                               : u"Tabulka %1: zachráněno řádků %2; kolik jich chybí, nelze zjistit."_s.arg(
+                                     table, QString::number(rows.copied()));
+}
 
 // The file format of SQLite 3, "The Database Header" and "B-tree Pages".
 constexpr qsizetype headerLength = 100;
 constexpr qint64 pageSize = 4096;  // of files that the program has made
 
 /// Puts the first bytes of the new file over those of the copy. The size counts because the number of changes
-/// that a new file has stands twice in its header; its list of free pages is empty.
+/// that a new file has stands twice in its header.
 void putStart(const QString& copy, QByteArray start) {
     constexpr qint64 sizeOffset = 28;
+    constexpr qint64 freeOffset = 32;
+    constexpr qint64 freeLength = 8;
     QFile file(copy);
     if (!file.open(QFile::ReadWrite)) outputFile::failWriting(copy);
+    // Rows of free pages are deleted ones.
+    const QByteArray former = file.read(headerLength);
+    if (former.startsWith("SQLite format 3"))
+        start.replace(freeOffset, freeLength, former.mid(freeOffset, freeLength));
+    file.seek(0);
     qToBigEndian(static_cast<quint32>(file.size() / pageSize), start.data() + sizeOffset);
     if (file.write(start) != start.size() || !file.flush()) outputFile::failWriting(copy);
 }
@@ -240,25 +337,7 @@ salvage::Result salvage::copy(const sqlite::Database& damaged, const sqlite::Dat
             0, dataFiles::highestKey);
         if (given == 0) result.unknownKeys += table;
         try {
-            TableCopy rows(damaged, made, table);
-            // Without it the last page is damaged.
-            const std::optional<qint64> last = readable(damaged, "SELECT max(rowid) FROM " + name);
-            const qint64 upTo = last ? std::max(given, *last) : dataFiles::highestKey;
-            const qint64 read = rows.run(upTo, [&](qint64 key) {
-                interruption::check();
-                progress(u"Záchrana tabulky "_s + table, std::min(key, upTo), upTo);
-            });
-            const qint64 end = last ? upTo : given;
-            const bool isEndKnown = read == upTo || read < end;
-            const qint64 lost =
-                rows.lost() + (read == upTo ? 0 : std::max<qint64>(end - std::max<qint64>(read, 0), 1));
-            result.copied += rows.copied();
-            result.lost += lost;
-            result.lines += isEndKnown
-                                ? u"Tabulka %1: zachráněno řádků %2, nepřečteno nejvýš %3."_s.arg(
-                                      table, QString::number(rows.copied()), QString::number(lost))
-                                : u"Tabulka %1: zachráněno řádků %2; kolik jich chybí, nelze zjistit."_s.arg(
-                                      table, QString::number(rows.copied()));
+            copyTable(damaged, made, table, given, progress, result);
         } catch (const sqlite::Failure& failure) {
             if ((failure.resultCode() & 0xFF) != SQLITE_ERROR && !isDamage(failure.resultCode())) throw;
             ++result.lost;
