@@ -109,9 +109,10 @@ void checkHeader(const sqlite::Database& database, const QByteArray& header) {
         const auto verifier = qFromBigEndian<qint32>(header.mid(60, 4).constData());
         if (verifier <= 0 || verifier % 2 == 0)
             throw sqlite::Failure(errors::database, sqlite::description(SQLITE_CORRUPT), SQLITE_CORRUPT);
-        throw RuntimeError(failure.number(), failure.description() +
-                                                 u" Otevíral-li ho program dosud, má poškozenou hlavičku; "
-                                                 "katalog vrátí ze zálohy příkaz kalvera-data restore."_s);
+        throw RuntimeError(failure.number(),
+                           failure.description() +
+                               u" Pokud ho program dosud otevíral, má soubor poškozenou hlavičku; "
+                               "katalog vrátí ze zálohy příkaz kalvera-data restore."_s);
     }
 }
 
