@@ -1,5 +1,6 @@
 #include "datatool/Integrity.h"
 
+#include <QFileInfo>
 #include <QHashFunctions>
 #include <algorithm>
 #include <vector>
@@ -147,8 +148,12 @@ qsizetype integrity::damage(const sqlite::Database& database, const Step& step) 
     // In kB. Rows are read again for each index, with the usual 2 MB from the file each time.
     database.exec("PRAGMA cache_size=-32768");
     // All pages of the file, and those of the rows once more.
-    const qint64 all = 2 * database.number("PRAGMA page_count");
-    const PageWatch watch(database, [&](qint64 pages) { step(pages, all); });
+    const qint64 pages = database.number("PRAGMA page_count");
+    const qint64 all = 2 * pages;
+    // A last page of which the end is missing is read as if zeros stood there.
+    const QFileInfo file(QString::fromUtf8(sqlite3_db_filename(database.handle(), "main")));
+    if (file.size() < pages * database.number("PRAGMA page_size")) ++faults;
+    const PageWatch watch(database, [&](qint64 read) { step(read, all); });
     try {
         const sqlite::Statement rows(database, "PRAGMA main.quick_check");
         while (rows.step()) {

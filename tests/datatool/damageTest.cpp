@@ -58,6 +58,7 @@ TEST_F(Damage, RepairSavesWhatIsLeftAndSaysWhatIsNot) {
     } const cases[] = {
         {"half", sound.first(sound.size() / 8192 * 4096), 90, 299, 1, u"Tabulka tDVD: zachráněno"_s},
         {"end", sound.first(sound.size() - 4096), 290, 300, 1, u"Tabulka tDVD: zachráněno"_s},
+        {"cut page", sound.chopped(2000), 290, 300, 1, u"Tabulka tDVD: zachráněno"_s},
         {"one page", sound.first(4096), 0, 0, 0, u"nebylo co zachránit"_s},
         {"schema", spoilt(sound, 100, noise(3996)), 300, 300, 1, all},
         {"page size", spoilt(sound, 16, "\x02"), 300, 300, 1, all},
