@@ -16,6 +16,7 @@
 #include "datatool/Interruption.h"
 #include "datatool/NewFolder.h"
 #include "datatool/PairView.h"
+#include "datatool/Sequences.h"
 #include "datatool/outputFile.h"
 #include "platform/FolderLock.h"
 #include "platform/files.h"
@@ -98,6 +99,17 @@ QString damageOfCopy(const QString& path, const Progress& progress) {
     return check::damageOf(copy, progress);
 }
 
+/// A film added between the copying of the catalogue and that of its picture left the picture alone in the
+/// copy. No other film may inherit it.
+void keepKeysOfPictures(const QString& catalogue, const QString& pictures) {
+    const sqlite::Database copy(catalogue, sqlite::Database::Mode::readWrite);
+    copy.exec("PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF");
+    copy.attach(pictures, u"pictures"_s);
+    for (const sequences::Wrong& wrong : sequences::wrong(copy)) {
+        if (wrong.table == u"tDVD") sequences::mend(copy, wrong);
+    }
+}
+
 }  // namespace
 
 QString backup::Report::text() const {
@@ -147,6 +159,7 @@ QStringList backup::copyPair(const QString& from, const QString& to, const Progr
         throw RuntimeError(errors::database, u"%1 Zkuste kalvera-data repair. Složka: %2"_s.arg(
                                                  damaged.join(u' '), QDir::toNativeSeparators(from)));
     }
+    keepKeysOfPictures(catalogue, pictures);
     progress(u"Zápis na disk"_s, 0, 0);
     for (const QString& path : {catalogue, pictures})
         syncFile(path);

@@ -131,8 +131,14 @@ bool isRight(const sqlite::Database& database, const Index& index, const integri
     Rows indexed(database,
                  select + " INDEXED BY " + quoted(index.name) + index.condition + " ORDER BY " + columns,
                  index.columns.size(), [&](qint64 rows) { step(rows, all); });
-    while (indexed.step()) {
-        if (!indexed.isInOrder()) return false;
+    try {
+        while (indexed.step()) {
+            if (!indexed.isInOrder()) return false;
+        }
+    } catch (const sqlite::Failure& failure) {
+        // Only pages of the index are read here.
+        if ((failure.resultCode() & 0xFF) != SQLITE_CORRUPT) throw;
+        return false;
     }
     Rows stored(database, select + " NOT INDEXED" + index.condition, index.columns.size(),
                 [&](qint64 rows) { step(all / 2 + rows, all); });
@@ -164,7 +170,8 @@ qsizetype integrity::damage(const sqlite::Database& database, const Step& step) 
     } catch (const sqlite::Failure& failure) {
         const int code = failure.resultCode() & 0xFF;
         watch.finish();
-        if (code != SQLITE_CORRUPT && code != SQLITE_NOTADB) throw;
+        // An error is a schema that does not make sense.
+        if (code != SQLITE_CORRUPT && code != SQLITE_NOTADB && code != SQLITE_ERROR) throw;
         ++faults;
     }
     watch.finish();

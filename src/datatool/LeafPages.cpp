@@ -1,8 +1,11 @@
 #include "datatool/LeafPages.h"
 
+#include <QFile>
 #include <QtEndian>
 #include <optional>
 #include <set>
+
+#include "datatool/outputFile.h"
 
 using namespace Qt::StringLiterals;
 
@@ -85,41 +88,88 @@ std::set<quint32> freePages(const Pages& pages) {
     return free;
 }
 
-/// The key of a page's first row if that has so many columns and no value in the first, where the key stands
-/// for it.
-std::optional<qint64> firstKey(const QByteArray& page, qsizetype columns) {
-    constexpr char tableLeaf = 13;
-    constexpr qsizetype rowsOffset = 3;
-    constexpr qsizetype firstRowOffset = 8;
-    if (page.isEmpty() || page[0] != tableLeaf) return std::nullopt;
-    if (PageReader(page, rowsOffset).fixed<quint16>().value_or(0) == 0) return std::nullopt;
-    PageReader row(page, PageReader(page, firstRowOffset).fixed<quint16>().value_or(0));
+constexpr qsizetype countOffset = 3;
+constexpr qsizetype rowsOffset = 8;  // of the places of the rows
+constexpr qsizetype placeLength = 2;
+
+/// Whether a row of a page has so many columns and no value in the first, where the key stands for it.
+bool isRowOf(const QByteArray& page, qsizetype place, qsizetype columns) {
+    PageReader row(page, place);
     row.varint();  // the length
-    const std::optional<qint64> key = row.varint();
+    row.varint();  // the key
     const qsizetype record = row.at();
     const qint64 header = row.varint().value_or(0);
     for (qsizetype column = 0; column < columns; ++column) {
         const std::optional<qint64> type = row.varint();
-        if (!type || (column == 0 && *type != 0)) return std::nullopt;
+        if (!type || (column == 0 && *type != 0)) return false;
     }
-    return row.at() - record == header ? key : std::nullopt;
+    return row.at() - record == header;
+}
+
+/// Any row tells, as another one can be damaged.
+bool holdsRowsOf(const QByteArray& page, qsizetype columns) {
+    constexpr char tableLeaf = 13;
+    if (page.isEmpty() || page[0] != tableLeaf) return false;
+    const quint16 count = PageReader(page, countOffset).fixed<quint16>().value_or(0);
+    PageReader places(page, rowsOffset);
+    for (quint16 row = 0; row < count; ++row) {
+        const std::optional<quint16> place = places.fixed<quint16>();
+        if (!place) return false;
+        if (isRowOf(page, *place, columns)) return true;
+    }
+    return false;
 }
 
 }  // namespace
 
-std::vector<leafPages::Leaf> leafPages::of(const sqlite::Database& database, qsizetype columns,
-                                           const std::function<void(qint64 done, qint64 all)>& step) {
+std::vector<quint32> leafPages::of(const sqlite::Database& database, qsizetype columns,
+                                   const std::function<void(qint64 done, qint64 all)>& step) {
     const Pages pages(database);
     const std::set<quint32> free = freePages(pages);
-    std::vector<Leaf> leaves;
+    std::vector<quint32> leaves;
     for (qint64 number = 2; number <= pages.count(); ++number) {
         if (number % pagesPerStep == 0) step(number, pages.count());
         const auto page = static_cast<quint32>(number);
-        if (free.contains(page)) continue;
-        const std::optional<qint64> key = firstKey(pages.page(number), columns);
-        if (key) leaves.push_back({page, *key});
+        if (!free.contains(page) && holdsRowsOf(pages.page(number), columns)) leaves.push_back(page);
     }
     return leaves;
+}
+
+void leafPages::leaveOutUnfit(const QString& path, const std::vector<quint32>& leaves, qsizetype columns) {
+    QFile file(path);
+    if (!file.open(QFile::ReadWrite)) outputFile::failWriting(path);
+    for (const quint32 leaf : leaves) {
+        file.seek((qint64{leaf} - 1) * pageSize);
+        QByteArray page = file.read(pageSize);
+        const quint16 count = PageReader(page, countOffset).fixed<quint16>().value_or(0);
+        QByteArray places;
+        for (quint16 row = 0; row < count; ++row) {
+            PageReader reader(page, rowsOffset + row * placeLength);
+            const std::optional<quint16> place = reader.fixed<quint16>();
+            if (place && isRowOf(page, *place, columns))
+                places += page.mid(reader.at() - placeLength, placeLength);
+        }
+        if (places.size() == count * placeLength) continue;
+        page.replace(rowsOffset, places.size(), places);
+        qToBigEndian(static_cast<quint16>(places.size() / placeLength), page.data() + countOffset);
+        file.seek((qint64{leaf} - 1) * pageSize);
+        if (file.write(page) != pageSize) outputFile::failWriting(path);
+    }
+    if (!file.flush()) outputFile::failWriting(path);
+}
+
+bool leafPages::leaveOut(const QString& path, quint32 leaf, int row) {
+    QFile file(path);
+    const qint64 start = (qint64{leaf} - 1) * pageSize;
+    if (!file.open(QFile::ReadWrite) || !file.seek(start)) return false;
+    QByteArray page = file.read(pageSize);
+    const int count = PageReader(page, countOffset).fixed<quint16>().value_or(0);
+    const qsizetype place = rowsOffset + row * placeLength;
+    if (page.size() != pageSize || row >= count || place + placeLength > pageSize) return false;
+    page.remove(place, placeLength);
+    page.insert(rowsOffset + (count - 1) * placeLength, placeLength, '\0');
+    qToBigEndian(static_cast<quint16>(count - 1), page.data() + countOffset);
+    return file.seek(start) && file.write(page) == pageSize && file.flush();
 }
 
 void leafPages::showAlone(const sqlite::Database& copy, const QString& table, quint32 page) {

@@ -37,16 +37,40 @@ void refuseUnwritableReport(const QString& folder) {
     if (QSaveFile told(path); !told.open(QFile::WriteOnly)) outputFile::failWriting(path);
 }
 
+/// @param commit runs when nothing but the report's renaming can fail any more.
+void write(const repair::Report& report, const std::function<void()>& commit) {
+    QSaveFile told(reportPath(report.folder));
+    if (!told.open(QFile::WriteOnly)) outputFile::failWriting(told.fileName());
+    files::keepToOwner(told);  // it names films
+    if (told.write(report.text().toUtf8()) < 0 || !files::sync(told))
+        outputFile::failWriting(told.fileName());
+    commit();
+    if (!files::commit(told))
+        throw RuntimeError(errors::pathAccess, u"Katalog je opravený, ale zprávu repair.txt nelze zapsat."_s);
+}
+
+/// Whether the file cannot be opened or its schema has lost tables.
+bool needsStart(const PairView::File& file) {
+    if (file.database == nullptr) return true;
+    QStringList lacks;
+    try {
+        lacks = schema::lacks(*file.database, schema::scriptOf(file.name())).parts;
+    } catch (const sqlite::Failure&) {
+        return true;
+    }
+    return std::any_of(lacks.begin(), lacks.end(),
+                       [](const QString& part) { return part.startsWith(u"tabulka "); });
+}
+
 /// Brings row by row what can be read of a damaged file into the new one.
 salvage::Result rescue(const PairView::File& file, const sqlite::Database& made, const Progress& progress) {
-    if (file.database != nullptr) return salvage::copy(*file.database, made, progress);
-    salvage::Result result;
+    if (!needsStart(file)) return salvage::copy(*file.database, made, salvage::Trust::all, progress);
     const QTemporaryDir folder;
     const QString copy = folder.filePath(file.name());
     if (!folder.isValid()) outputFile::failWriting(folder.path());
-    if (salvage::copyWithHeader(file.path, made, copy))
-        result = salvage::copy({copy, sqlite::Database::Mode::readOnly}, made, progress);
-    return result;
+    const salvage::Trust trust = salvage::copyWithHeader(file.path, made, copy);
+    if (trust == salvage::Trust::nothing) return {};
+    return salvage::copy({copy, sqlite::Database::Mode::readOnly}, made, trust, progress);
 }
 
 /// Brings what can be read of a file into the new one.
@@ -121,6 +145,10 @@ QString replaceDamaged(const PairView& pair, const QStringList& damage, const QD
     if (!hasFilms) made.catalogue().exec(dataFiles::script(u"dictionaries.sql"_s).constData());
     keepReferredKeys(made, hasFilms && !unknownKeys.contains(u"tUser"_s));
     made.keep();
+    // A kill after the exchange must not leave losses untold.
+    repair::Report begun = report;
+    begun.steps += u"Zachráněné soubory jdou na místo, jejich obsah ještě není zkontrolovaný."_s;
+    write(begun, [] {});
     const QString aside = restore::asideFolder(report.folder, now);
     pairReplacement::replace(report.folder, aside);
     report.steps += (report.lostFile ? u"Původní soubor je odložený ve složce %1"_s
@@ -205,17 +233,6 @@ void refuseUnwritable(const QString& folder) {
     const sqlite::Transaction transaction(pair);
 }
 
-void write(const repair::Report& report, const std::function<void()>& commit) {
-    QSaveFile told(reportPath(report.folder));
-    if (!told.open(QFile::WriteOnly)) outputFile::failWriting(told.fileName());
-    files::keepToOwner(told);  // it names films
-    if (told.write(report.text().toUtf8()) < 0 || !files::sync(told))
-        outputFile::failWriting(told.fileName());
-    commit();
-    if (!files::commit(told))
-        throw RuntimeError(errors::pathAccess, u"Katalog je opravený, ale zprávu repair.txt nelze zapsat."_s);
-}
-
 /// @param committed is called once the files are mended.
 void mend(repair::Report& report, const Progress& progress, const std::function<void()>& committed) {
     const sqlite::Database pair = openPair(report.folder);
@@ -253,7 +270,7 @@ QString repair::Report::text() const {
     lines += QString();
     if (lostRows)
         lines +=
-            u"Některé řádky poškozených souborů nešlo přečíst. Máte-li zálohu, vrátí ji příkaz kalvera-data restore."_s;
+            u"Některé řádky poškozených souborů chybějí, nebo to nelze vyloučit. Máte-li zálohu, vrátí ji příkaz kalvera-data restore."_s;
     if (lostFile) lines += u"Co bylo v chybějícím souboru, vrátí jen záloha příkazem kalvera-data restore."_s;
     if (left.isEmpty()) {
         lines += u"Nic dalšího k opravě nezbývá."_s;

@@ -48,6 +48,56 @@ QStringList tablesOf(const sqlite::Database& database) {
     return names;
 }
 
+QByteArray quoted(const QString& name) {
+    return '"' + name.toUtf8().replace('"', "\"\"") + '"';
+}
+
+/// Whether the engine finds nothing wrong with a table, or "" the whole file.
+bool isSound(const sqlite::Database& damaged, const QString& table) {
+    try {
+        const sqlite::Statement check(
+            damaged,
+            "PRAGMA main.quick_check" + (table.isEmpty() ? QByteArray() : '(' + quoted(table) + ')'));
+        return check.step() && check.text(0) == u"ok"_s;
+    } catch (const sqlite::Failure&) {
+        return false;
+    }
+}
+
+/// Which column of the damaged file goes into which of the new one.
+struct Columns {
+    QByteArrayList from;
+    QByteArrayList to;
+    QStringList missing;  // of the new one
+};
+
+/// The key is the one of the row, as all tables begin with it. A column whose name is damaged keeps its
+/// place.
+Columns columnsOfBoth(const sqlite::Database& made, const sqlite::Database& damaged, const QString& table) {
+    QStringList names;
+    QStringList present;
+    for (const TableColumn& column : columnsOf(made, table))
+        names += column.name;
+    for (const TableColumn& column : columnsOf(damaged, table))
+        present += column.name;
+    Columns columns{{"rowid"}, {names.first().toUtf8()}, {}};
+    for (qsizetype at = 1; at < names.size(); ++at) {
+        const QString& name = names[at];
+        const bool isRenamed =
+            present.size() == names.size() && !names.contains(present[at], Qt::CaseInsensitive);
+        if (present.contains(name, Qt::CaseInsensitive)) {
+            columns.from += quoted(name);
+        } else if (isRenamed) {
+            columns.from += quoted(present[at]);
+        } else {
+            columns.missing += name;
+            continue;
+        }
+        columns.to += name.toUtf8();
+    }
+    return columns;
+}
+
 /// One table on its way.
 class TableCopy final {
  public:
@@ -55,11 +105,11 @@ class TableCopy final {
         : damaged_(damaged),
           table_(table),
           width_(countOf(columnsOf(made, table))),
-          columns_(namesOf(made, damaged, table)),
-          rows_(damaged, "SELECT rowid," + columns_.join(',') + " FROM " + table.toUtf8() +
+          columns_(columnsOfBoth(made, damaged, table)),
+          rows_(damaged, "SELECT " + columns_.from.join(',') + " FROM " + table.toUtf8() +
                              " NOT INDEXED WHERE rowid>? AND rowid<=? ORDER BY rowid"),
           known_(made, "SELECT COUNT(*) FROM " + table.toUtf8() + " WHERE rowid=?"),
-          insert_(made, ado::insertSql(table.toUtf8(), columns_)) {}
+          insert_(made, ado::insertSql(table.toUtf8(), columns_.to)) {}
 
     /// Where a row cannot be read, looks for the next key from which on rows can be: pages hold neighbouring
     /// keys, so that each damaged page costs some thousand seeks at most, however far its keys reach.
@@ -82,41 +132,38 @@ class TableCopy final {
     /// Counts keys of which it is known that they have not been read.
     void lose(qint64 keys) { lost_ += keys; }
 
-    /// Copies the rows to which no page leads any more, as far as their own page can be read.
+    /// Copies the rows that are not there yet of all leaf pages that can be read.
     void runLeaves(const std::function<void(qint64 done, qint64 all)>& step) {
-        std::optional<QTemporaryDir> folder;
-        std::optional<sqlite::Database> copy;
-        for (const leafPages::Leaf& leaf : leafPages::of(damaged_, width_, step)) {
-            if (isKnown(leaf.firstKey)) continue;
-            if (!copy) {
-                folder.emplace();
-                if (!folder->isValid()) outputFile::failWriting(folder->path());
-                copy.emplace(folder->filePath(u"leaves.ddb"_s), sqlite::Database::Mode::create);
-                damaged_.copyInto(*copy, [](qint64, qint64) { interruption::check(); });
-            }
+        const std::vector<quint32> leaves = leafPages::of(damaged_, width_, step);
+        if (leaves.empty()) return;
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"leaves.ddb"_s);
+        if (!folder.isValid()) outputFile::failWriting(folder.path());
+        std::optional<sqlite::Database> copy(std::in_place, path, sqlite::Database::Mode::create);
+        damaged_.copyInto(*copy, [](qint64, qint64) { interruption::check(); });
+        copy.reset();
+        leafPages::leaveOutUnfit(path, leaves, width_);
+        copy.emplace(path, sqlite::Database::Mode::readWrite);
+        for (const quint32 leaf : leaves) {
             interruption::check();
-            leafPages::showAlone(*copy, table_, leaf.page);
-            copyLeaf(*copy);
+            leafPages::showAlone(*copy, table_, leaf);
+            std::optional<int> unreadable = copyLeaf(*copy);
+            while (unreadable) {
+                copy.reset();
+                const bool isLess = leafPages::leaveOut(path, leaf, *unreadable);
+                copy.emplace(path, sqlite::Database::Mode::readWrite);
+                if (!isLess) break;
+                leafPages::showAlone(*copy, table_, leaf);
+                unreadable = copyLeaf(*copy);
+            }
         }
     }
 
+    const QStringList& missingColumns() const noexcept { return columns_.missing; }
     qint64 copied() const noexcept { return copied_; }
     qint64 lost() const noexcept { return lost_; }
 
  private:
-    /// The columns that both have.
-    static QByteArrayList namesOf(const sqlite::Database& made, const sqlite::Database& damaged,
-                                  const QString& table) {
-        QStringList present;
-        for (const TableColumn& column : columnsOf(damaged, table))
-            present += column.name;
-        QByteArrayList names;
-        for (const TableColumn& column : columnsOf(made, table)) {
-            if (present.contains(column.name, Qt::CaseInsensitive)) names += column.name.toUtf8();
-        }
-        return names;
-    }
-
     bool isKnown(qint64 key) const {
         known_.bind(1, key);
         known_.step();
@@ -126,15 +173,24 @@ class TableCopy final {
     }
 
     /// Copies the rows of the leaf page that `copy` shows alone.
-    void copyLeaf(const sqlite::Database& copy) {
+    /// @return the first that cannot be read, from 0; nothing when all can.
+    std::optional<int> copyLeaf(const sqlite::Database& copy) {
         const sqlite::Statement rows(
-            copy, "SELECT rowid," + columns_.join(',') + " FROM " + table_.toUtf8() + " NOT INDEXED");
-        while (sqlite3_step(rows.handle()) == SQLITE_ROW) {
-            if (isKnown(rows.number(0))) continue;
-            insert(rows);
-            ++copied_;
-            lost_ = std::max<qint64>(lost_ - 1, 0);
+            copy, "SELECT " + columns_.from.join(',') + " FROM " + table_.toUtf8() + " NOT INDEXED");
+        int read = 0;
+        int result = SQLITE_OK;
+        while ((result = sqlite3_step(rows.handle())) == SQLITE_ROW) {
+            insertNew(rows);
+            ++read;
         }
+        return result == SQLITE_DONE ? std::nullopt : std::optional(read);
+    }
+
+    void insertNew(const sqlite::Statement& row) {
+        const qint64 key = row.number(0);
+        if (key > dataFiles::highestKey || isKnown(key)) return;
+        insert(row);
+        ++copied_;
     }
 
     /// @return the key up to which all is read.
@@ -153,9 +209,9 @@ class TableCopy final {
             }
             const qint64 key = rows_.number(0);
             if (key <= read || key > upTo) return read;
-            insert(rows_);
+            insertNew(rows_);
             read = key;
-            if (++copied_ % rowsPerCheck == 0) step(key);
+            if (++read_ % rowsPerCheck == 0) step(key);
         }
     }
 
@@ -192,8 +248,8 @@ class TableCopy final {
     }
 
     void insert(const sqlite::Statement& row) const {
-        for (int column = 1; column <= static_cast<int>(columns_.size()); ++column)
-            sqlite3_bind_value(insert_.handle(), column, sqlite3_column_value(row.handle(), column));
+        for (int column = 0; column < static_cast<int>(columns_.to.size()); ++column)
+            sqlite3_bind_value(insert_.handle(), column + 1, sqlite3_column_value(row.handle(), column));
         insert_.step();
         insert_.reset();
     }
@@ -201,18 +257,20 @@ class TableCopy final {
     const sqlite::Database& damaged_;
     QString table_;
     qsizetype width_;  // columns of a row in the file
-    QByteArrayList columns_;
+    Columns columns_;
     sqlite::Statement rows_;
     sqlite::Statement known_;
     sqlite::Statement insert_;
+    qint64 read_ = 0;
     qint64 copied_ = 0;
     qint64 lost_ = 0;
 };
 
+/// Copies what the tree of a table leads to.
 /// @param given the highest key that the table has given out; 0 when that is not known.
-void copyTable(const sqlite::Database& damaged, const sqlite::Database& made, const QString& table,
-               qint64 given, const Progress& progress, salvage::Result& result) {
-    TableCopy rows(damaged, made, table);
+/// @return whether it is known how many keys are left out.
+bool copyTree(const sqlite::Database& damaged, TableCopy& rows, const QString& table, qint64 given,
+              const Progress& progress) {
     // Without it the last page is damaged.
     const std::optional<qint64> last = readable(damaged, "SELECT max(rowid) FROM " + table.toUtf8());
     const qint64 upTo = last ? std::max(given, *last) : dataFiles::highestKey;
@@ -221,24 +279,50 @@ void copyTable(const sqlite::Database& damaged, const sqlite::Database& made, co
         progress(u"Záchrana tabulky "_s + table, std::min(key, upTo), upTo);
     }));
     const qint64 end = last ? upTo : given;
-    const bool isEndKnown = read == upTo || read < end;
     if (read != upTo) rows.lose(std::max<qint64>(end - read, 1));
-    const auto searched = [&](qint64 done, qint64 all) {
-        interruption::check();
-        progress(u"Hledání řádků tabulky "_s + table, done, all);
-    };
-    try {
-        if (rows.lost() > 0) rows.runLeaves(searched);
-    } catch (const sqlite::Failure& failure) {
-        // What has been copied until then counts.
-        if (!isDamage(failure.resultCode())) throw;
+    return read == upTo || read < end;
+}
+
+/// @param given the highest key that the table has given out; 0 when that is not known.
+void copyTable(const sqlite::Database& damaged, const sqlite::Database& made, const QString& table,
+               qint64 given, salvage::Trust trust, const Progress& progress, salvage::Result& result) {
+    TableCopy rows(damaged, made, table);
+    bool isCountKnown = trust == salvage::Trust::all;
+    if (trust != salvage::Trust::all) {
+        // A damaged tree can lead to wrong rows and past right ones; the pages of the rows come first.
+        try {
+            rows.runLeaves([&](qint64 done, qint64 all) {
+                interruption::check();
+                progress(u"Hledání řádků tabulky "_s + table, done, all);
+            });
+        } catch (const sqlite::Failure& failure) {
+            // What has been copied until then counts.
+            if (!isDamage(failure.resultCode())) throw;
+        }
     }
+    if (trust != salvage::Trust::leaves)
+        isCountKnown = copyTree(damaged, rows, table, given, progress) && isCountKnown;
     result.copied += rows.copied();
-    result.lost += isEndKnown ? rows.lost() : std::max<qint64>(rows.lost(), 1);
-    result.lines += isEndKnown ? u"Tabulka %1: zachráněno řádků %2, nepřečteno nejvýš %3."_s.arg(
-                                     table, QString::number(rows.copied()), QString::number(rows.lost()))
-                               : u"Tabulka %1: zachráněno řádků %2; kolik jich chybí, nelze zjistit."_s.arg(
-                                     table, QString::number(rows.copied()));
+    result.lost += isCountKnown ? rows.lost() : std::max<qint64>(rows.lost(), 1);
+    result.lines += isCountKnown ? u"Tabulka %1: zachráněno řádků %2, nepřečteno nejvýš %3."_s.arg(
+                                       table, QString::number(rows.copied()), QString::number(rows.lost()))
+                                 : u"Tabulka %1: zachráněno řádků %2; kolik jich chybí, nelze zjistit."_s.arg(
+                                       table, QString::number(rows.copied()));
+    if (rows.missingColumns().isEmpty()) return;
+    ++result.lost;
+    result.lines += u"Tabulka %1: chybějí sloupce %2, jejich hodnoty nelze přečíst."_s.arg(
+        table, rows.missingColumns().join(u", "_s));
+}
+
+/// The tables whose trees cannot be trusted.
+QStringList damagedTables(const sqlite::Database& damaged, const QStringList& tables) {
+    if (isSound(damaged, {})) return {};
+    QStringList unsound;
+    for (const QString& table : tables) {
+        if (!isSound(damaged, table)) unsound += table;
+    }
+    // Two tables can share a page, of which each by itself knows nothing.
+    return unsound.isEmpty() && isSound(damaged, u"sqlite_sequence"_s) ? tables : unsound;
 }
 
 // The file format of SQLite 3, "The Database Header" and "B-tree Pages".
@@ -298,8 +382,9 @@ bool fitsLayout(const QString& copy, const sqlite::Database& made) {
 
 }  // namespace
 
-bool salvage::copyWithHeader(const QString& path, const sqlite::Database& made, const QString& copy) {
-    if (QFileInfo(path).size() < pageSize) return false;
+salvage::Trust salvage::copyWithHeader(const QString& path, const sqlite::Database& made,
+                                       const QString& copy) {
+    if (QFileInfo(path).size() < pageSize) return Trust::nothing;
     files::copy(path, copy);
     QFile source(QString::fromUtf8(sqlite3_db_filename(made.handle(), "main")));
     const QByteArray start = source.open(QFile::ReadOnly) ? source.read(pageSize) : QByteArray();
@@ -307,9 +392,12 @@ bool salvage::copyWithHeader(const QString& path, const sqlite::Database& made, 
     putStart(copy, start.first(headerLength));
     foldLog(path, copy);
     putStart(copy, start.first(headerLength));
-    // The whole first page holds the schema too.
-    if (!hasReadableSchema(copy, made) && fitsLayout(copy, made)) putStart(copy, start);
-    return true;
+    if (hasReadableSchema(copy, made)) return Trust::all;
+    // The whole first page holds the schema too. Elsewhere than in the new file, tables are found by their
+    // rows.
+    const bool fits = fitsLayout(copy, made);
+    putStart(copy, start);
+    return fits ? Trust::all : Trust::leaves;
 }
 
 void salvage::keepKeys(const sqlite::Database& made, const QString& table, qint64 given) {
@@ -326,18 +414,21 @@ void salvage::keepKeys(const sqlite::Database& made, const QString& table, qint6
     keep.step();
 }
 
-salvage::Result salvage::copy(const sqlite::Database& damaged, const sqlite::Database& made,
+salvage::Result salvage::copy(const sqlite::Database& damaged, const sqlite::Database& made, Trust most,
                               const Progress& progress) {
     Result result;
+    const QStringList tables = tablesOf(made);
+    const QStringList unsound = damagedTables(damaged, tables);
     sqlite::Transaction transaction(made);
-    for (const QString& table : tablesOf(made)) {
+    for (const QString& table : tables) {
         const QByteArray name = table.toUtf8();
         const qint64 given = std::clamp<qint64>(
             readable(damaged, "SELECT max(seq) FROM sqlite_sequence WHERE name='" + name + "'").value_or(0),
             0, dataFiles::highestKey);
         if (given == 0) result.unknownKeys += table;
+        const Trust trust = most == Trust::all && unsound.contains(table) ? Trust::leavesFirst : most;
         try {
-            copyTable(damaged, made, table, given, progress, result);
+            copyTable(damaged, made, table, given, trust, progress, result);
         } catch (const sqlite::Failure& failure) {
             if ((failure.resultCode() & 0xFF) != SQLITE_ERROR && !isDamage(failure.resultCode())) throw;
             ++result.lost;
