@@ -68,7 +68,11 @@ QString check::damageOf(const PairView::File& file, const Progress& progress) {
     step(0, 0);
     qsizetype faults = 0;
     file.use([&](const sqlite::Database& database) { faults = integrity::damage(database, step); });
-    if (faults > 0) return u"Soubor %1 je poškozený (nalezených vad: %2)."_s.arg(file.name()).arg(faults);
+    constexpr qsizetype mostFaults = 100;  // that the engine tells
+    if (faults > 0) {
+        return u"Soubor %1 je poškozený (nalezených vad: %2%3)."_s.arg(
+            file.name(), faults < mostFaults ? QString() : u"nejméně "_s, QString::number(faults));
+    }
     const QString lack = lackOf(file);
     return lack.isEmpty() ? file.condition : lack;
 }
@@ -103,8 +107,14 @@ check::Report check::run(const QString& folder, const Progress& progress) {
                 u"Rejstřík %1 souboru %2 neodpovídá řádkům nebo jejich pořadí."_s.arg(index, name);
     });
     pair.onBoth([&](const sqlite::Database& catalogue) {
-        report.kinds = findings::of(
-            catalogue, [&](qint64 done, qint64 all) { progress(u"Kontrola obsahu"_s, done, all); });
+        try {
+            report.kinds = findings::of(
+                catalogue, [&](qint64 done, qint64 all) { progress(u"Kontrola obsahu"_s, done, all); });
+        } catch (const sqlite::Failure& failure) {
+            // The search goes by the indexes.
+            if (report.indexes.isEmpty() || (failure.resultCode() & 0xFF) != SQLITE_CORRUPT) throw;
+            report.notes += u"Obsah se prohlédne, až příkaz kalvera-data repair opraví rejstříky."_s;
+        }
     });
     return report;
 }

@@ -262,6 +262,20 @@ void mendWithBackup(repair::Report& report, const QDateTime& now, const Progress
     });
 }
 
+/// @return false, with the report as it was, when pages of an index are so damaged that they cannot even be
+/// given back.
+bool mendInPlace(repair::Report& report, const QDateTime& now, const Progress& progress) {
+    const repair::Report before = report;
+    try {
+        mendWithBackup(report, now, progress);
+    } catch (const sqlite::Failure& failure) {
+        if ((failure.resultCode() & 0xFF) != SQLITE_CORRUPT) throw;
+        report = before;
+        return false;
+    }
+    return true;
+}
+
 }  // namespace
 
 QString repair::Report::text() const {
@@ -299,8 +313,14 @@ repair::Report repair::run(const QString& folder, const QDateTime& now, const Pr
         if (!damage.join(QString()).isEmpty()) aside = replaceDamaged(pair, damage, now, progress, report);
     }
     if (aside.isEmpty()) {
-        mendWithBackup(report, now, progress);
-        return report;
+        if (mendInPlace(report, now, progress)) return report;
+        const PairView pair(report.folder, PairView::Unreadable::told);
+        QStringList reasons;
+        for (const PairView::File& file : pair.files())
+            reasons +=
+                u"Rejstřík nelze vytvořit znovu, řádky souboru %1 se přenesou do nového."_s.arg(file.name());
+        report.steps += reasons;
+        aside = replaceDamaged(pair, reasons, now, progress, report);
     }
     try {
         mend(report, progress, [] {});

@@ -63,6 +63,12 @@ std::vector<sequences::Wrong> sequences::wrong(const sqlite::Database& catalogue
             found.push_back(
                 {title, schema, referred,
                  u"Tabulka %1: nový záznam by dostal klíč, na který už odkazují jiné záznamy"_s.arg(title)});
+        } else if (given < highest && highest <= dataFiles::highestKey) {
+            // As a key with a damaged byte has.
+            found.push_back(
+                {title, schema, highest,
+                 u"Tabulka %1: klíč záznamu %2 je vyšší než poslední vydaný, porovnejte ho se zálohou"_s.arg(
+                     title, QString::number(highest))});
         } else if (given >= std::numeric_limits<qint32>::max() && highest < dataFiles::highestKey) {
             found.push_back({title, schema, std::max(highest, referred),
                              u"Tabulka %1: vydala všechny klíče, nový záznam nelze přidat"_s.arg(title)});

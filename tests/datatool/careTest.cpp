@@ -60,6 +60,7 @@ TEST_F(Care, CheckNamesEachFaultAndRepairMendsWhatNeedsNoGuess) {
         {"", "UPDATE tPicture SET PicTyp='tiffer' WHERE PicID=3", u"obrázek 3 má typ „tiffer“"_s, false},
         {"UPDATE sqlite_sequence SET seq=1 WHERE name='tDVD'; DELETE FROM tDVD WHERE DVDID=5", "",
          u"Tabulka tDVD: nový záznam by dostal klíč"_s, true},
+        {"UPDATE sqlite_sequence SET seq=4 WHERE name='tDVD'", "", u"tDVD: klíč záznamu 5 je vyšší"_s, true},
         {"UPDATE sqlite_sequence SET seq=9223372036854775807 WHERE name='tUser'", "",
          u"Tabulka tUser: vydala všechny"_s, true},
         {"DROP INDEX tPujcky_open; CREATE INDEX own ON tDVD (length(CZJm))", "",

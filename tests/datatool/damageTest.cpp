@@ -1,3 +1,5 @@
+#include <QtEndian>
+
 #include "core/pairReplacement.h"
 #include "datatool/Repair.h"
 #include "datatool/Restore.h"
@@ -107,6 +109,19 @@ TEST_F(Damage, RepairSavesWhatIsLeftAndSaysWhatIsNot) {
     spoilPage(u"data/data.ddb"_s, 1);
     repaired();
     EXPECT_EQ(number("SELECT COUNT(*) FROM tDVD"), 100);
+}
+
+TEST_F(Damage, IndexThatCannotBeReadCostsNoRow) {
+    renew(300);
+    const qint64 page = 4096 * (number("SELECT rootpage FROM sqlite_schema WHERE name='tDVD_KatCisl'") - 1);
+    const QByteArray sound = content(catalogue());
+    ASSERT_EQ(sound[page], 10);  // a leaf
+    const qsizetype row = page + qFromBigEndian<quint16>(sound.constData() + page + 8);
+    write(u"data/data.ddb"_s, spoilt(sound, row + 1, "\x7F"));  // the length of the record's header
+    EXPECT_TRUE(checked().contains(u"Rejstřík tDVD_KatCisl souboru data.ddb"));
+    EXPECT_TRUE(repaired().isWhole());
+    EXPECT_EQ(films(at(u"data"_s)), 300);
+    EXPECT_TRUE(checked().contains(u"Vše je v pořádku."));
 }
 
 TEST_F(Damage, LogOfAnotherProgramIsReadAndGoesAsideWithItsFile) {
