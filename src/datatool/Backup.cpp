@@ -106,9 +106,8 @@ void keepKeysOfPictures(const QString& catalogue, const QString& pictures) {
     copy.exec("PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF");
     copy.attach(pictures, u"pictures"_s);
     try {
-        for (const sequences::Wrong& wrong : sequences::wrong(copy)) {
-            if (wrong.table == u"tDVD") sequences::mend(copy, wrong);
-        }
+        for (const sequences::Wrong& wrong : sequences::wrong(copy, u"tDVD"_s))
+            sequences::mend(copy, wrong);
     } catch (const sqlite::Failure& failure) {
         // Of an index, as the rows have been checked.
         if ((failure.resultCode() & 0xFF) != SQLITE_CORRUPT) throw;

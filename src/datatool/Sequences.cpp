@@ -48,17 +48,18 @@ qint64 highestReference(const sqlite::Database& catalogue, const Table& table) {
 
 }  // namespace
 
-std::vector<sequences::Wrong> sequences::wrong(const sqlite::Database& catalogue) {
+std::vector<sequences::Wrong> sequences::wrong(const sqlite::Database& catalogue, const QString& only) {
     std::vector<Wrong> found;
     const auto number = [&catalogue](const QByteArray& sql) { return catalogue.number(sql.constData()); };
     for (const Table& table : tables()) {
         const QByteArray schema = table.schema;
         const QByteArray name = table.name;
+        const QString title = QString::fromUtf8(name);
+        if (!only.isEmpty() && title != only) continue;
         const qint64 given = number("SELECT IFNULL(max(seq), 0) FROM " + schema +
                                     ".sqlite_sequence WHERE name='" + name + "'");
         const qint64 highest = number("SELECT IFNULL(max(rowid), 0) FROM " + schema + "." + name);
         const qint64 referred = highestReference(catalogue, table);
-        const QString title = QString::fromUtf8(name);
         if (std::max(given, highest) < referred) {
             found.push_back(
                 {title, schema, referred,

@@ -18,7 +18,8 @@ struct Wrong {
 };
 
 /// @param catalogue connection that reads the pictures as schema `pictures`.
-std::vector<Wrong> wrong(const sqlite::Database& catalogue);
+/// @param only the table to look at; "" for all.
+std::vector<Wrong> wrong(const sqlite::Database& catalogue, const QString& only = {});
 
 /// Lets the table count on from `last`.
 void mend(const sqlite::Database& catalogue, const Wrong& wrong);
