@@ -237,6 +237,17 @@ TEST_F(Care, BackupIsOfOneMomentWhileOthersWriteAndOnlyTheOldestOfItsOwnGo) {
     EXPECT_EQ(names(u"safe"_s),
               QStringList({u"2020-01-01 1000"_s, u"2026-11-25 1830 (3)"_s, u"2026-11-25 1830 (4)"_s}));
     EXPECT_EQ(QFile::permissions(at(u"safe/2026-11-25 1830 (3)/pictures.ddb"_s)), QFile::Permissions(0x6600));
+    // The picture of a film added meanwhile becomes nobody else's.
+    const backup::Report grown = backup::run(
+        at(u"data"_s), at(u"safe"_s), 0, now, [&](const QString& title, qint64 /*done*/, qint64 /*all*/) {
+            if (title == u"Kopírování souboru pictures.ddb" && writes++ > 0) {
+                sql(pictures(),
+                    "INSERT INTO tPicture SELECT 50, 50, 'O', 'jpg', 0, x'00' WHERE NOT EXISTS "
+                    "(SELECT * FROM tPicture WHERE PicID=50)");
+            }
+        });
+    EXPECT_EQ(text(grown.folder + u"/pictures.ddb"_s, "SELECT max(PicDVDID) FROM tPicture"), u"50"_s);
+    EXPECT_FALSE(check::run(grown.folder, silent).text().contains(u"Tabulka tDVD"));
 }
 
 TEST_F(Care, OlderBackupThatCannotBeRemovedHidesNotTheNewOne) {
