@@ -44,7 +44,7 @@ QString progressText(const QString& title, qint64 done, qint64 all, int columns)
     const qint64 part = std::clamp(done, qint64{0}, all);
     const QString percent = QString::number(part * 100 / all).rightJustified(3) + u" %"_s;
     const QString bar = u'[' + QString(part * barWidth / all, u'#').leftJustified(barWidth, u'.') + u"] "_s;
-    const QString whole = title.leftJustified(titleWidth) + bar + percent;
+    QString whole = title.leftJustified(titleWidth) + bar + percent;
     if (whole.size() <= room) return whole;
     // Without the bar, and in the narrowest of terminals with the number alone.
     const qsizetype left = room - percent.size() - 1;

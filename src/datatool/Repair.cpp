@@ -149,7 +149,7 @@ QString replaceDamaged(const PairView& pair, const QStringList& damage, const QD
     repair::Report begun = report;
     begun.steps += u"Zachráněné soubory jdou na místo, jejich obsah ještě není zkontrolovaný."_s;
     write(begun, [] {});
-    const QString aside = restore::asideFolder(report.folder, now);
+    QString aside = restore::asideFolder(report.folder, now);
     pairReplacement::replace(report.folder, aside);
     report.steps += (report.lostFile ? u"Původní soubor je odložený ve složce %1"_s
                                      : u"Původní soubory jsou odložené ve složce %1"_s)
