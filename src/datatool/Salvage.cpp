@@ -136,6 +136,7 @@ class TableCopy final {
     void runLeaves(const std::function<void(qint64 done, qint64 all)>& step) {
         const std::vector<quint32> leaves = leafPages::of(damaged_, width_, step);
         if (leaves.empty()) return;
+        canRepeat_ = true;
         const QTemporaryDir folder;
         const QString path = folder.filePath(u"leaves.ddb"_s);
         if (!folder.isValid()) outputFile::failWriting(folder.path());
@@ -188,7 +189,7 @@ class TableCopy final {
 
     void insertNew(const sqlite::Statement& row) {
         const qint64 key = row.number(0);
-        if (key > dataFiles::highestKey || isKnown(key)) return;
+        if (key > dataFiles::highestKey || (canRepeat_ && isKnown(key))) return;
         insert(row);
         ++copied_;
     }
@@ -261,6 +262,7 @@ class TableCopy final {
     sqlite::Statement rows_;
     sqlite::Statement known_;
     sqlite::Statement insert_;
+    bool canRepeat_ = false;  // a row may be there already
     qint64 read_ = 0;
     qint64 copied_ = 0;
     qint64 lost_ = 0;
